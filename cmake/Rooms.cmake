@@ -1,0 +1,52 @@
+# Warnings and definitions stand on INTERFACE targets, so that every room opts in by linking them.
+
+add_library(project_warnings INTERFACE)
+target_compile_options(project_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wsign-conversion
+    -Wcast-qual -Wcast-align -Wold-style-cast -Wdouble-promotion -Wfloat-conversion
+    -Wformat=2 -Wimplicit-fallthrough -Wmissing-declarations -Wnon-virtual-dtor -Woverloaded-virtual
+    -Wextra-semi -Wundef -Wunused -Wswitch -Wredundant-decls -Wzero-as-null-pointer-constant -Wvla)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+    target_compile_options(project_warnings INTERFACE
+        -Wuseless-cast -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wsuggest-override)
+endif()
+
+option(TENSIO_WARNINGS_AS_ERRORS "Stop the build at the first warning" OFF)
+if(TENSIO_WARNINGS_AS_ERRORS)
+    target_compile_options(project_warnings INTERFACE -Werror)
+endif()
+
+add_library(project_qt INTERFACE)
+target_compile_definitions(project_qt INTERFACE
+    QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_URL_CAST_FROM_STRING QT_NO_FOREACH
+    QT_NO_NARROWING_CONVERSIONS_IN_CONNECT QT_USE_QSTRINGBUILDER QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+option(TENSIO_SANITIZE "Build with AddressSanitizer and UndefinedBehaviorSanitizer" OFF)
+if(TENSIO_SANITIZE)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    add_compile_definitions(_GLIBCXX_ASSERTIONS)
+    add_link_options(-fsanitize=address,undefined)
+endif()
+
+# tensio_room(NAME SOURCES … LINKS …): one static library a folder; includes are written "room/File.h".
+function(tensio_room name)
+    cmake_parse_arguments(ROOM "QT" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${ROOM_SOURCES})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+    target_link_libraries(${name} PUBLIC ${ROOM_LINKS} PRIVATE project_warnings)
+    if(ROOM_QT)
+        set_target_properties(${name} PROPERTIES AUTOMOC ON AUTOUIC ON AUTORCC ON)
+        target_link_libraries(${name} PRIVATE project_qt)
+    endif()
+endfunction()
+
+# tensio_test(NAME SOURCES … LINKS …): a GoogleTest program, run without a display, a locale or a time zone of the machine.
+function(tensio_test name)
+    cmake_parse_arguments(TEST "" "" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${TEST_SOURCES})
+    target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+    target_link_libraries(${name} PRIVATE ${TEST_LINKS} GTest::gtest project_warnings)
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(${name} PROPERTIES ENVIRONMENT
+        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;ASAN_OPTIONS=detect_leaks=0")
+endfunction()

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "reactive/Signal.h"
+
+#include <functional>
+#include <utility>
+
+namespace tensio {
+
+// A recipe of a stream: every start runs its work anew, with a fresh observer.
+template<typename T, typename E = NoError>
+class SignalProducer {
+public:
+    using Work = std::function<void(Observer<T, E>)>;
+
+    explicit SignalProducer(Work work)
+        : m_work(std::move(work))
+    {
+    }
+
+    // A stream that does its work when started, yields nothing and completes at once.
+    static SignalProducer completingAfter(std::function<void()> work)
+    {
+        return SignalProducer([work = std::move(work)](Observer<T, E> const& observer) {
+            work();
+            observer.sendCompleted();
+        });
+    }
+
+    void start(typename Observer<T, E>::Sink sink) const
+    {
+        m_work(Observer<T, E>(std::move(sink)));
+    }
+
+    // Runs the handler at each start, before the work.
+    SignalProducer onStarted(std::function<void()> handler) const
+    {
+        return SignalProducer(
+            [work = m_work, handler = std::move(handler)](Observer<T, E> const& observer) {
+                handler();
+                work(observer);
+            });
+    }
+
+    // Runs the handler when a started stream is interrupted, before its subscriber hears of it.
+    SignalProducer onInterrupted(std::function<void()> handler) const
+    {
+        return SignalProducer(
+            [work = m_work, handler = std::move(handler)](Observer<T, E> const& observer) {
+                work(Observer<T, E>([handler, observer](auto const& event) {
+                    if (std::holds_alternative<InterruptedEvent>(event))
+                        handler();
+                    observer.send(event);
+                }));
+            });
+    }
+
+private:
+    Work m_work;
+};
+
+} // namespace tensio
