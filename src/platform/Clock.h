@@ -1,0 +1,25 @@
+#pragma once
+
+#include <chrono>
+
+namespace tensio {
+
+using Date = std::chrono::system_clock::time_point;
+
+// Wall-clock time: may step back or forth. For intervals use the run loop.
+class Clock {
+public:
+    Clock() = default;
+    Clock(Clock const&) = delete;
+    Clock& operator=(Clock const&) = delete;
+    virtual ~Clock() = default;
+
+    virtual Date now() const = 0;
+};
+
+class SystemClock : public Clock {
+public:
+    Date now() const override { return std::chrono::system_clock::now(); }
+};
+
+} // namespace tensio

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace tensio {
+
+struct MenuItem {
+    std::string title;
+    int tag = 0;
+    bool isOn = false;
+    std::function<void()> action;
+};
+
+// A menu whose items carry a check mark.
+class Menu {
+public:
+    Menu() = default;
+    Menu(Menu const&) = delete;
+    Menu& operator=(Menu const&) = delete;
+    virtual ~Menu() = default;
+
+    virtual void removeAllItems() = 0;
+    virtual void addItem(MenuItem item) = 0;
+    // Checks every item with this tag and unchecks all others.
+    virtual void checkOnly(int tag) = 0;
+};
+
+} // namespace tensio

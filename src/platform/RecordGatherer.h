@@ -1,0 +1,38 @@
+#pragma once
+
+#include "reactive/Scheduler.h"
+
+#include <cstddef>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace tensio {
+
+// Joins what the operating system split: bytes are handed on as soon as they make up whole records.
+// A rest waits for 20 ms of silence, then goes as it is, so that noise costs at most the burst it
+// came in.
+class RecordGatherer {
+public:
+    static constexpr Seconds silence {0.020};
+    // Noise without a pause must not fill the memory.
+    static constexpr std::size_t maxHeldBytes = 6 * 4096;
+
+    using Deliver = std::function<void(std::string_view chunk)>;
+
+    RecordGatherer(Scheduler& scheduler, std::size_t recordWidth, Deliver deliver);
+
+    void receive(std::string_view bytes);
+    // Hands on what is held, whole or not.
+    void flush();
+    void discard();
+
+private:
+    Scheduler& m_scheduler;
+    std::size_t m_recordWidth;
+    Deliver m_deliver;
+    std::string m_held;
+    Subscription m_silenceTimer;
+};
+
+} // namespace tensio

@@ -1,0 +1,78 @@
+#include "platform/RecordGatherer.h"
+
+#include "support/ManualRunLoop.h"
+
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+namespace {
+
+struct Gathering {
+    ManualRunLoop runLoop;
+    std::vector<std::string> chunks;
+    RecordGatherer gatherer {
+        runLoop, 6, [this](std::string_view chunk) { chunks.emplace_back(chunk); }};
+
+    std::string joined() const
+    {
+        std::string all;
+        for (auto const& chunk : chunks)
+            all += chunk;
+        return all;
+    }
+};
+
+} // namespace
+
+TEST(RecordGatherer, LosesNoRecordHoweverTheReadsFall)
+{
+    std::string const stream = "+0101a-0202b+0303c";
+    constexpr unsigned partitions = 1U << 17U;
+    for (unsigned cuts = 0; cuts < partitions; ++cuts) {
+        Gathering gathering;
+        std::size_t begin = 0;
+        for (std::size_t end = 1; end <= stream.size(); ++end) {
+            if (end < stream.size() && (cuts >> (end - 1) & 1U) == 0)
+                continue;
+            gathering.gatherer.receive(std::string_view(stream).substr(begin, end - begin));
+            gathering.runLoop.advance(Seconds(0.019));
+            begin = end;
+        }
+        ASSERT_EQ(gathering.joined(), stream) << "cuts " << cuts;
+        for (auto const& chunk : gathering.chunks)
+            ASSERT_EQ(chunk.size() % 6, 0U) << "cuts " << cuts;
+        ASSERT_EQ(gathering.runLoop.liveTimers(), 0U);
+    }
+}
+
+TEST(RecordGatherer, HandsARestOnAfterSilenceSoThatTheNextBurstIsClean)
+{
+    Gathering gathering;
+    gathering.gatherer.receive("#+0101a");
+    gathering.runLoop.advance(Seconds(0.021));
+    gathering.gatherer.receive("+0202b");
+    EXPECT_EQ(gathering.chunks, (std::vector<std::string> {"#+0101a", "+0202b"}));
+}
+
+TEST(RecordGatherer, DoesNotGrowUnderNoiseWithoutAPause)
+{
+    Gathering gathering;
+    std::size_t const noise = RecordGatherer::maxHeldBytes * 4;
+    for (std::size_t byte = 0; byte < noise; byte += 7) {
+        gathering.gatherer.receive(std::string(byte == 0 ? 1 : 6, 'x'));
+        gathering.runLoop.advance(Seconds(0.001));
+    }
+    EXPECT_GE(gathering.chunks.size(), 3U);
+}
+
+TEST(RecordGatherer, FlushesOrDiscardsWhatItHolds)
+{
+    Gathering gathering;
+    gathering.gatherer.receive("+01");
+    gathering.gatherer.discard();
+    gathering.gatherer.receive("+02");
+    gathering.gatherer.flush();
+    gathering.runLoop.advance(Seconds(1.0));
+    EXPECT_EQ(gathering.chunks, (std::vector<std::string> {"+02"}));
+}
