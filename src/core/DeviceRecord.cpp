@@ -1,0 +1,48 @@
+#include "core/DeviceRecord.h"
+
+#include "core/NumberText.h"
+#include "core/Utf8.h"
+
+#include <optional>
+#include <string>
+
+namespace tensio {
+
+namespace {
+
+std::optional<float> readField(std::u32string_view characters)
+{
+    std::string ascii;
+    for (auto const character : characters) {
+        if (character >= 0x80)
+            return std::nullopt;
+        ascii += static_cast<char>(character);
+    }
+    return readNumber(ascii);
+}
+
+std::optional<float> readRecord(std::u32string_view record)
+{
+    auto const integer = readField(record.substr(1, 3));
+    auto const tenths = readField(record.substr(4, 1));
+    if (!integer || !tenths)
+        return std::nullopt;
+    return (*integer + *tenths / 10.0f) * (record.front() == U'+' ? 1.0f : -1.0f);
+}
+
+} // namespace
+
+std::vector<float> readRecords(std::string_view chunk)
+{
+    auto const text = decodeUtf8(chunk);
+    if (!text || text->size() % deviceRecordWidth != 0)
+        return {};
+    std::vector<float> pressures;
+    for (std::u32string_view rest = *text; !rest.empty(); rest.remove_prefix(deviceRecordWidth)) {
+        if (auto const pressure = readRecord(rest.substr(0, deviceRecordWidth)))
+            pressures.push_back(*pressure);
+    }
+    return pressures;
+}
+
+} // namespace tensio

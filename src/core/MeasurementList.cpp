@@ -1,0 +1,95 @@
+#include "core/MeasurementList.h"
+
+#include <algorithm>
+#include <numeric>
+#include <utility>
+
+namespace tensio {
+
+namespace {
+
+bool isLower(std::shared_ptr<Measurement> const& left, std::shared_ptr<Measurement> const& right)
+{
+    return *left->bestPressure < *right->bestPressure;
+}
+
+} // namespace
+
+Measurements MeasurementList::slice() const
+{
+    auto const first = m_measurements.begin() + m_startingIndex;
+    return {first, first + std::min(ITEMS, m_measurements.end() - first)};
+}
+
+void MeasurementList::add(std::shared_ptr<Measurement> measurement)
+{
+    if (m_measurements.size() >= MEASUREMENTS_MAX_COUNT)
+        return;
+    m_subscriptions.push_back(
+        measurement->isCounted.observeChanges([this](bool) { updateSelectedAverage(); }));
+    m_measurements.push_back(std::move(measurement));
+    m_startingIndex = std::max<std::ptrdiff_t>(0, std::ssize(m_measurements) - ITEMS);
+    publish();
+}
+
+void MeasurementList::setStartingIndex(std::ptrdiff_t index)
+{
+    if (index < 0 || std::ssize(m_measurements) - index < ITEMS || index == m_startingIndex)
+        return;
+    m_startingIndex = index;
+    publish();
+}
+
+void MeasurementList::reset()
+{
+    m_subscriptions.clear();
+    m_measurements.clear();
+    m_startingIndex = 0;
+    selectedAverage.setValue(0.0f);
+    publish();
+}
+
+Measurements MeasurementList::counted() const
+{
+    Measurements counted;
+    std::ranges::copy_if(m_measurements, std::back_inserter(counted),
+        [](auto const& each) { return each->isCounted.value(); });
+    return counted;
+}
+
+float MeasurementList::maxSelectedPressure() const
+{
+    auto const selection = counted();
+    return selection.empty() ? 0.0f
+                             : *(*std::ranges::max_element(selection, isLower))->bestPressure;
+}
+
+float MeasurementList::minSelectedPressure() const
+{
+    auto const selection = counted();
+    return selection.empty() ? 0.0f
+                             : *(*std::ranges::min_element(selection, isLower))->bestPressure;
+}
+
+void MeasurementList::updateSelectedAverage()
+{
+    auto const selection = counted();
+    auto const sum = std::accumulate(selection.begin(), selection.end(), 0.0f,
+        [](float total, auto const& measurement) { return total + *measurement->bestPressure; });
+    selectedAverage.setValue(selection.empty() ? 0.0f : sum / static_cast<float>(selection.size()));
+    updateEnabledStates();
+}
+
+void MeasurementList::updateEnabledStates()
+{
+    bool const isFull = counted().size() >= maxSelected;
+    for (auto const& measurement : m_measurements)
+        measurement->isEnabled.setValue(!isFull || measurement->isCounted.value());
+}
+
+void MeasurementList::publish()
+{
+    m_pipe.observer.sendValue(slice());
+}
+
+} // namespace tensio

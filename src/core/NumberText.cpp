@@ -1,0 +1,37 @@
+#include "core/NumberText.h"
+
+#include <algorithm>
+#include <locale.h>
+#include <stdlib.h>
+#include <string>
+
+namespace tensio {
+
+namespace {
+
+locale_t cLocale()
+{
+    static auto const locale = newlocale(LC_ALL_MASK, "C", nullptr);
+    return locale;
+}
+
+bool mayStandInNumber(char character)
+{
+    constexpr std::string_view blanks = "\t\n\v\f\r ";
+    return static_cast<unsigned char>(character) < 0x80
+        && blanks.find(character) == std::string_view::npos;
+}
+
+} // namespace
+
+std::optional<float> readNumber(std::string_view text)
+{
+    if (text.empty() || !std::ranges::all_of(text, mayStandInNumber))
+        return std::nullopt;
+    std::string const terminated(text);
+    char* end = nullptr;
+    auto const value = strtof_l(terminated.c_str(), &end, cLocale());
+    return end == terminated.c_str() + terminated.size() ? std::optional(value) : std::nullopt;
+}
+
+} // namespace tensio

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "platform/SerialPort.h"
+#include "reactive/MutableProperty.h"
+#include "reactive/SignalProducer.h"
+
+#include <memory>
+#include <optional>
+
+namespace tensio {
+
+// The only piece that talks to the device: finds its port, opens it, turns the characters it sends
+// into pressures and reports the life of the port to the subscriber of the latest connect().
+class SerialPortManager : public SerialPortDelegate {
+public:
+    // The name under which the driver of the device's USB-UART bridge lists its ports contains
+    // this.
+    static constexpr auto deviceNameFragment = "SLAB_USBtoUART";
+
+    // The list must outlive the manager.
+    explicit SerialPortManager(SerialPortList& serialPortList);
+    SerialPortManager(SerialPortManager const&) = delete;
+    SerialPortManager& operator=(SerialPortManager const&) = delete;
+    ~SerialPortManager() override;
+
+    // The last pressure read, kPa; every record publishes one value.
+    MutableProperty<float> pressure {0.0f};
+
+    // Each start looks for the port and opens it: a value when it has opened, a failure when there
+    // is none or it does not open, an interruption when it closes, completion at disconnect().
+    SignalProducer<Nothing, ErrorRef> connect();
+    void disconnect();
+
+    void serialPortWasOpened() override;
+    void serialPortDidReceiveData(std::string_view bytes) override;
+    void serialPortDidEncounterError(ErrorRef error) override;
+    void serialPortWasClosed() override;
+    void serialPortWasRemovedFromSystem() override { }
+
+private:
+    void start(Observer<Nothing, ErrorRef> const& observer);
+    void open(std::shared_ptr<SerialPort> port);
+
+    SerialPortList& m_serialPortList;
+    std::shared_ptr<SerialPort> m_serialPort;
+    std::optional<Observer<Nothing, ErrorRef>> m_observer;
+};
+
+} // namespace tensio

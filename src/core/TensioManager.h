@@ -1,0 +1,101 @@
+#pragma once
+
+#include "core/MeasurementList.h"
+#include "core/SerialPortManager.h"
+#include "platform/Clock.h"
+#include "platform/RunLoop.h"
+#include "platform/UserDefaults.h"
+#include "reactive/Action.h"
+
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace tensio {
+
+class Menu;
+
+// The hub: owns the link and the list of measurements, publishes the live values, cuts the stream
+// of pressures into measurements, keeps the target, and offers the commands of the user interface.
+// The program has one; everybody is handed a reference to it. Pressures in kPa.
+class TensioManager {
+public:
+    // Bounds of the base target.
+    static constexpr float minTargetPressure = 10.0f;
+    static constexpr float maxTargetPressure = 80.0f;
+    static constexpr auto defaultTargetPressureKey = "target pressure";
+
+    // Everything handed in must outlive the manager.
+    TensioManager(
+        SerialPortList& ports, RunLoop& runLoop, Clock const& clock, UserDefaults& userDefaults);
+    TensioManager(TensioManager const&) = delete;
+    TensioManager& operator=(TensioManager const&) = delete;
+    ~TensioManager() = default;
+
+    MutableProperty<Date> currentTime;
+    MutableProperty<std::string> username {{}};
+    // 1.0 stands for 100 %. The effective target is the base target times this.
+    MutableProperty<float> targetPressurePercent {1.0f};
+    MutableProperty<float> targetPressure {0.0f};
+    // What a new subject starts with.
+    MutableProperty<float> defaultTargetPressure {0.0f};
+    // Never below 0.
+    MutableProperty<float> currentPressure {0.0f};
+    MutableProperty<float> maxPressure {0.0f};
+    MutableProperty<bool> isMeasuring {false};
+    // True at every connection start.
+    MutableProperty<bool> shouldReset {false};
+    // The user information dialog is open.
+    MutableProperty<bool> isShowingPopup {false};
+    MutableProperty<Measurements> sliceOfMeasurements {{}};
+
+    MeasurementList measurementList;
+    // The one being recorded; none before the first connection.
+    std::shared_ptr<Measurement> measurement;
+    SerialPortManager serialPortManager;
+
+    Action<Nothing, Nothing, ErrorRef> connectAction;
+    Action<Nothing> disconnectAction;
+    // Steps the effective target by that much.
+    Action<float> changeTargetPressureAction;
+    Action<float> changeTargetPressurePercentAction;
+    // Scrolls the history by that many measurements.
+    Action<int> changeSliceStartingIndex;
+
+    void updateTime();
+    // The reset timer's tick: ends the burst when no record came since the tick before.
+    void onReset();
+
+    // Fills the menu of default targets. Not owned; must outlive its use through setTargetPressure.
+    void setUpTargetPressureMenu(Menu& menu);
+    // Chooses the default target; the tag is its value in kPa.
+    void setTargetPressure(int tag);
+
+private:
+    void receivePressure(float pressure);
+
+    void connectionStarted();
+    void stopMeasuring();
+    void finishMeasurement();
+
+    void stepTargetPressure(float step);
+    void loadDefaultTargetPressure();
+
+    RunLoop& m_runLoop;
+    Clock const& m_clock;
+    UserDefaults& m_userDefaults;
+    Menu* m_targetPressureMenu = nullptr;
+
+    // Gives each measurement of a connection its number.
+    int m_measurementCount = 0;
+    // Empty until the first connection; then: a pressure above 0 came since the measurement began,
+    // a record came since the last tick, the reset timer runs.
+    std::optional<bool> m_hasMeaningfulData;
+    std::optional<bool> m_receivedData;
+    std::optional<bool> m_isTimerSetUp;
+
+    Subscription m_resetTimer;
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

@@ -1,0 +1,111 @@
+#include "core/MeasurementList.h"
+
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+namespace {
+
+std::shared_ptr<Measurement> finished(int number, float best)
+{
+    auto measurement = std::make_shared<Measurement>(number);
+    measurement->bestPressure = best;
+    measurement->targetPressure = 30.0f;
+    measurement->timeStamp = Date();
+    return measurement;
+}
+
+std::vector<int> numbers(Measurements const& measurements)
+{
+    std::vector<int> numbers;
+    for (auto const& measurement : measurements)
+        numbers.push_back(measurement->number);
+    return numbers;
+}
+
+struct Listening {
+    MeasurementList list;
+    std::vector<std::vector<int>> slices;
+    Subscription subscription {list.signal().observeValues(
+        [this](Measurements const& slice) { slices.push_back(numbers(slice)); })};
+
+    void fill(int count)
+    {
+        for (int number = 1; number <= count; ++number)
+            list.add(finished(number, 20.0f + static_cast<float>(number)));
+        slices.clear();
+    }
+};
+
+} // namespace
+
+TEST(MeasurementList, ShowsTheFiveNewestAndScrollsWithinItsBounds)
+{
+    Listening listening;
+    listening.fill(5);
+    EXPECT_EQ(listening.list.startingIndex(), 0);
+    listening.list.setStartingIndex(1);
+    EXPECT_TRUE(listening.slices.empty()) << "five measurements leave nothing to scroll";
+    listening.list.add(finished(6, 1.0f));
+    listening.list.add(finished(7, 1.0f));
+    listening.slices.clear();
+
+    for (int const index : {2, -1, 3, 0, 0, 1})
+        listening.list.setStartingIndex(index);
+    EXPECT_EQ(listening.slices, (std::vector<std::vector<int>> {{1, 2, 3, 4, 5}, {2, 3, 4, 5, 6}}));
+    listening.list.add(finished(8, 1.0f));
+    EXPECT_EQ(listening.slices.back(), (std::vector {4, 5, 6, 7, 8}));
+}
+
+TEST(MeasurementList, KeepsAtMostNinetyNine)
+{
+    Listening listening;
+    listening.fill(99);
+    auto const refused = finished(100, 1.0f);
+    listening.list.add(refused);
+    refused->isCounted.setValue(true);
+    EXPECT_EQ(listening.list.measurements().size(), 99U);
+    EXPECT_EQ(listening.list.startingIndex(), 94);
+    EXPECT_EQ(listening.list.selectedAverage.value(), 0.0f);
+    EXPECT_TRUE(listening.slices.empty());
+}
+
+TEST(MeasurementList, AveragesTheSelectionAndDisablesAllOthersAtThree)
+{
+    Listening listening;
+    std::vector const bests {20.0f, 50.0f, 30.0f, 40.5f};
+    for (std::size_t index = 0; index < bests.size(); ++index)
+        listening.list.add(finished(static_cast<int>(index), bests[index]));
+    auto const& all = listening.list.measurements();
+    EXPECT_EQ(listening.list.maxSelectedPressure(), 0.0f);
+    for (std::size_t const index : {3U, 0U, 2U}) {
+        EXPECT_TRUE(all[1]->isEnabled.value());
+        all[index]->isCounted.setValue(true);
+    }
+    EXPECT_FLOAT_EQ(listening.list.selectedAverage.value(), 90.5f / 3.0f);
+    EXPECT_EQ(listening.list.maxSelectedPressure(), 40.5f);
+    EXPECT_EQ(listening.list.minSelectedPressure(), 20.0f);
+    EXPECT_EQ(numbers(listening.list.counted()), (std::vector {0, 2, 3}));
+    EXPECT_FALSE(all[1]->isEnabled.value());
+    EXPECT_TRUE(all[0]->isEnabled.value());
+
+    for (std::size_t const index : {0U, 2U, 3U})
+        all[index]->isCounted.setValue(false);
+    EXPECT_TRUE(all[1]->isEnabled.value());
+    EXPECT_EQ(listening.list.selectedAverage.value(), 0.0f);
+}
+
+TEST(MeasurementList, ResetPublishesTheEmptySliceAndForgetsTheSelection)
+{
+    Listening listening;
+    listening.fill(7);
+    auto const kept = listening.list.measurements().front();
+    kept->isCounted.setValue(true);
+    listening.list.reset();
+    EXPECT_EQ(listening.slices, (std::vector<std::vector<int>> {{}}));
+    EXPECT_EQ(listening.list.startingIndex(), 0);
+    EXPECT_EQ(listening.list.selectedAverage.value(), 0.0f);
+    listening.list.add(finished(1, 10.0f));
+    kept->isCounted.setValue(true);
+    EXPECT_EQ(listening.list.selectedAverage.value(), 0.0f);
+}

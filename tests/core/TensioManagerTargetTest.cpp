@@ -1,0 +1,65 @@
+#include "support/Session.h"
+
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+TEST(TensioManagerTarget, StepsStayOnTheGridThatTheUserSees)
+{
+    struct Row {
+        float base;
+        float percent;
+        float step;
+        float result;
+    };
+    std::vector<Row> const rows {{30.0f, 1.0f, 0.1f, 30.1f}, {10.0f, 1.0f, -0.1f, 10.0f},
+        {80.0f, 1.0f, 0.1f, 80.0f}, {33.3f, 0.7f, 0.1f, 23.4f / 0.7f}, {40.0f, 0.5f, -0.1f, 39.8f},
+        {80.0f, 0.5f, 0.1f, 80.0f}, {0.0f, 1.0f, 0.1f, 10.0f}};
+    for (auto const& [base, percent, step, result] : rows) {
+        Session session;
+        session.manager.targetPressure.setValue(base);
+        session.manager.changeTargetPressurePercentAction.apply(percent);
+        session.manager.changeTargetPressureAction.apply(step);
+        EXPECT_FLOAT_EQ(session.manager.targetPressure.value(), result)
+            << base << " × " << percent << " + " << step;
+    }
+}
+
+TEST(TensioManagerTarget, LoadsTheDefaultAndKeepsEachChange)
+{
+    struct Row {
+        float stored;
+        float loaded;
+    };
+    for (auto const& [stored, loaded] :
+        std::vector<Row> {{0.0f, 30.0f}, {-5.0f, 30.0f}, {55.0f, 55.0f}, {32.5f, 32.5f}}) {
+        Session session({{"target pressure", stored}});
+        EXPECT_EQ(session.manager.defaultTargetPressure.value(), loaded);
+        EXPECT_EQ(session.userDefaults.stored["target pressure"], stored)
+            << "loading does not write";
+        session.manager.defaultTargetPressure.setValue(45.0f);
+        EXPECT_EQ(session.userDefaults.stored["target pressure"], 45.0f);
+        EXPECT_EQ(session.userDefaults.synchronizations, 1);
+    }
+}
+
+TEST(TensioManagerTarget, OffersFifteenDefaultsAndChecksTheOneInForce)
+{
+    Session session;
+    FakeMenu menu;
+    menu.addItem({});
+    session.manager.setUpTargetPressureMenu(menu);
+    ASSERT_EQ(menu.items.size(), 15U);
+    EXPECT_EQ(menu.items.front().title, "80.0 kPa");
+    EXPECT_EQ(menu.items.back().title, "10.0 kPa");
+    EXPECT_EQ(menu.checkedTitles(), std::vector<std::string> {"30.0 kPa"});
+    session.manager.targetPressure.setValue(20.0f);
+    menu.items[5].action();
+    EXPECT_EQ(menu.checkedTitles(), std::vector<std::string> {"55.0 kPa"});
+    EXPECT_EQ(session.userDefaults.stored["target pressure"], 55.0f);
+    EXPECT_EQ(session.manager.targetPressure.value(), 20.0f);
+
+    session.manager.defaultTargetPressure.setValue(32.5f);
+    session.manager.setUpTargetPressureMenu(menu);
+    EXPECT_TRUE(menu.checkedTitles().empty());
+}

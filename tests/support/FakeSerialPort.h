@@ -1,0 +1,58 @@
+#pragma once
+
+#include "platform/SerialPort.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tensio {
+
+// A port without a line: notes what is asked of it, and plays what a test wants it to tell.
+class FakeSerialPort : public SerialPort {
+public:
+    explicit FakeSerialPort(std::string name)
+        : m_name(std::move(name))
+    {
+    }
+
+    std::vector<std::string> calls;
+    SerialPortDelegate* delegate = nullptr;
+
+    std::string name() const override { return m_name; }
+    void setDelegate(SerialPortDelegate* newDelegate) override { delegate = newDelegate; }
+    void setBaudRate(int baudRate) override
+    {
+        calls.push_back("baud rate " + std::to_string(baudRate));
+    }
+    void setParity(Parity parity) override
+    {
+        calls.push_back(parity == Parity::None ? "no parity" : "parity");
+    }
+    void setNumberOfStopBits(int count) override
+    {
+        calls.push_back("stop bits " + std::to_string(count));
+    }
+    void open() override { calls.emplace_back("open"); }
+    void close() override { calls.emplace_back("close"); }
+
+    void playLoss()
+    {
+        // As the real port does: first the device goes, then its port.
+        auto* const listener = delegate;
+        listener->serialPortWasRemovedFromSystem();
+        listener->serialPortWasClosed();
+    }
+
+private:
+    std::string m_name;
+};
+
+class FakeSerialPortList : public SerialPortList {
+public:
+    std::vector<std::shared_ptr<SerialPort>> ports;
+
+    std::vector<std::shared_ptr<SerialPort>> availablePorts() override { return ports; }
+};
+
+} // namespace tensio

@@ -1,0 +1,79 @@
+#pragma once
+
+#include "platform/Alerts.h"
+#include "platform/Clock.h"
+#include "platform/Menu.h"
+#include "platform/UserDefaults.h"
+
+#include <map>
+#include <utility>
+
+namespace tensio {
+
+class ManualClock : public Clock {
+public:
+    // 2024-03-05 14:07:09 UTC.
+    Date date {std::chrono::seconds(1709647629)};
+
+    Date now() const override { return date; }
+};
+
+class MemoryUserDefaults : public UserDefaults {
+public:
+    explicit MemoryUserDefaults(std::map<std::string, float> settings)
+        : stored(std::move(settings))
+    {
+    }
+
+    std::map<std::string, float> stored;
+    int synchronizations = 0;
+
+    float floatForKey(std::string const& key) const override
+    {
+        auto const found = stored.find(key);
+        return found == stored.end() ? 0.0f : found->second;
+    }
+    void setFloat(std::string const& key, float value) override { stored[key] = value; }
+    void synchronize() override { ++synchronizations; }
+};
+
+class FakeAlerts : public Alerts {
+public:
+    std::vector<std::string> messages;
+    std::size_t answer = 0;
+    std::function<void()> whileOpen;
+
+    std::size_t runModal(
+        AlertStyle, std::string const& message, std::vector<std::string> const&) override
+    {
+        messages.push_back(message);
+        if (whileOpen)
+            whileOpen();
+        return answer;
+    }
+};
+
+class FakeMenu : public Menu {
+public:
+    std::vector<MenuItem> items;
+
+    void removeAllItems() override { items.clear(); }
+    void addItem(MenuItem item) override { items.push_back(std::move(item)); }
+    void checkOnly(int tag) override
+    {
+        for (auto& item : items)
+            item.isOn = item.tag == tag;
+    }
+
+    std::vector<std::string> checkedTitles() const
+    {
+        std::vector<std::string> titles;
+        for (auto const& item : items) {
+            if (item.isOn)
+                titles.push_back(item.title);
+        }
+        return titles;
+    }
+};
+
+} // namespace tensio

@@ -1,0 +1,15 @@
+#include "toolkit/Resources.h"
+
+#include <QApplication>
+#include <QFont>
+
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    QApplication application(argc, argv);
+    QApplication::setFont(QFont(QStringLiteral("Noto Sans CJK JP")));
+    tensio::loadResources();
+    return RUN_ALL_TESTS();
+}

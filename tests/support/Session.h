@@ -1,0 +1,58 @@
+#pragma once
+
+#include "core/TensioManager.h"
+#include "device-simulator/PressingStory.h"
+#include "support/FakeSerialPort.h"
+#include "support/Fakes.h"
+#include "support/ManualRunLoop.h"
+
+namespace tensio {
+
+// The session manager among fakes, with a device plugged in.
+struct Session {
+    std::shared_ptr<FakeSerialPort> port {std::make_shared<FakeSerialPort>("cu.SLAB_USBtoUART")};
+    FakeSerialPortList ports;
+    ManualRunLoop runLoop;
+    ManualClock clock;
+    MemoryUserDefaults userDefaults;
+    TensioManager manager;
+
+    explicit Session(std::map<std::string, float> settings = {})
+        : userDefaults(std::move(settings))
+        , manager((ports.ports.push_back(port), ports), runLoop, clock, userDefaults)
+    {
+    }
+
+    void connect(float target = 30.0f)
+    {
+        manager.connectAction.apply(Nothing {});
+        port->delegate->serialPortWasOpened();
+        manager.targetPressure.setValue(target);
+    }
+
+    // Each pressure a record, in one chunk.
+    void receive(std::vector<double> const& pressures)
+    {
+        std::string bytes;
+        for (auto const pressure : pressures)
+            bytes += deviceRecord(pressure);
+        port->delegate->serialPortDidReceiveData(bytes);
+    }
+
+    // A burst, and the silence that ends it.
+    void press(std::vector<double> const& pressures)
+    {
+        receive(pressures);
+        runLoop.advance(Seconds(2.5));
+    }
+
+    std::vector<float> bestPressures() const
+    {
+        std::vector<float> best;
+        for (auto const& measurement : manager.measurementList.measurements())
+            best.push_back(*measurement->bestPressure);
+        return best;
+    }
+};
+
+} // namespace tensio
