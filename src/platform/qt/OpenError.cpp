@@ -1,0 +1,42 @@
+#include "platform/qt/OpenError.h"
+
+#include <QFileInfo>
+
+#include <memory>
+
+namespace tensio {
+
+namespace {
+
+QString sentence(QSerialPort const& port, QString const& node)
+{
+    QFileInfo const info(node);
+    bool const isMissing = port.error() == QSerialPort::DeviceNotFoundError || !info.exists();
+    if (isMissing)
+        return QStringLiteral(
+            "装置が見つかりません（%1）。\nケーブルを接続し直してから、もう一度お試しください。")
+            .arg(node);
+    if (!info.isReadable() || !info.isWritable()) {
+        return QStringLiteral("装置のポートを開く権限がありません（%1）。\n"
+                              "このコンピュータの管理者に、ポートの使用許可を依頼してください。")
+            .arg(node);
+    }
+    if (port.error() == QSerialPort::PermissionError) {
+        return QStringLiteral("装置のポートは他のプログラムが使用中です（%1）。\n"
+                              "そのプログラムを終了してから、もう一度お試しください。")
+            .arg(node);
+    }
+    return QStringLiteral("装置のポートを開けませんでした（%"
+                          "1）。\nケーブルを接続し直してから、もう一度お試しください。")
+        .arg(node);
+}
+
+} // namespace
+
+ErrorRef openError(QSerialPort const& port, QString const& node)
+{
+    return std::make_shared<Error>(
+        "org.qt-project.serialport", port.error(), sentence(port, node).toStdString());
+}
+
+} // namespace tensio

@@ -1,0 +1,46 @@
+#include "platform/qt/QtAlerts.h"
+
+#include "platform/qt/MainQueue.h"
+
+#include <QApplication>
+#include <QMessageBox>
+#include <QPushButton>
+
+namespace tensio {
+
+namespace {
+
+// A dialog may be open without being the active window, when the user looks at another program.
+QWidget* frontWindow()
+{
+    if (auto* modal = QApplication::activeModalWidget())
+        return modal;
+    return QApplication::activeWindow();
+}
+
+} // namespace
+
+std::size_t QtAlerts::runModal(
+    AlertStyle style, std::string const& message, std::vector<std::string> const& buttons)
+{
+    auto const hold = m_queue.hold();
+    QMessageBox box(frontWindow());
+    box.setIcon(style == AlertStyle::Critical ? QMessageBox::Critical : QMessageBox::Warning);
+    box.setWindowTitle(QStringLiteral("tensio"));
+    box.setText(QString::fromStdString(message));
+    std::vector<QAbstractButton*> added;
+    for (auto const& title : buttons)
+        added.push_back(box.addButton(QString::fromStdString(title),
+            added.empty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole));
+    box.setDefaultButton(qobject_cast<QPushButton*>(added.front()));
+    box.setEscapeButton(added.back());
+    box.exec();
+
+    for (std::size_t index = 0; index < added.size(); ++index) {
+        if (box.clickedButton() == added[index])
+            return index;
+    }
+    return added.size() - 1;
+}
+
+} // namespace tensio

@@ -1,0 +1,61 @@
+#pragma once
+
+#include "platform/RecordGatherer.h"
+#include "platform/SerialPort.h"
+#include "platform/qt/HangUpWatch.h"
+
+#include <QObject>
+#include <QSerialPort>
+
+#include <functional>
+
+namespace tensio {
+
+class MainQueue;
+
+// A port of the operating system. Everything it tells its delegate goes through the queue, so that
+// the delegate may open an alert; the loss of the device is a close, not an error.
+class QtSerialPort
+    : public QObject
+    , public SerialPort {
+    Q_OBJECT
+
+public:
+    struct Place {
+        std::string name;
+        // The device file, or what else the system calls the port.
+        QString node;
+    };
+
+    // The scheduler and the queue must outlive the port.
+    QtSerialPort(Place place, std::size_t recordWidth, Scheduler& scheduler, MainQueue& queue);
+    ~QtSerialPort() override;
+
+    std::string name() const override { return m_place.name; }
+    void setDelegate(SerialPortDelegate* delegate) override { m_delegate = delegate; }
+    void setBaudRate(int baudRate) override;
+    void setParity(Parity parity) override;
+    void setNumberOfStopBits(int count) override;
+    void open() override;
+    // What had not been delivered yet is dropped: who closes does not want to hear more.
+    void close() override;
+
+Q_SIGNALS:
+    void openChanged(bool isOpen);
+
+private:
+    void readyRead();
+    void lose();
+    void closeLine();
+    void tell(std::function<void(SerialPortDelegate&)> message);
+
+    Place m_place;
+    MainQueue& m_queue;
+    SerialPortDelegate* m_delegate = nullptr;
+    QSerialPort m_line;
+    RecordGatherer m_gatherer;
+    HangUpWatch m_hangUpWatch;
+    bool m_isOpen = false;
+};
+
+} // namespace tensio

@@ -1,0 +1,46 @@
+#include "platform/qt/QtSerialPortList.h"
+
+#include "platform/qt/QtSerialPort.h"
+#include "platform/qt/VirtualPorts.h"
+
+#include <QFileInfo>
+#include <QSerialPortInfo>
+
+namespace tensio {
+
+namespace {
+
+constexpr std::size_t recordWidth = 6;
+constexpr quint16 bridgeVendor = 0x10c4;
+
+QString listedName(QSerialPortInfo const& info)
+{
+    auto const driverName = QStringLiteral("SLAB_USBtoUART");
+    bool const isBridge = info.hasVendorIdentifier() && info.vendorIdentifier() == bridgeVendor;
+    if (!isBridge || info.portName().contains(driverName))
+        return info.portName();
+    return QStringLiteral("%1 (%2)").arg(driverName, info.portName());
+}
+
+} // namespace
+
+std::vector<std::shared_ptr<SerialPort>> QtSerialPortList::availablePorts()
+{
+    std::vector<std::shared_ptr<SerialPort>> ports;
+    for (auto const& info : QSerialPortInfo::availablePorts()) {
+        QtSerialPort::Place const place {listedName(info).toStdString(), info.systemLocation()};
+        ports.push_back(std::make_shared<QtSerialPort>(place, recordWidth, m_scheduler, m_queue));
+    }
+    for (auto const& path : virtualPorts()) {
+        QFileInfo const link(path);
+        // Opened under the terminal's own name, for which the system keeps its locks.
+        QtSerialPort::Place const place {link.fileName().toStdString(), link.canonicalFilePath()};
+        auto const port = std::make_shared<QtSerialPort>(place, recordWidth, m_scheduler, m_queue);
+        QObject::connect(port.get(), &QtSerialPort::openChanged, port.get(),
+            [this](bool isOpen) { isVirtualPortOpen.setValue(isOpen); });
+        ports.push_back(port);
+    }
+    return ports;
+}
+
+} // namespace tensio

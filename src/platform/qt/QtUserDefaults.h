@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/UserDefaults.h"
+
+#include <QSettings>
+
+namespace tensio {
+
+// Settings in an INI file of the user's. What cannot be written is silently not kept.
+class QtUserDefaults : public UserDefaults {
+public:
+    QtUserDefaults();
+    explicit QtUserDefaults(QString const& path);
+
+    float floatForKey(std::string const& key) const override;
+    void setFloat(std::string const& key, float value) override;
+    void synchronize() override;
+
+private:
+    QSettings m_settings;
+};
+
+} // namespace tensio

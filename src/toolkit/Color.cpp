@@ -1,0 +1,15 @@
+#include "toolkit/Color.h"
+
+#include <QRegularExpression>
+
+namespace tensio {
+
+QColor colorFromHexString(QString const& text)
+{
+    static QRegularExpression const pattern(QStringLiteral("\\A#?([0-9a-fA-F]{6})\\z"));
+    auto const match = pattern.match(text);
+    return match.hasMatch() ? QColor::fromRgb(match.captured(1).toUInt(nullptr, 16) | 0xff000000u)
+                            : QColor(Qt::black);
+}
+
+} // namespace tensio

@@ -1,0 +1,95 @@
+#include "toolkit/DesignFrame.h"
+
+#include "toolkit/StyleSheet.h"
+
+#include <QAbstractButton>
+#include <QVariant>
+#include <QWidget>
+
+#include <cmath>
+
+namespace tensio {
+
+namespace {
+
+constexpr auto frameProperty = "designFrame";
+constexpr auto iconProperty = "designIconSize";
+constexpr auto scaleProperty = "designScale";
+
+int toPixels(double units, double scale)
+{
+    return static_cast<int>(std::lround(units * scale));
+}
+
+// Edges are rounded, not sizes, so that neighbours stay neighbours.
+QRect scaled(QRectF frame, double scale)
+{
+    QPoint const topLeft(toPixels(frame.left(), scale), toPixels(frame.top(), scale));
+    QPoint const bottomRight(toPixels(frame.right(), scale), toPixels(frame.bottom(), scale));
+    return {topLeft, QSize(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y())};
+}
+
+void scaleIcon(QAbstractButton& button, double scale)
+{
+    if (!button.property(iconProperty).isValid())
+        button.setProperty(iconProperty, button.iconSize());
+    button.setIconSize(button.property(iconProperty).toSize() * scale);
+}
+
+void scaleChildren(QWidget& parent, double scale)
+{
+    for (auto* child : parent.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        // What a control is made of inside is its own to place.
+        if (child->isWindow() || child->objectName().startsWith(QStringLiteral("qt_")))
+            continue;
+        setDesignFrame(*child, designFrame(*child));
+        if (auto* button = qobject_cast<QAbstractButton*>(child))
+            scaleIcon(*button, scale);
+        if (!child->inherits("QLineEdit"))
+            scaleChildren(*child, scale);
+    }
+}
+
+} // namespace
+
+QRectF designFrame(QWidget const& widget)
+{
+    auto const stored = widget.property(frameProperty);
+    return stored.isValid() ? stored.toRectF() : QRectF(widget.geometry());
+}
+
+void setDesignFrame(QWidget& widget, QRectF frame)
+{
+    widget.setProperty(frameProperty, frame);
+    widget.setGeometry(scaled(frame, designScale(widget)));
+}
+
+double designScale(QWidget const& widget)
+{
+    for (auto const* ancestor = &widget; ancestor; ancestor = ancestor->parentWidget()) {
+        if (auto const scale = ancestor->property(scaleProperty); scale.isValid())
+            return scale.toDouble();
+    }
+    return 1.0;
+}
+
+void scaleDesign(QWidget& root, double scale)
+{
+    auto const frame = designFrame(root);
+    if (!root.property(frameProperty).isValid())
+        root.setProperty(frameProperty, frame);
+    bool const isUnchanged = root.property(scaleProperty).isValid() && designScale(root) == scale;
+    if (isUnchanged)
+        return;
+    root.setProperty(scaleProperty, scale);
+    root.resize(scaled(frame, scale).size());
+    root.setStyleSheet(styleSheet(scale));
+    scaleChildren(root, scale);
+}
+
+QRectF flipped(QRectF frame, double parentHeight)
+{
+    return {frame.x(), parentHeight - frame.y() - frame.height(), frame.width(), frame.height()};
+}
+
+} // namespace tensio

@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QRectF>
+
+class QWidget;
+
+namespace tensio {
+
+// Widgets keep their place in units of the 1040 × 692 design; what stands on the screen is
+// recomputed from it at each change of scale, so that native focus, pop-ups, input methods and
+// screen readers keep working.
+
+// The frame in the parent's design coordinates, y downwards.
+QRectF designFrame(QWidget const& widget);
+
+// Places the widget at the scale that its tree is shown at.
+void setDesignFrame(QWidget& widget, QRectF frame);
+
+// Scale of the tree the widget stands in; 1 until scaleDesign has run.
+double designScale(QWidget const& widget);
+
+// Gives the root and all that stand in it their size, icon and style for the scale. The root's
+// position is its owner's.
+void scaleDesign(QWidget& root, double scale);
+
+// The same rectangle with y growing the other way in a parent of that height.
+QRectF flipped(QRectF frame, double parentHeight);
+
+} // namespace tensio

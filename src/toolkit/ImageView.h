@@ -1,0 +1,26 @@
+#pragma once
+
+#include "toolkit/Picture.h"
+
+#include <QWidget>
+
+namespace tensio {
+
+// Shows one picture, scaled to its frame.
+class ImageView : public QWidget {
+    Q_OBJECT
+
+public:
+    using QWidget::QWidget;
+
+    Picture const& picture() const { return m_picture; }
+    void setPicture(Picture picture);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    Picture m_picture;
+};
+
+} // namespace tensio

@@ -1,0 +1,30 @@
+#include "toolkit/StyleSheet.h"
+
+#include <QFile>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tensio {
+
+QString styleSheet(double scale)
+{
+    QFile file(QStringLiteral(":/look.qss"));
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    auto const design = QString::fromUtf8(file.readAll());
+
+    static QRegularExpression const length(QStringLiteral("\\b(\\d+)u\\b"));
+    QString result;
+    qsizetype end = 0;
+    for (auto const& match : length.globalMatch(design)) {
+        result += design.mid(end, match.capturedStart() - end);
+        auto const pixels = std::max(1L, std::lround(match.captured(1).toDouble() * scale));
+        result += QString::number(pixels) + QStringLiteral("px");
+        end = match.capturedEnd();
+    }
+    return result + design.mid(end);
+}
+
+} // namespace tensio

@@ -1,0 +1,192 @@
+#include "platform/qt/QtSerialPort.h"
+
+#include "device-simulator/PressingStory.h"
+#include "platform/qt/MainQueue.h"
+#include "platform/qt/QtRunLoop.h"
+#include "platform/qt/QtSerialPortList.h"
+#include "platform/qt/VirtualPorts.h"
+#include "support/PseudoTerminal.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+namespace {
+
+struct Listener : SerialPortDelegate {
+    std::string data;
+    std::vector<std::string> events;
+
+    void serialPortWasOpened() override { events.emplace_back("opened"); }
+    void serialPortDidReceiveData(std::string_view bytes) override
+    {
+        if (data.empty())
+            events.emplace_back("data");
+        data += bytes;
+    }
+    void serialPortDidEncounterError(ErrorRef error) override
+    {
+        events.push_back(error->localizedDescription());
+    }
+    void serialPortWasClosed() override { events.emplace_back("closed"); }
+    void serialPortWasRemovedFromSystem() override { events.emplace_back("removed"); }
+};
+
+struct Line {
+    PseudoTerminal terminal;
+    MainQueue queue;
+    QtRunLoop runLoop {queue};
+    Listener listener;
+    std::unique_ptr<QtSerialPort> port {makePort(QString::fromStdString(terminal.path()))};
+
+    std::unique_ptr<QtSerialPort> makePort(QString const& node)
+    {
+        auto made
+            = std::make_unique<QtSerialPort>(QtSerialPort::Place {"port", node}, 6, runLoop, queue);
+        made->setDelegate(&listener);
+        made->setBaudRate(19200);
+        return made;
+    }
+
+    void open()
+    {
+        port->open();
+        EXPECT_TRUE(QTest::qWaitFor([&] { return !listener.events.empty(); }));
+    }
+
+    bool hears(std::string const& event)
+    {
+        return QTest::qWaitFor([&] { return std::ranges::count(listener.events, event) > 0; });
+    }
+};
+
+using Texts = std::vector<std::string>;
+
+} // namespace
+
+TEST(QtSerialPort, DeliversEveryRecordOfALineThatIsWrittenByteByByte)
+{
+    Line line;
+    line.open();
+    std::string stream;
+    for (int record = 0; record < 200; ++record)
+        stream += deviceRecord(record / 10.0);
+    for (char const byte : stream) {
+        line.terminal.write(std::string_view(&byte, 1));
+        QCoreApplication::processEvents();
+    }
+    ASSERT_TRUE(QTest::qWaitFor([&] { return line.listener.data.size() >= stream.size(); }));
+    EXPECT_EQ(line.listener.data, stream);
+}
+
+TEST(QtSerialPort, TellsALossOnceAfterEverythingThatArrived)
+{
+    Line line;
+    line.open();
+    line.terminal.write("+0101a+02");
+    // The system itself drops what nobody had read when the other side went.
+    QCoreApplication::processEvents();
+    line.terminal.unplug();
+    ASSERT_TRUE(line.hears("closed"));
+    QElapsedTimer flood;
+    flood.start();
+    while (flood.elapsed() < 20)
+        QCoreApplication::processEvents();
+    EXPECT_EQ(line.listener.events, (Texts {"opened", "data", "removed", "closed"}));
+    EXPECT_EQ(line.listener.data, "+0101a+02");
+}
+
+TEST(QtSerialPort, TellsALossAlsoInSilence)
+{
+    Line line;
+    line.open();
+    line.terminal.unplug();
+    ASSERT_TRUE(line.hears("closed"));
+    EXPECT_EQ(line.listener.events, (Texts {"opened", "removed", "closed"}));
+}
+
+TEST(QtSerialPort, DropsWhatTheSystemKeptFromBeforeTheOpening)
+{
+    Line line;
+    line.terminal.write("+0999x");
+    line.open();
+    line.terminal.write("+0101a");
+    ASSERT_TRUE(line.hears("data"));
+    EXPECT_EQ(line.listener.data, "+0101a");
+}
+
+TEST(QtSerialPort, SaysWhatToDoWhenItDoesNotOpen)
+{
+    Line line;
+    auto const missing = line.makePort(QStringLiteral("/dev/tty-that-is-not-there"));
+    missing->open();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return line.listener.events.size() == 1; }));
+    EXPECT_NE(line.listener.events[0].find("装置が見つかりません"), std::string::npos);
+
+    line.listener.events.clear();
+    line.open();
+    line.listener.events.clear();
+    auto const second = line.makePort(QString::fromStdString(line.terminal.path()));
+    second->open();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return line.listener.events.size() == 1; }));
+    EXPECT_NE(line.listener.events[0].find("他のプログラムが使用中です"), std::string::npos);
+}
+
+TEST(QtSerialPort, IsSilentAfterItsDelegateOrItselfIsGone)
+{
+    Line line;
+    line.port->open();
+    line.port->setDelegate(nullptr);
+    line.port->close();
+    line.port.reset();
+    line.port = line.makePort(QString::fromStdString(line.terminal.path()));
+    line.port->open();
+    line.port.reset();
+    for (int turn = 0; turn < 10; ++turn)
+        QCoreApplication::processEvents();
+    EXPECT_TRUE(line.listener.events.empty());
+}
+
+TEST(QtSerialPort, ClosingIsToldOnceAndMayBeFollowedByAnotherOpening)
+{
+    Line line;
+    line.open();
+    line.port->close();
+    line.port->close();
+    ASSERT_TRUE(line.hears("closed"));
+    line.port->open();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return line.listener.events.size() == 3; }));
+    EXPECT_EQ(line.listener.events, (Texts {"opened", "closed", "opened"}));
+}
+
+TEST(QtSerialPortList, ListsVirtualPortsByTheNameOfTheirLinkAndTellsWhileOneIsOpen)
+{
+    QTemporaryDir runtime;
+    QFile::setPermissions(runtime.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
+    QDir().mkpath(virtualPortsFolder());
+    Line line;
+    QFile::link(QString::fromStdString(line.terminal.path()),
+        virtualPortsFolder() + QStringLiteral("/SLAB_USBtoUART-x"));
+    QFile::link(QStringLiteral("/dev/pts/none"),
+        virtualPortsFolder() + QStringLiteral("/SLAB_USBtoUART-a"));
+
+    QtSerialPortList list(line.runLoop, line.queue);
+    auto const ports = list.availablePorts();
+    ASSERT_FALSE(ports.empty());
+    EXPECT_EQ(ports.back()->name(), "SLAB_USBtoUART-x");
+    EXPECT_EQ(
+        std::ranges::count_if(ports, [](auto const& port) { return port->name().ends_with("-a"); }),
+        0);
+    std::vector<bool> open;
+    auto const observing
+        = list.isVirtualPortOpen.observe([&](bool isOpen) { open.push_back(isOpen); });
+    ports.back()->open();
+    ports.back()->close();
+    EXPECT_EQ(open, (std::vector {false, true, false}));
+}

@@ -1,0 +1,122 @@
+#include "Simulator.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <utility>
+
+namespace tensio {
+
+namespace {
+
+std::chrono::nanoseconds monotonic()
+{
+    return std::chrono::steady_clock::now().time_since_epoch();
+}
+
+double secondsNow()
+{
+    return std::chrono::duration<double>(monotonic()).count();
+}
+
+} // namespace
+
+Simulator::Simulator(SimulatorOptions options)
+    : m_options(std::move(options))
+    , m_terminal(std::make_unique<Terminal>(m_options.linkPath))
+    , m_random(m_options.seed)
+    , m_stamps(m_options.stampsFile)
+{
+    if (!m_options.stampsFile.isEmpty())
+        m_stamps.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
+    m_next.setSingleShot(true);
+    m_next.setTimerType(Qt::PreciseTimer);
+    m_pull.setSingleShot(true);
+    connect(&m_readerWatch, &QTimer::timeout, this, &Simulator::watchReader);
+    connect(&m_next, &QTimer::timeout, this, &Simulator::writeNext);
+    connect(&m_pull, &QTimer::timeout, this, &Simulator::pullCable);
+    m_readerWatch.start(50);
+}
+
+void Simulator::watchReader()
+{
+    bool const hasReader = m_terminal->hasReader();
+    if (std::exchange(m_hadReader, hasReader) == hasReader)
+        return;
+    if (hasReader)
+        begin();
+    else
+        m_next.stop();
+}
+
+void Simulator::begin()
+{
+    m_story.emplace(m_options.seed);
+    m_ahead.assign(m_options.recordedStream.begin(), m_options.recordedStream.end());
+    m_due = secondsNow();
+    if (m_options.pullAfterSeconds)
+        m_pull.start(static_cast<int>(*m_options.pullAfterSeconds * 1000.0));
+    scheduleNext();
+}
+
+void Simulator::scheduleNext()
+{
+    if (m_ahead.empty()) {
+        if (m_options.playsOnce) {
+            onFinished();
+            return;
+        }
+        auto const& recorded = m_options.recordedStream;
+        auto const more = recorded.empty() ? m_story->nextBurst() : recorded;
+        m_ahead.assign(more.begin(), more.end());
+    }
+    // Counted from when it was due, not from when it happened, so that the device's clock does not
+    // drift.
+    m_due += m_ahead.front().pauseSeconds;
+    m_next.start(static_cast<int>(std::lround(std::max(0.0, m_due - secondsNow()) * 1000.0)));
+}
+
+void Simulator::writeNext()
+{
+    auto const next = std::move(m_ahead.front());
+    m_ahead.pop_front();
+    stamp();
+    writeWithNoise(next.bytes);
+    scheduleNext();
+}
+
+void Simulator::writeWithNoise(std::string_view bytes)
+{
+    if (std::bernoulli_distribution(m_options.noiseProbability)(m_random)) {
+        std::string noise(std::uniform_int_distribution<std::size_t>(1, 11)(m_random), '\0');
+        std::ranges::generate(noise, [this] { return static_cast<char>(m_random()); });
+        m_terminal->write(noise);
+    }
+    writeInPieces(bytes);
+}
+
+void Simulator::writeInPieces(std::string_view bytes)
+{
+    while (m_options.splitsWrites && bytes.size() > 1) {
+        auto const length = std::uniform_int_distribution<std::size_t>(1, bytes.size())(m_random);
+        m_terminal->write(bytes.substr(0, length));
+        bytes.remove_prefix(length);
+    }
+    m_terminal->write(bytes);
+}
+
+void Simulator::stamp()
+{
+    if (m_stamps.isOpen())
+        m_stamps.write(QByteArray::number(monotonic().count()) + '\n');
+}
+
+void Simulator::pullCable()
+{
+    m_readerWatch.stop();
+    m_next.stop();
+    m_terminal.reset();
+    onFinished();
+}
+
+} // namespace tensio

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "Terminal.h"
+#include "device-simulator/PressingStory.h"
+
+#include <QFile>
+#include <QTimer>
+
+#include <deque>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace tensio {
+
+struct SimulatorOptions {
+    std::string linkPath;
+    // Played instead of the pressing person when not empty.
+    std::vector<TimedBytes> recordedStream;
+    bool playsOnce = false;
+    bool splitsWrites = false;
+    double noiseProbability = 0.0;
+    std::optional<double> pullAfterSeconds;
+    QString stampsFile;
+    unsigned seed = 1;
+};
+
+// Plays the device on a terminal: waits for a reader, then writes its records in time, anew for
+// each reader.
+class Simulator : public QObject {
+public:
+    explicit Simulator(SimulatorOptions options);
+
+    // Called when there is nothing more to play or the cable has been pulled.
+    std::function<void()> onFinished;
+
+private:
+    void watchReader();
+    void begin();
+    void scheduleNext();
+    void writeNext();
+    void writeWithNoise(std::string_view bytes);
+    void writeInPieces(std::string_view bytes);
+    void stamp();
+    void pullCable();
+
+    SimulatorOptions m_options;
+    std::unique_ptr<Terminal> m_terminal;
+    std::optional<PressingStory> m_story;
+    std::deque<TimedBytes> m_ahead;
+    std::mt19937 m_random;
+    QFile m_stamps;
+    QTimer m_readerWatch;
+    QTimer m_next;
+    QTimer m_pull;
+    bool m_hadReader = false;
+    double m_due = 0.0;
+};
+
+} // namespace tensio

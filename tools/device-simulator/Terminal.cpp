@@ -1,0 +1,67 @@
+#include "Terminal.h"
+
+#include <cerrno>
+#include <cstdlib>
+#include <fcntl.h>
+#include <poll.h>
+#include <system_error>
+#include <termios.h>
+#include <unistd.h>
+#include <utility>
+
+namespace tensio {
+
+namespace {
+
+void require(bool isDone, char const* what)
+{
+    if (!isDone)
+        throw std::system_error(errno, std::generic_category(), what);
+}
+
+// Bytes must pass as they are, and nothing may be echoed back. The settings belong to the terminal,
+// not to the descriptor, and stay when this one is closed; closing it also makes the master report
+// that nobody reads.
+void makeRaw(char const* terminal)
+{
+    int const slave = open(terminal, O_RDWR | O_NOCTTY | O_CLOEXEC);
+    require(slave >= 0, terminal);
+    termios settings {};
+    tcgetattr(slave, &settings);
+    cfmakeraw(&settings);
+    tcsetattr(slave, TCSANOW, &settings);
+    close(slave);
+}
+
+} // namespace
+
+Terminal::Terminal(std::string linkPath)
+    : m_linkPath(std::move(linkPath))
+{
+    m_master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    require(m_master >= 0 && grantpt(m_master) == 0 && unlockpt(m_master) == 0, "pseudo-terminal");
+    auto const* const terminal = ptsname(m_master);
+    makeRaw(terminal);
+    unlink(m_linkPath.c_str());
+    require(symlink(terminal, m_linkPath.c_str()) == 0, m_linkPath.c_str());
+}
+
+Terminal::~Terminal()
+{
+    unlink(m_linkPath.c_str());
+    close(m_master);
+}
+
+bool Terminal::hasReader() const
+{
+    pollfd watched {m_master, 0, 0};
+    return poll(&watched, 1, 0) >= 0 && (watched.revents & POLLHUP) == 0;
+}
+
+void Terminal::write(std::string_view bytes) const
+{
+    // A reader that does not read loses what does not fit, as on a real line.
+    [[maybe_unused]] auto const written = ::write(m_master, bytes.data(), bytes.size());
+}
+
+} // namespace tensio
