@@ -1,0 +1,93 @@
+#include "controls/PopUpButton.h"
+
+#include "controls/OrvMenuItemView.h"
+#include "toolkit/DesignFrame.h"
+
+#include <QMenu>
+#include <QPainter>
+#include <QWidgetAction>
+
+#include <utility>
+
+namespace tensio {
+
+PopUpButton::PopUpButton(QWidget* parent)
+    : QPushButton(parent)
+    , m_menu(new QMenu(this))
+{
+    setMenu(m_menu);
+    connect(m_menu, &QMenu::aboutToShow, this, &PopUpButton::fitRows);
+}
+
+void PopUpButton::removeAllItems()
+{
+    m_items.clear();
+    m_selected.reset();
+    m_menu->clear();
+}
+
+void PopUpButton::addItem(Item item)
+{
+    m_items.push_back(std::move(item));
+    if (m_items.size() > 1)
+        addRow(m_items.size() - 1);
+}
+
+std::optional<PopUpButton::Item> PopUpButton::selectedItem() const
+{
+    return m_selected ? std::optional(m_items[*m_selected]) : std::nullopt;
+}
+
+void PopUpButton::setTitle(QString const& title)
+{
+    m_items.front().title = title;
+    setText(title);
+    update();
+}
+
+void PopUpButton::addRow(std::size_t index)
+{
+    auto* item = new QWidgetAction(m_menu);
+    item->setText(m_items[index].title);
+    item->setDefaultWidget(new OrvMenuItemView(*item, *m_menu));
+    connect(item, &QAction::triggered, this, [this, index] {
+        m_selected = index;
+        Q_EMIT itemSelected();
+    });
+    m_menu->addAction(item);
+}
+
+void PopUpButton::fitRows()
+{
+    m_menu->setFont(font());
+    int const height = qRound(28.0 * designScale(*this));
+    for (auto* action : m_menu->actions())
+        static_cast<QWidgetAction*>(action)->defaultWidget()->setFixedSize(width(), height);
+}
+
+void PopUpButton::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    double const scale = designScale(*this);
+    painter.scale(scale, scale);
+    QRectF const frame(QPointF(0.0, 0.0), QSizeF(size()) / scale);
+
+    auto cellFont = font();
+    cellFont.setPixelSize(14);
+    cellFont.setBold(true);
+    OrvButtonCell const cell {cellFont, text(), isDown()};
+    cell.drawBorderAndBackground(painter, frame);
+    // The arrow's room is taken from the title's, so that the title stands in the middle of what is
+    // left.
+    cell.drawTitle(painter, frame.adjusted(0.0, -1.0, -12.0, -1.0));
+
+    painter.setBrush(Qt::NoBrush);
+    bool const isMarked = hasFocus() || underMouse();
+    painter.setPen(QPen(
+        isMarked ? QColor(0x00, 0x67, 0xb8) : QColor(0xb8, 0xbe, 0xc8), hasFocus() ? 2.0 : 1.0));
+    double const inset = hasFocus() ? 1.0 : 0.5;
+    painter.drawRoundedRect(frame.adjusted(inset, inset, -inset, -inset), 6.0, 6.0);
+}
+
+} // namespace tensio

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "controls/OrvButtonCell.h"
+
+#include <QPushButton>
+
+#include <optional>
+#include <vector>
+
+namespace tensio {
+
+// A pull-down button drawn by OrvButtonCell: its first item is only the button's title and is not
+// offered; the menu offers the others, as OrvMenuItemView rows.
+class PopUpButton : public QPushButton {
+    Q_OBJECT
+
+public:
+    struct Item {
+        QString title;
+        int tag = 0;
+    };
+
+    explicit PopUpButton(QWidget* parent = nullptr);
+
+    void removeAllItems();
+    void addItem(Item item);
+    std::vector<Item> const& items() const { return m_items; }
+    std::optional<Item> selectedItem() const;
+    // Renames the first item, which the button shows.
+    void setTitle(QString const& title);
+
+Q_SIGNALS:
+    void itemSelected();
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    void addRow(std::size_t index);
+    void fitRows();
+
+    std::vector<Item> m_items;
+    std::optional<std::size_t> m_selected;
+    QMenu* m_menu;
+};
+
+} // namespace tensio

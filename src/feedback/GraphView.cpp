@@ -1,0 +1,160 @@
+#include "feedback/GraphView.h"
+
+#include "toolkit/Color.h"
+#include "toolkit/DesignFrame.h"
+#include "toolkit/ImageView.h"
+#include "toolkit/UpwardPainting.h"
+
+#include <QPainter>
+#include <QPainterPath>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tensio {
+
+namespace {
+
+constexpr double border = 2.0;
+constexpr float pointInterval = 0.05f;
+
+std::vector<QColor> sweepColors()
+{
+    std::vector<QColor> colors;
+    for (auto const* text : {"#ffffff", "#ffff00", "#00ff00", "#00ffff", "#ff8000", "#ff00ff"})
+        colors.push_back(colorFromHexString(QString::fromLatin1(text)));
+    return colors;
+}
+
+QRectF inside(QSizeF designSize)
+{
+    return QRectF(QPointF(0.0, 0.0), designSize).adjusted(border, border, -border, -border);
+}
+
+void keepAtHeight(ImageView& image, double y)
+{
+    auto const parentHeight = designFrame(*image.parentWidget()).height();
+    auto const frame = designFrame(image);
+    auto const moved = flipped(QRectF(frame.x(), y, frame.width(), frame.height()), parentHeight);
+    if (moved != frame)
+        setDesignFrame(image, moved);
+}
+
+} // namespace
+
+void GraphView::setUp(ImageView& maxPressureImage, ImageView& targetPressureImage)
+{
+    m_maxPressureImage = &maxPressureImage;
+    m_targetPressureImage = &targetPressureImage;
+    auto const size = designFrame(*this).size();
+    m_plotter.emplace(sweepColors(), size.width(), size.height() - 2.0 * border, pointInterval);
+    m_plotter->setUpperBoundPressure(upperBoundPressure.value());
+    m_plotter->setTimeWindow(static_cast<std::int64_t>(timeWindow.value()));
+    m_sweeps = {};
+}
+
+void GraphView::paintEvent(QPaintEvent* /*event*/)
+{
+    auto& picture = const_cast<QImage&>(frame(size() * devicePixelRatioF()));
+    picture.setDevicePixelRatio(devicePixelRatioF());
+    QPainter(this).drawImage(0, 0, picture);
+    placeMarkers();
+}
+
+QImage const& GraphView::frame(QSize size)
+{
+    bool const isBackgroundStale = m_background.size() != size
+        || m_backgroundUpperBound != upperBoundPressure.value()
+        || m_backgroundTimeWindow != timeWindow.value();
+    if (isBackgroundStale) {
+        m_background = renderBackground(size);
+        m_backgroundUpperBound = upperBoundPressure.value();
+        m_backgroundTimeWindow = timeWindow.value();
+    }
+    if (m_frame.size() != size)
+        m_frame = QImage(size, QImage::Format_RGB32);
+    m_frame.setDevicePixelRatio(1.0);
+
+    auto const designSize = designFrame(*this).size();
+    auto const toDevice = upwardTransform(designSize, size);
+    QPainter painter(&m_frame);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(0, 0, m_background);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipRect(toDevice.mapRect(inside(designSize)).toRect());
+    painter.setTransform(toDevice);
+    drawLine(painter, heightOf(targetPressure.value()), targetColor.value());
+    drawLine(painter, heightOf(maxPressure.value()), colorFromHexString(QStringLiteral("#4dd736")));
+    painter.resetTransform();
+    if (m_plotter)
+        m_sweeps.draw(painter, *m_plotter, size, toDevice);
+    return m_frame;
+}
+
+QImage GraphView::renderBackground(QSize size) const
+{
+    QImage background(size, QImage::Format_RGB32);
+    background.fill(Qt::black);
+    auto const designSize = designFrame(*this).size();
+    auto const toDevice = upwardTransform(designSize, size);
+    auto const inner = toDevice.mapRect(inside(designSize)).toRect();
+    QPainter painter(&background);
+    painter.fillRect(inner, colorFromHexString(QStringLiteral("#001c58")));
+    painter.setClipRect(inner);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(toDevice);
+    drawGrid(painter);
+    return background;
+}
+
+void GraphView::drawGrid(QPainter& painter) const
+{
+    auto const size = designFrame(*this).size();
+    QPainterPath pressures;
+    for (float pressure = 0.0f; pressure <= upperBoundPressure.value(); pressure += 5.0f) {
+        auto const y = heightOf(pressure);
+        pressures.moveTo(border, y);
+        pressures.lineTo(size.width() - 2.0 * border, y);
+    }
+    painter.strokePath(pressures, QPen(Qt::white, 0.5, Qt::SolidLine, Qt::FlatCap));
+
+    auto const strokeTimes = [&](float stepSeconds, double lineWidth) {
+        auto const unitsPerSecond = size.width() / static_cast<double>(timeWindow.value());
+        QPainterPath times;
+        for (float time = 0.0f; time <= timeWindow.value(); time += stepSeconds) {
+            auto const x = std::round(unitsPerSecond * static_cast<double>(time));
+            times.moveTo(x, 0.0);
+            times.lineTo(x, size.height());
+        }
+        painter.strokePath(times, QPen(Qt::white, lineWidth, Qt::SolidLine, Qt::FlatCap));
+    };
+    strokeTimes(1.0f, 0.5);
+    strokeTimes(5.0f, 1.0);
+}
+
+void GraphView::drawLine(QPainter& painter, double y, QColor const& color) const
+{
+    auto const width = designFrame(*this).width();
+    painter.setPen(QPen(color, 4.0, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(QPointF(0.0, y), QPointF(width, y));
+}
+
+double GraphView::heightOf(float pressure) const
+{
+    auto const height = designFrame(*this).height();
+    auto const y
+        = static_cast<double>(pressure) / static_cast<double>(upperBoundPressure.value()) * height;
+    // A reading may be anything, infinity included; far above the top is far enough.
+    return std::isnan(y) ? 0.0 : std::clamp(std::round(y), -height, 4.0 * height);
+}
+
+void GraphView::placeMarkers()
+{
+    if (!m_maxPressureImage || !m_targetPressureImage)
+        return;
+    keepAtHeight(*m_maxPressureImage, heightOf(maxPressure.value()));
+    keepAtHeight(*m_targetPressureImage, heightOf(targetPressure.value()));
+}
+
+} // namespace tensio

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "feedback/Plotter.h"
+#include "feedback/SweepLayer.h"
+#include "reactive/MutableProperty.h"
+
+#include <QImage>
+#include <QWidget>
+
+#include <optional>
+
+namespace tensio {
+
+class ImageView;
+
+// The pressure–time graph: grid, target line, maximum line and, over them, the live sweeps. It
+// moves the two marker images to the height of their lines. It has no observers: its owner binds
+// the values and asks for the redraw.
+class GraphView : public QWidget {
+    Q_OBJECT
+
+public:
+    using QWidget::QWidget;
+
+    MutableProperty<float> upperBoundPressure {80.0f};
+    MutableProperty<float> maxPressure {10.0f};
+    MutableProperty<float> targetPressure {0.0f};
+    MutableProperty<float> currentPressure {0.0f};
+    MutableProperty<QColor> targetColor {QColor()};
+    MutableProperty<float> timeWindow {30.0f};
+
+    // Builds an empty trace for the present size and scales. The images are not owned.
+    void setUp(ImageView& maxPressureImage, ImageView& targetPressureImage);
+
+    // Null until setUp.
+    Plotter* plotter() { return m_plotter ? &*m_plotter : nullptr; }
+
+    // The picture for a surface of that size in device pixels.
+    QImage const& frame(QSize size);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QImage renderBackground(QSize size) const;
+    void drawGrid(QPainter& painter) const;
+    void drawLine(QPainter& painter, double y, QColor const& color) const;
+    double heightOf(float pressure) const;
+    void placeMarkers();
+
+    std::optional<Plotter> m_plotter;
+    ImageView* m_maxPressureImage = nullptr;
+    ImageView* m_targetPressureImage = nullptr;
+
+    SweepLayer m_sweeps;
+    QImage m_background;
+    float m_backgroundUpperBound = 0.0f;
+    float m_backgroundTimeWindow = 0.0f;
+    QImage m_frame;
+};
+
+} // namespace tensio

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QColor>
+#include <QPointF>
+#include <QPolygonF>
+
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+class QPainter;
+
+namespace tensio {
+
+// Turns pressures into the polylines of a sweep recorder: points from the left edge to the right at
+// a fixed step; a full sweep is followed by one in the next colour. Only the pressures are kept: a
+// sweep's polyline follows from its place among them and the two scales, so that a change of scale
+// costs nothing here.
+//
+// Coordinates are design units of the canvas, y upwards. A point at position i of its sweep lies at
+// (dx × i, pressure × dy + 2); every sweep begins at (0, 0).
+class Plotter {
+public:
+    static constexpr std::int64_t MAX_POINTS_PER_SCREEN = 1200;
+    static constexpr double lineWidth = 5.0;
+    // How far from its points a polyline with bevel joins can leave ink.
+    static constexpr double reach = lineWidth / 2.0;
+
+    // One sweep: a run of consecutive pressures.
+    struct Path {
+        std::size_t first = 0;
+        std::size_t count = 0;
+    };
+
+    // interval: seconds between successive points.
+    Plotter(std::vector<QColor> colors, double canvasWidth, double canvasHeight, float interval);
+
+    void newPath();
+    // Ignored until both scales are set, since no point can be placed without them.
+    void addPressurePoint(float pressure);
+    void setUpperBoundPressure(float upperBound);
+    void setTimeWindow(std::int64_t seconds);
+    void reset();
+
+    std::vector<Path> const& paths() const { return m_paths; }
+    std::vector<float> const& pressurePoints() const { return m_pressurePoints; }
+    std::int64_t pointsPerScreen() const { return m_pointsPerScreen; }
+    QPointF point(Path path, std::size_t index) const;
+
+    // Changes whenever points already drawn move or vanish.
+    std::uint64_t revision() const { return m_revision; }
+
+    // Right end of a sweep; 0 when it has no points yet.
+    double rightEnd(Path path) const;
+
+    // Strokes the part of a sweep that can touch the columns fromX to toX. Within these columns the
+    // picture is that of the whole sweep stroked; the caller clips to them.
+    void strokeColumns(QPainter& painter, std::size_t pathIndex, double fromX, double toX) const;
+
+private:
+    QPolygonF polyline(Path path, double fromX, double toX) const;
+
+    std::vector<QColor> m_colors;
+    double m_canvasWidth;
+    double m_canvasHeight;
+    float m_interval;
+    std::int64_t m_pointsPerScreen = 0;
+    std::optional<double> m_dx;
+    std::optional<double> m_dy;
+    std::vector<Path> m_paths;
+    std::vector<float> m_pressurePoints;
+    std::uint64_t m_revision = 0;
+};
+
+} // namespace tensio

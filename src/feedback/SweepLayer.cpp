@@ -1,0 +1,96 @@
+#include "feedback/SweepLayer.h"
+
+#include "feedback/Plotter.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tensio {
+
+namespace {
+// Narrow strips leave less to stroke in each frame, wide ones stroke less twice.
+constexpr int stripColumns = 4;
+} // namespace
+
+void SweepLayer::draw(
+    QPainter& painter, Plotter const& plotter, QSize size, QTransform const& toDevice)
+{
+    restartIfMoved(plotter, size, toDevice);
+    commitFinishedColumns(plotter);
+
+    auto const rightEdge
+        = (plotter.rightEnd(plotter.paths()[m_sweep]) + Plotter::reach) * toDevice.m11();
+    int const end
+        = static_cast<int>(std::min(std::ceil(rightEdge) + 1.0, static_cast<double>(size.width())));
+    if (plotter.paths()[m_sweep].count == 0 || end <= m_column) {
+        painter.drawImage(0, 0, m_finished);
+        return;
+    }
+    // The sweep's end goes over a copy of the finished columns under it, so that blending happens
+    // in the same order and the same precision as if it had been committed.
+    auto tail = m_finished.copy(m_column, 0, end - m_column, size.height());
+    stroke(tail, m_column, plotter, m_column, end);
+    painter.drawImage(QPoint(0, 0), m_finished, QRect(0, 0, m_column, size.height()));
+    painter.drawImage(m_column, 0, tail);
+    painter.drawImage(QPoint(end, 0), m_finished, QRect(end, 0, size.width() - end, size.height()));
+}
+
+void SweepLayer::restartIfMoved(Plotter const& plotter, QSize size, QTransform const& toDevice)
+{
+    if (m_finished.size() == size && m_toDevice == toDevice && m_revision == plotter.revision())
+        return;
+    if (m_finished.size() != size)
+        m_finished = QImage(size, QImage::Format_ARGB32_Premultiplied);
+    m_finished.fill(Qt::transparent);
+    m_toDevice = toDevice;
+    m_revision = plotter.revision();
+    m_sweep = 0;
+    m_column = 0;
+}
+
+void SweepLayer::commitFinishedColumns(Plotter const& plotter)
+{
+    while (m_sweep + 1 < plotter.paths().size()) {
+        commitUpTo(plotter, m_finished.width());
+        ++m_sweep;
+        m_column = 0;
+    }
+    auto const finished = lastFinishedColumn(plotter);
+    commitUpTo(plotter, finished - (finished - m_column) % stripColumns);
+}
+
+void SweepLayer::commitUpTo(Plotter const& plotter, int endColumn)
+{
+    while (m_column < endColumn) {
+        auto const end = std::min(m_column + stripColumns, endColumn);
+        stroke(m_finished, 0, plotter, m_column, end);
+        m_column = end;
+    }
+}
+
+void SweepLayer::stroke(
+    QImage& image, int imageColumn, Plotter const& plotter, int fromColumn, int endColumn) const
+{
+    QPainter painter(&image);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipRect(fromColumn - imageColumn, 0, endColumn - fromColumn, image.height());
+    painter.setTransform(m_toDevice * QTransform::fromTranslate(-imageColumn, 0.0));
+    plotter.strokeColumns(
+        painter, m_sweep, fromColumn / m_toDevice.m11(), endColumn / m_toDevice.m11());
+}
+
+int SweepLayer::lastFinishedColumn(Plotter const& plotter) const
+{
+    auto const path = plotter.paths()[m_sweep];
+    if (path.count == 0)
+        return m_column;
+    auto const untouchable = (plotter.rightEnd(path) - Plotter::reach) * m_toDevice.m11();
+    // A pixel less, for the soft edge.
+    auto const column
+        = std::clamp(std::floor(untouchable) - 1.0, 0.0, static_cast<double>(m_finished.width()));
+    return std::max(m_column, static_cast<int>(column));
+}
+
+} // namespace tensio

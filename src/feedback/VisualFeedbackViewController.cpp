@@ -1,0 +1,136 @@
+#include "feedback/VisualFeedbackViewController.h"
+
+#include "toolkit/ButtonCommand.h"
+#include "toolkit/DesignFrame.h"
+#include "ui_VisualFeedback.h"
+
+#include <QLabel>
+
+namespace tensio {
+
+VisualFeedbackViewController::VisualFeedbackViewController(
+    TensioManager& tensioManager, RunLoop& runLoop, QWidget& view)
+    : m_view(view)
+    , m_ui(std::make_unique<Ui::VisualFeedback>())
+    , m_viewModel(tensioManager, runLoop)
+{
+    m_ui->setupUi(&m_view);
+    viewDidLoad();
+}
+
+VisualFeedbackViewController::~VisualFeedbackViewController() = default;
+
+void VisualFeedbackViewController::viewDidLoad()
+{
+    m_ui->maxPressureImage->setPicture(Picture::named(QStringLiteral("gauge_max")));
+    m_ui->targetPressureImage->setPicture(m_viewModel.model.targetImage.value());
+    bindViews();
+    observeChanges();
+    attachCommands();
+}
+
+void VisualFeedbackViewController::viewWillAppear()
+{
+    layoutGaugeLabels(static_cast<double>(m_viewModel.upperBoundPressure.value()));
+    layoutGraphLabels(static_cast<double>(m_ui->graphView->timeWindow.value()));
+    m_ui->graphView->setUp(*m_ui->maxPressureImage, *m_ui->targetPressureImage);
+}
+
+void VisualFeedbackViewController::bindViews()
+{
+    auto const bind
+        = [this](auto& target, auto& source) { m_subscriptions.push_back(target.bindTo(source)); };
+    auto& gauge = *m_ui->gaugeView;
+    bind(gauge.upperBoundPressure, m_viewModel.upperBoundPressure);
+    bind(gauge.currentPressure, m_viewModel.currentPressure);
+    bind(gauge.maxPressure, m_viewModel.maxPressure);
+    bind(gauge.targetPressure, m_viewModel.targetPressure);
+    bind(gauge.targetColor, m_viewModel.model.targetColor);
+
+    auto& graph = *m_ui->graphView;
+    bind(graph.upperBoundPressure, m_viewModel.upperBoundPressure);
+    bind(graph.timeWindow, m_viewModel.timeWindow);
+    bind(graph.currentPressure, m_viewModel.currentPressure);
+    bind(graph.maxPressure, m_viewModel.maxPressure);
+    bind(graph.targetPressure, m_viewModel.targetPressure);
+    bind(graph.targetColor, m_viewModel.model.targetColor);
+}
+
+void VisualFeedbackViewController::observeChanges()
+{
+    auto const onChange = [this](auto& source, auto reaction) {
+        m_subscriptions.push_back(source.observeChanges(reaction));
+    };
+    onChange(m_viewModel.model.targetImage,
+        [this](Picture const& image) { m_ui->targetPressureImage->setPicture(image); });
+    onChange(m_viewModel.upperBoundPressure, [this](float upperBound) {
+        redrawGaugeAndGraph();
+        layoutGaugeLabels(static_cast<double>(upperBound));
+        if (auto* plotter = m_ui->graphView->plotter())
+            plotter->setUpperBoundPressure(upperBound);
+    });
+    onChange(m_viewModel.timeWindow, [this](float timeWindow) {
+        m_ui->graphView->update();
+        layoutGraphLabels(static_cast<double>(timeWindow));
+        if (auto* plotter = m_ui->graphView->plotter())
+            plotter->setTimeWindow(static_cast<std::int64_t>(timeWindow));
+    });
+    onChange(m_viewModel.currentPressure, [this](float pressure) {
+        redrawGaugeAndGraph();
+        if (auto* plotter = m_ui->graphView->plotter())
+            plotter->addPressurePoint(pressure);
+    });
+    onChange(m_viewModel.maxPressure, [this](float) { redrawGaugeAndGraph(); });
+    onChange(m_viewModel.targetPressure, [this](float) { redrawGaugeAndGraph(); });
+    onChange(m_viewModel.shouldReset, [this](bool shouldReset) {
+        auto* plotter = m_ui->graphView->plotter();
+        if (shouldReset && plotter)
+            plotter->reset();
+    });
+}
+
+void VisualFeedbackViewController::attachCommands()
+{
+    runOnClick(*m_ui->upButton, m_viewModel.cocoaActionIncUpperBoundPressure, *this);
+    runOnClick(*m_ui->downButton, m_viewModel.cocoaActionDecUpperBoundPressure, *this);
+    runOnClick(*m_ui->rightButton, m_viewModel.cocoaActionIncTimeWindow, *this);
+    runOnClick(*m_ui->leftButton, m_viewModel.cocoaActionDecTimeWindow, *this);
+}
+
+void VisualFeedbackViewController::redrawGaugeAndGraph()
+{
+    m_ui->gaugeView->update();
+    m_ui->graphView->update();
+}
+
+void VisualFeedbackViewController::layoutGaugeLabels(double upperBound)
+{
+    auto const unitsPerKPa = designFrame(*m_ui->gaugeView).height() / upperBound;
+    m_gaugeLabels.emplace();
+    for (double pressure = 5.0; pressure <= upperBound; pressure += 5.0)
+        m_gaugeLabels->push_back(
+            makeLabel(*m_ui->zeroLabel, pressure, 0.0, pressure * unitsPerKPa));
+}
+
+void VisualFeedbackViewController::layoutGraphLabels(double timeWindow)
+{
+    auto const unitsPerSecond = designFrame(*m_ui->graphView).width() / timeWindow;
+    m_graphLabels.emplace();
+    for (double time = 5.0; time <= timeWindow; time += 5.0)
+        m_graphLabels->push_back(makeLabel(*m_ui->zeroTimeLabel, time, time * unitsPerSecond, 0.0));
+}
+
+std::unique_ptr<QLabel> VisualFeedbackViewController::makeLabel(
+    QLabel const& zeroLabel, double value, double dx, double dy)
+{
+    auto label = std::make_unique<QLabel>(&m_view);
+    label->setProperty("role", zeroLabel.property("role"));
+    label->setFont(zeroLabel.font());
+    label->setAlignment(Qt::AlignCenter);
+    label->setText(QString::number(value, 'f', 0));
+    setDesignFrame(*label, designFrame(zeroLabel).translated(dx, -dy));
+    label->show();
+    return label;
+}
+
+} // namespace tensio

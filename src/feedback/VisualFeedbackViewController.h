@@ -1,0 +1,56 @@
+#pragma once
+
+#include "feedback/VisualFeedbackViewModel.h"
+
+#include <QObject>
+
+#include <memory>
+#include <optional>
+#include <vector>
+
+class QLabel;
+class QWidget;
+
+namespace Ui {
+class VisualFeedback;
+}
+
+namespace tensio {
+
+// The live area: binds the view-model to gauge, graph and markers, feeds the graph's plotter and
+// builds the numbers along the scales.
+class VisualFeedbackViewController : public QObject {
+    Q_OBJECT
+
+public:
+    // The view is not owned; it must outlive the controller.
+    VisualFeedbackViewController(TensioManager& tensioManager, RunLoop& runLoop, QWidget& view);
+    ~VisualFeedbackViewController() override;
+
+    // Builds the scale labels and starts a fresh, empty trace.
+    void viewWillAppear();
+
+    VisualFeedbackViewModel& viewModel() { return m_viewModel; }
+
+private:
+    using Labels = std::vector<std::unique_ptr<QLabel>>;
+
+    void viewDidLoad();
+    void bindViews();
+    void observeChanges();
+    void attachCommands();
+    void redrawGaugeAndGraph();
+    void layoutGaugeLabels(double upperBound);
+    void layoutGraphLabels(double timeWindow);
+    std::unique_ptr<QLabel> makeLabel(QLabel const& zeroLabel, double value, double dx, double dy);
+
+    QWidget& m_view;
+    std::unique_ptr<Ui::VisualFeedback> m_ui;
+    VisualFeedbackViewModel m_viewModel;
+    // Absent until the screen first appears.
+    std::optional<Labels> m_gaugeLabels;
+    std::optional<Labels> m_graphLabels;
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

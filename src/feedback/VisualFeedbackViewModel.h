@@ -1,0 +1,48 @@
+#pragma once
+
+#include "feedback/VisualFeedbackModel.h"
+#include "reactive/Action.h"
+#include "reactive/CocoaAction.h"
+
+namespace tensio {
+
+class TensioManager;
+
+// The state behind the live area: the scales, mirrors of the session's pressures and flags, and
+// when the target marker blinks. Pressures in kPa, times in seconds.
+class VisualFeedbackViewModel {
+public:
+    static constexpr float maxUpperBoundPressure = 100.0f;
+    static constexpr float minUpperBoundPressure = 10.0f;
+    static constexpr float maxTimeWindow = 60.0f;
+    static constexpr float minTimeWindow = 10.0f;
+
+    // Both must outlive the view-model.
+    VisualFeedbackViewModel(TensioManager& tensioManager, RunLoop& runLoop);
+
+    MutableProperty<float> upperBoundPressure {80.0f};
+    MutableProperty<float> timeWindow {30.0f};
+    MutableProperty<float> maxPressure {0.0f};
+    MutableProperty<float> targetPressure {0.0f};
+    MutableProperty<float> currentPressure {0.0f};
+    MutableProperty<bool> isMeasuring {false};
+    MutableProperty<bool> shouldReset {false};
+    VisualFeedbackModel model;
+
+private:
+    Action<float> m_changeUpperBoundPressure;
+    Action<float> m_changeTimeWindow;
+
+public:
+    CocoaAction cocoaActionIncUpperBoundPressure;
+    CocoaAction cocoaActionDecUpperBoundPressure;
+    CocoaAction cocoaActionIncTimeWindow;
+    CocoaAction cocoaActionDecTimeWindow;
+
+private:
+    void updateCurrentPressure(float pressure);
+
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

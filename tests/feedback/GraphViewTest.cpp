@@ -1,0 +1,174 @@
+#include "feedback/GraphView.h"
+
+#include "feedback/GaugeView.h"
+#include "toolkit/DesignFrame.h"
+#include "toolkit/ImageView.h"
+#include "toolkit/UpwardPainting.h"
+
+#include <QPainter>
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+
+using namespace tensio;
+
+namespace {
+
+struct Graph {
+    QWidget parent;
+    QWidget markers {&parent};
+    ImageView maxImage {&markers};
+    ImageView targetImage {&markers};
+    GraphView view {&parent};
+
+    Graph()
+    {
+        setDesignFrame(markers, QRectF(692.0, 53.0, 56.0, 462.0));
+        for (auto* image : {&maxImage, &targetImage})
+            setDesignFrame(*image, QRectF(0.0, 440.0, 51.0, 22.0));
+        setDesignFrame(view, QRectF(164.0, 64.0, 524.0, 440.0));
+        view.setUp(maxImage, targetImage);
+    }
+};
+
+// What the layered drawing must look like: every sweep stroked whole, one over the other, on a
+// transparent sheet.
+QImage restroke(Plotter const& plotter, QImage const& ground, QSizeF designSize)
+{
+    QImage sweeps(ground.size(), QImage::Format_ARGB32_Premultiplied);
+    sweeps.fill(Qt::transparent);
+    auto const toDevice = upwardTransform(designSize, ground.size());
+    {
+        QPainter painter(&sweeps);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setTransform(toDevice);
+        std::vector<QRgb> const colors {0xffffff, 0xffff00, 0x00ff00, 0x00ffff, 0xff8000, 0xff00ff};
+        for (std::size_t index = 0; index < plotter.paths().size(); ++index) {
+            QPolygonF line {QPointF(0.0, 0.0)};
+            for (std::size_t point = 0; point < plotter.paths()[index].count; ++point)
+                line << plotter.point(plotter.paths()[index], point);
+            painter.setPen(QPen(QColor(colors[index % colors.size()]), 5.0, Qt::SolidLine,
+                Qt::FlatCap, Qt::BevelJoin));
+            if (line.size() > 1)
+                painter.drawPolyline(line);
+        }
+    }
+    auto picture = ground;
+    QPainter painter(&picture);
+    painter.setClipRect(
+        toDevice.mapRect(QRectF(2.0, 2.0, designSize.width() - 4.0, designSize.height() - 4.0))
+            .toRect());
+    painter.drawImage(0, 0, sweeps);
+    painter.end();
+    return picture;
+}
+
+int differingPixels(QImage const& left, QImage const& right)
+{
+    int count = 0;
+    for (int y = 0; y < left.height(); ++y) {
+        for (int x = 0; x < left.width(); ++x)
+            count += left.pixel(x, y) != right.pixel(x, y) ? 1 : 0;
+    }
+    return count;
+}
+
+float smooth(int index)
+{
+    return 35.0f + 30.0f * std::sin(static_cast<float>(index) * 0.07f);
+}
+
+float noisy(int)
+{
+    static std::mt19937 random(3);
+    return std::uniform_real_distribution(0.0f, 80.0f)(random);
+}
+
+struct Trace {
+    std::string name;
+    float (*pressure)(int);
+    int points;
+    double scale;
+    std::int64_t laterWindow;
+};
+
+} // namespace
+
+TEST(GraphView, LayersLookExactlyLikeStrokingEverySweepEachTime)
+{
+    std::vector<Trace> const traces {{"smooth", smooth, 450, 1.0, 0}, {"noisy", noisy, 450, 1.0, 0},
+        {"wrapped", smooth, 1700, 1.0, 0}, {"noisy, wrapped, one and a half", noisy, 1300, 1.5, 0},
+        {"rescaled in the middle of a sweep", smooth, 900, 1.0, 60},
+        {"shrunk past the edge", noisy, 500, 1.0, 10}, {"odd scale", smooth, 700, 0.73, 45}};
+    for (auto const& trace : traces) {
+        Graph graph;
+        QSizeF const designSize(524.0, 440.0);
+        auto const size = (designSize * trace.scale).toSize();
+        auto const ground = graph.view.frame(size).copy();
+        auto& plotter = *graph.view.plotter();
+        for (int index = 0; index < trace.points; ++index) {
+            plotter.addPressurePoint(trace.pressure(index));
+            // Uneven frames, so that strips end in the middle of what a frame adds.
+            if (index % 7 == 0 || index % 11 == 0)
+                graph.view.frame(size);
+            if (trace.laterWindow != 0 && index == trace.points * 2 / 3)
+                plotter.setTimeWindow(trace.laterWindow);
+        }
+        auto const layered = graph.view.frame(size).copy();
+        auto const expected = restroke(plotter, ground, designSize);
+        EXPECT_EQ(differingPixels(layered, expected), 0) << trace.name;
+        EXPECT_GT(differingPixels(layered, ground), 1000) << trace.name;
+    }
+}
+
+TEST(GraphView, DrawsGridAndLinesWhereTheyBelong)
+{
+    Graph graph;
+    graph.view.targetPressure.setValue(40.0f);
+    graph.view.targetColor.setValue(QColor(0xe60012));
+    graph.view.maxPressure.setValue(60.0f);
+    auto const picture = graph.view.frame(QSize(524, 440)).copy();
+    // Rows count from the top; the middle of the view is 40 of 80 kPa.
+    EXPECT_EQ(picture.pixelColor(100, 219), QColor(0xe60012));
+    EXPECT_EQ(picture.pixelColor(100, 109), QColor(0x4dd736));
+    EXPECT_EQ(picture.pixelColor(1, 200), QColor(Qt::black));
+    EXPECT_EQ(picture.pixelColor(95, 100), QColor(0x001c58));
+    int verticalLines = 0;
+    for (int x = 3; x < 521; ++x)
+        verticalLines
+            += picture.pixelColor(x, 100).red() > 10 && picture.pixelColor(x - 1, 100).red() <= 10
+            ? 1
+            : 0;
+    EXPECT_EQ(verticalLines, 29)
+        << "30 s have 31 lines, of which the first and the last lie under the border";
+}
+
+TEST(GraphView, KeepsTheMarkersLevelWithTheirLinesAtAnyScale)
+{
+    Graph graph;
+    graph.view.targetPressure.setValue(20.0f);
+    graph.view.maxPressure.setValue(std::numeric_limits<float>::infinity());
+    graph.view.grab();
+    // Half a marker below the graph's bottom the container begins, so the frame's own number puts
+    // it level.
+    EXPECT_EQ(designFrame(graph.targetImage).center().y(), 462.0 - 110.0 - 11.0);
+    EXPECT_LT(designFrame(graph.maxImage).bottom(), 0.0);
+}
+
+TEST(GaugeView, FillsTheColumnInProportionAndSurvivesEveryReading)
+{
+    GaugeView gauge;
+    setDesignFrame(gauge, QRectF(0.0, 0.0, 64.0, 404.0));
+    EXPECT_FALSE(gauge.grab().isNull()) << "no scale yet";
+    gauge.upperBoundPressure.setValue(80.0f);
+    gauge.currentPressure.setValue(40.0f);
+    auto const half = gauge.grab().toImage();
+    EXPECT_EQ(half.pixelColor(30, 210), QColor(0x009cff));
+    EXPECT_EQ(half.pixelColor(30, 195), QColor(0x434343));
+    for (float const reading : {std::numeric_limits<float>::infinity(), 1e30f, 80.0f}) {
+        gauge.currentPressure.setValue(reading);
+        EXPECT_EQ(gauge.grab().toImage().pixelColor(30, 10), QColor(0x009cff));
+    }
+}
