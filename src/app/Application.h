@@ -1,0 +1,43 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "app/MainWindowController.h"
+#include "core/TensioManager.h"
+#include "platform/qt/MainQueue.h"
+#include "platform/qt/QtAlerts.h"
+#include "platform/qt/QtRunLoop.h"
+#include "platform/qt/QtSerialPortList.h"
+#include "platform/qt/QtUserDefaults.h"
+
+#include <QObject>
+
+namespace tensio {
+
+// Puts the program together: the services, the one session manager and the window. Needs a
+// QApplication.
+class Application : public QObject {
+    Q_OBJECT
+
+public:
+    Application();
+
+    TensioManager& tensioManager() { return m_tensioManager; }
+    MainWindow& window() { return m_windowController.window(); }
+
+private:
+    MainQueue m_mainQueue;
+    QtRunLoop m_runLoop {m_mainQueue};
+    QtSerialPortList m_ports {m_runLoop, m_mainQueue};
+    SystemClock m_clock;
+    QtUserDefaults m_userDefaults;
+    QtAlerts m_alerts {m_mainQueue};
+    TensioManager m_tensioManager {m_ports, m_runLoop, m_clock, m_userDefaults};
+    MainWindowController m_windowController {m_tensioManager, m_runLoop, m_alerts};
+    AppDelegate m_delegate {m_tensioManager};
+    Subscriptions m_subscriptions;
+};
+
+// Typeface, language and look of every window; before the first window is made.
+void prepareLook();
+
+} // namespace tensio

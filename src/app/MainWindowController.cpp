@@ -1,0 +1,31 @@
+#include "app/MainWindowController.h"
+
+namespace tensio {
+
+MainWindowController::MainWindowController(
+    TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts)
+    : m_contentController(tensioManager, runLoop, alerts, m_window.contentView())
+{
+    windowDidLoad();
+}
+
+void MainWindowController::windowDidLoad()
+{
+    connect(&m_window, &MainWindow::willLayout, this,
+        [this](QSize size) { m_contentController.fit(size); });
+    connect(
+        &m_window, &MainWindow::willAppear, this, [this] { m_contentController.viewWillAppear(); });
+    showSimulationInTitle(false);
+    m_window.resize(static_cast<int>(TensioViewController::width),
+        static_cast<int>(TensioViewController::height));
+    m_contentController.fit(m_window.size());
+}
+
+void MainWindowController::showSimulationInTitle(bool isSimulated)
+{
+    m_window.setWindowTitle(isSimulated
+            ? QStringLiteral("tensio — 模擬装置（実際の測定ではありません）")
+            : QStringLiteral("tensio"));
+}
+
+} // namespace tensio

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "app/MainWindow.h"
+#include "app/TensioViewController.h"
+
+#include <QObject>
+
+namespace tensio {
+
+// Opens the main window on the root view and keeps both at the same size.
+class MainWindowController : public QObject {
+    Q_OBJECT
+
+public:
+    MainWindowController(TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts);
+
+    MainWindow& window() { return m_window; }
+    // Simulated readings must never pass for a subject's.
+    void showSimulationInTitle(bool isSimulated);
+
+private:
+    void windowDidLoad();
+
+    MainWindow m_window;
+    TensioViewController m_contentController;
+};
+
+} // namespace tensio

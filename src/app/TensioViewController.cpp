@@ -1,0 +1,49 @@
+#include "app/TensioViewController.h"
+
+#include "core/TensioManager.h"
+#include "feedback/VisualFeedbackViewController.h"
+#include "panels/HeaderViewController.h"
+#include "panels/InfoControlsViewController.h"
+#include "toolkit/DesignFrame.h"
+#include "ui_Tensio.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tensio {
+
+TensioViewController::TensioViewController(
+    TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QWidget& contentView)
+    : m_tensioManager(tensioManager)
+    , m_view(std::make_unique<QWidget>(&contentView))
+    , m_ui(std::make_unique<Ui::Tensio>())
+{
+    m_view->setObjectName(QStringLiteral("rootView"));
+    m_ui->setupUi(m_view.get());
+    m_header = std::make_unique<HeaderViewController>(tensioManager, *m_ui->headerView);
+    m_visualFeedback = std::make_unique<VisualFeedbackViewController>(
+        tensioManager, runLoop, *m_ui->visualFeedbackView);
+    m_infoControls = std::make_unique<InfoControlsViewController>(
+        tensioManager, runLoop, alerts, *m_ui->infoControlsView);
+}
+
+TensioViewController::~TensioViewController() = default;
+
+void TensioViewController::viewWillAppear()
+{
+    m_subscriptions.clear();
+    m_ui->coverView->hide();
+    m_subscriptions.push_back(m_tensioManager.isShowingPopup.observeChanges(
+        [this](bool isShowing) { m_ui->coverView->setVisible(isShowing); }));
+    m_visualFeedback->viewWillAppear();
+}
+
+void TensioViewController::fit(QSizeF size)
+{
+    auto const scale = std::min(size.width() / width, size.height() / height);
+    scaleDesign(*m_view, scale);
+    m_view->move(static_cast<int>(std::lround((size.width() - scale * width) / 2.0)),
+        static_cast<int>(std::lround((size.height() - scale * height) / 2.0)));
+}
+
+} // namespace tensio

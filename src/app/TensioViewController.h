@@ -1,0 +1,53 @@
+#pragma once
+
+#include "reactive/Subscription.h"
+
+#include <QSizeF>
+
+#include <memory>
+
+class QWidget;
+
+namespace Ui {
+class Tensio;
+}
+
+namespace tensio {
+
+class Alerts;
+class HeaderViewController;
+class InfoControlsViewController;
+class RunLoop;
+class TensioManager;
+class VisualFeedbackViewController;
+
+// The root view: holds the panels at their places in the 1040 × 692 design, scales the whole to the
+// window and dims it while the user information dialog is open.
+class TensioViewController {
+public:
+    static constexpr double width = 1040.0;
+    static constexpr double height = 692.0;
+
+    // The content view becomes the root view's parent; it must outlive the controller, as all else
+    // handed in.
+    TensioViewController(
+        TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QWidget& contentView);
+    TensioViewController(TensioViewController const&) = delete;
+    TensioViewController& operator=(TensioViewController const&) = delete;
+    ~TensioViewController();
+
+    void viewWillAppear();
+    // Scales the design uniformly to the size, in the window's units, and centres it.
+    void fit(QSizeF size);
+
+private:
+    TensioManager& m_tensioManager;
+    std::unique_ptr<QWidget> m_view;
+    std::unique_ptr<Ui::Tensio> m_ui;
+    std::unique_ptr<HeaderViewController> m_header;
+    std::unique_ptr<VisualFeedbackViewController> m_visualFeedback;
+    std::unique_ptr<InfoControlsViewController> m_infoControls;
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

@@ -1,0 +1,29 @@
+#include "panels/HeaderViewController.h"
+
+#include "core/DateText.h"
+#include "ui_Header.h"
+
+namespace tensio {
+
+HeaderViewController::HeaderViewController(TensioManager& tensioManager, QWidget& view)
+    : m_ui(std::make_unique<Ui::Header>())
+    , m_headerViewModel(tensioManager)
+{
+    m_ui->setupUi(&view);
+    showDate(m_headerViewModel.dateTime.value());
+    m_subscriptions.push_back(
+        m_headerViewModel.dateTime.observeChanges([this](Date date) { showDate(date); }));
+    m_subscriptions.push_back(m_headerViewModel.username.observe([this](std::string const& name) {
+        m_ui->nameLabel->setText(QString::fromStdString(name));
+    }));
+}
+
+HeaderViewController::~HeaderViewController() = default;
+
+void HeaderViewController::showDate(Date date)
+{
+    m_ui->dateTimeLabel->setText(
+        QString::fromStdString(formatLocalTime(date, "%Y/%m/%d %H:%M:%S")));
+}
+
+} // namespace tensio

@@ -1,0 +1,118 @@
+#include "panels/InfoControlsViewController.h"
+
+#include "core/NumberFormat.h"
+#include "core/TensioManager.h"
+#include "panels/UserInfoViewController.h"
+#include "toolkit/ButtonCommand.h"
+#include "ui_InfoControls.h"
+
+#include <array>
+
+namespace tensio {
+
+namespace {
+constexpr std::array percentages {1, 100, 90, 80, 70, 60, 50, 40, 30, 20, 10};
+}
+
+InfoControlsViewController::InfoControlsViewController(
+    TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QWidget& view)
+    : m_tensioManager(tensioManager)
+    , m_alerts(alerts)
+    , m_view(view)
+    , m_ui(std::make_unique<Ui::InfoControls>())
+    , m_viewModel(tensioManager, runLoop)
+    , m_startAction(
+          [this](Nothing) { return SignalProducer<Nothing>::completingAfter([this] { start(); }); })
+    , m_cocoaActionStart(m_startAction, Nothing {})
+{
+    m_ui->setupUi(&m_view);
+    viewDidLoad();
+}
+
+InfoControlsViewController::~InfoControlsViewController() = default;
+
+void InfoControlsViewController::viewDidLoad()
+{
+    showReadOuts();
+    runOnClick(*m_ui->targetPressureUpButton, m_viewModel.cocoaActionIncTargetPressure, *this);
+    runOnClick(*m_ui->targetPressureDownButton, m_viewModel.cocoaActionDecTargetPressure, *this);
+    runOnClick(*m_ui->finishButton, m_viewModel.cocoaActionDisconnect, *this);
+    m_subscriptions.push_back(m_viewModel.isMeasuring.observe(
+        [this](bool isMeasuring) { showMeasuringState(isMeasuring); }));
+    m_subscriptions.push_back(m_tensioManager.connectAction.observe(
+        [this](auto const& event) { connectionEvent(event); }));
+    runOnClick(*m_ui->startButton, m_cocoaActionStart, *this);
+    m_ui->segueButton->hide();
+    connect(m_ui->segueButton, &QAbstractButton::clicked, this,
+        &InfoControlsViewController::openUserInfo);
+    fillPercentPopup();
+    m_ui->startButton->setFocus();
+}
+
+void InfoControlsViewController::showReadOuts()
+{
+    auto const show = [this](MutableProperty<float>& value, QLabel* label) {
+        m_subscriptions.push_back(value.observe([label](float pressure) {
+            label->setText(QString::fromStdString(formatFixed(pressure, 1)));
+        }));
+    };
+    show(m_viewModel.targetPressure, m_ui->targetPressureLabel);
+    show(m_viewModel.currentPressure, m_ui->currentPressureLabel);
+    show(m_viewModel.maxPressure, m_ui->maxPressureLabel);
+}
+
+void InfoControlsViewController::showMeasuringState(bool isMeasuring)
+{
+    m_ui->startButton->setEnabled(!isMeasuring);
+    m_ui->finishButton->setEnabled(isMeasuring);
+    m_ui->statusImageView->setPicture(
+        Picture::named(isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off")));
+    m_ui->statusLabel->setText(isMeasuring ? QStringLiteral("測定中") : QStringLiteral("待機中"));
+}
+
+void InfoControlsViewController::fillPercentPopup()
+{
+    m_ui->percentPopup->removeAllItems();
+    for (int const percentage : percentages)
+        m_ui->percentPopup->addItem({QStringLiteral("%1%").arg(percentage), percentage});
+    m_ui->percentPopup->setTitle(QStringLiteral("100%"));
+    connect(m_ui->percentPopup, &PopUpButton::itemSelected, this,
+        &InfoControlsViewController::percentSelected);
+}
+
+void InfoControlsViewController::percentSelected()
+{
+    auto const item = m_ui->percentPopup->selectedItem();
+    if (!item)
+        return;
+    m_ui->percentPopup->setTitle(item->title);
+    m_tensioManager.changeTargetPressurePercentAction.apply(static_cast<float>(item->tag) / 100.0f);
+}
+
+void InfoControlsViewController::start()
+{
+    bool const mayDiscard = !m_viewModel.hasData.value()
+        || m_alerts.runModal(AlertStyle::Warning,
+               "前回の舌圧測定データが削除されます。\nよろしいでしょうか？", {"OK", "Cancel"})
+            == 0;
+    if (mayDiscard)
+        m_ui->segueButton->click();
+}
+
+void InfoControlsViewController::openUserInfo()
+{
+    m_userInfo = std::make_unique<UserInfoViewController>(m_tensioManager, m_view);
+    m_userInfo->show();
+}
+
+void InfoControlsViewController::connectionEvent(Event<Nothing, ErrorRef> const& event)
+{
+    if (auto const* failure = std::get_if<FailedEvent<ErrorRef>>(&event)) {
+        m_alerts.runModal(AlertStyle::Critical, failure->error->localizedDescription(), {"OK"});
+        m_tensioManager.isMeasuring.setValue(false);
+    } else if (std::holds_alternative<InterruptedEvent>(event)) {
+        m_alerts.runModal(AlertStyle::Critical, "切断されました。", {"OK"});
+    }
+}
+
+} // namespace tensio

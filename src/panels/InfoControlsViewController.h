@@ -1,0 +1,54 @@
+#pragma once
+
+#include "panels/InfoControlsViewModel.h"
+#include "platform/Alerts.h"
+#include "platform/Error.h"
+#include "reactive/Signal.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QWidget;
+
+namespace Ui {
+class InfoControls;
+}
+
+namespace tensio {
+
+class UserInfoViewController;
+
+// The control panel: target, read-outs, lamp, Start and Finish, percentage. Opens the user
+// information dialog and tells the user of failed and lost connections.
+class InfoControlsViewController : public QObject {
+    Q_OBJECT
+
+public:
+    // Nothing handed in is owned; all must outlive the controller.
+    InfoControlsViewController(
+        TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QWidget& view);
+    ~InfoControlsViewController() override;
+
+private:
+    void viewDidLoad();
+    void showReadOuts();
+    void showMeasuringState(bool isMeasuring);
+    void fillPercentPopup();
+    void percentSelected();
+    void start();
+    void openUserInfo();
+    void connectionEvent(Event<Nothing, ErrorRef> const& event);
+
+    TensioManager& m_tensioManager;
+    Alerts& m_alerts;
+    QWidget& m_view;
+    std::unique_ptr<Ui::InfoControls> m_ui;
+    InfoControlsViewModel m_viewModel;
+    Action<Nothing> m_startAction;
+    CocoaAction m_cocoaActionStart;
+    std::unique_ptr<UserInfoViewController> m_userInfo;
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

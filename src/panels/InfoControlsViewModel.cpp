@@ -1,0 +1,32 @@
+#include "panels/InfoControlsViewModel.h"
+
+#include "core/TensioManager.h"
+#include "reactive/combineLatest.h"
+#include "reactive/throttle.h"
+
+namespace tensio {
+
+namespace {
+constexpr float step = 0.1f;
+constexpr Seconds readOutInterval {0.5};
+} // namespace
+
+InfoControlsViewModel::InfoControlsViewModel(TensioManager& tensioManager, RunLoop& runLoop)
+    : cocoaActionIncTargetPressure(tensioManager.changeTargetPressureAction, step)
+    , cocoaActionDecTargetPressure(tensioManager.changeTargetPressureAction, -step)
+    , cocoaActionConnect(tensioManager.connectAction, Nothing {})
+    , cocoaActionDisconnect(tensioManager.disconnectAction, Nothing {})
+{
+    m_subscriptions.push_back(combineLatest<float, float>(tensioManager.targetPressure,
+        tensioManager.targetPressurePercent,
+        [this](float target, float percent) { targetPressure.setValue(target * percent); }));
+    m_subscriptions.push_back(throttle<float>(tensioManager.currentPressure, readOutInterval,
+        runLoop, [this](float pressure) { currentPressure.setValue(pressure); }));
+    m_subscriptions.push_back(throttle<float>(tensioManager.maxPressure, readOutInterval, runLoop,
+        [this](float pressure) { maxPressure.setValue(pressure); }));
+    m_subscriptions.push_back(isMeasuring.bindTo(tensioManager.isMeasuring));
+    m_subscriptions.push_back(tensioManager.sliceOfMeasurements.observeChanges(
+        [this](Measurements const& slice) { hasData.setValue(!slice.empty()); }));
+}
+
+} // namespace tensio

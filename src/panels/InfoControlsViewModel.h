@@ -1,0 +1,33 @@
+#pragma once
+
+#include "platform/RunLoop.h"
+#include "reactive/CocoaAction.h"
+#include "reactive/MutableProperty.h"
+
+namespace tensio {
+
+class TensioManager;
+
+// The session's values as the control panel shows them: the effective target, live and maximum
+// pressure at a calm rate, and the panel's commands. Pressures in kPa.
+class InfoControlsViewModel {
+public:
+    // Both must outlive the view-model.
+    InfoControlsViewModel(TensioManager& tensioManager, RunLoop& runLoop);
+
+    MutableProperty<float> targetPressure {0.0f};
+    MutableProperty<float> currentPressure {0.0f};
+    MutableProperty<float> maxPressure {0.0f};
+    MutableProperty<bool> isMeasuring {false};
+    MutableProperty<bool> hasData {false};
+
+    CocoaAction cocoaActionIncTargetPressure;
+    CocoaAction cocoaActionDecTargetPressure;
+    CocoaAction cocoaActionConnect;
+    CocoaAction cocoaActionDisconnect;
+
+private:
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

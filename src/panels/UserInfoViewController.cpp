@@ -1,0 +1,133 @@
+#include "panels/UserInfoViewController.h"
+
+#include "core/NumberFormat.h"
+#include "core/NumberText.h"
+#include "core/TensioManager.h"
+#include "panels/UserInfoWindow.h"
+#include "toolkit/DesignFrame.h"
+#include "ui_UserInfo.h"
+
+#include <QTextBoundaryFinder>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tensio {
+
+namespace {
+
+// Where the name stops being at most that many user-perceived characters.
+qsizetype endOfCharacters(QString const& text, int count)
+{
+    QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
+    for (int passed = 0; passed < count && finder.toNextBoundary() != -1; ++passed) { }
+    return finder.position() == -1 ? text.size() : finder.position();
+}
+
+QString pressureText(float pressure)
+{
+    return QString::fromStdString(formatFixed(pressure, 1));
+}
+
+std::optional<float> readPressure(QLineEdit const& input)
+{
+    return readNumber(input.text().toStdString());
+}
+
+} // namespace
+
+UserInfoViewController::UserInfoViewController(TensioManager& tensioManager, QWidget const& opener)
+    : m_tensioManager(tensioManager)
+    , m_opener(opener)
+    , m_window(std::make_unique<UserInfoWindow>(*opener.window()))
+    , m_ui(std::make_unique<Ui::UserInfo>())
+{
+    m_ui->setupUi(m_window.get());
+    viewDidLoad();
+}
+
+UserInfoViewController::~UserInfoViewController()
+{
+    // Hiding says so to the session; that must happen while this object is whole.
+    m_window->hide();
+}
+
+void UserInfoViewController::viewDidLoad()
+{
+    m_ui->pressureInput->setText(pressureText(m_tensioManager.defaultTargetPressure.value()));
+    m_ui->nameInput->setText(QString::fromStdString(m_tensioManager.username.value()));
+    m_subscriptions.push_back(m_tensioManager.connectAction.observe([this](auto const& event) {
+        if (std::holds_alternative<ValueEvent<Nothing>>(event))
+            connectionOpened();
+    }));
+    connect(
+        m_ui->incPressureButton, &QAbstractButton::clicked, this, [this] { changePressure(0.1f); });
+    connect(m_ui->decPressureButton, &QAbstractButton::clicked, this,
+        [this] { changePressure(-0.1f); });
+    connect(m_ui->cancelButton, &QAbstractButton::clicked, m_window.get(), &QWidget::close);
+    connect(m_ui->okButton, &QAbstractButton::clicked, this, &UserInfoViewController::ok);
+    connect(m_window.get(), &UserInfoWindow::willAppear, this,
+        [this] { m_tensioManager.isShowingPopup.setValue(true); });
+    connect(m_window.get(), &UserInfoWindow::willDisappear, this,
+        [this] { m_tensioManager.isShowingPopup.setValue(false); });
+}
+
+void UserInfoViewController::show()
+{
+    // As large as the window it stands on, but never too small to read.
+    scaleDesign(*m_window, std::max(designScale(m_opener), 1.0));
+    m_window->setFixedSize(m_window->size());
+    m_window->show();
+    m_ui->nameInput->setFocus();
+}
+
+void UserInfoViewController::changePressure(float step)
+{
+    if (auto const pressure = readPressure(*m_ui->pressureInput)) {
+        m_ui->pressureInput->setText(pressureText(std::clamp(
+            *pressure + step, TensioManager::minTargetPressure, TensioManager::maxTargetPressure)));
+    }
+    m_ui->pressureInput->setFocus();
+}
+
+void UserInfoViewController::ok()
+{
+    if (isNameValid() && isPressureValid())
+        m_tensioManager.connectAction.apply(Nothing {});
+}
+
+bool UserInfoViewController::isNameValid()
+{
+    auto const name = m_ui->nameInput->text();
+    auto const end = endOfCharacters(name, maxNameLength);
+    if (!name.isEmpty() && end == name.size())
+        return true;
+    m_ui->nameInput->setText(name.left(end));
+    m_ui->nameInput->setFocus();
+    return false;
+}
+
+bool UserInfoViewController::isPressureValid()
+{
+    auto const pressure = readPressure(*m_ui->pressureInput);
+    auto const bounded = std::clamp(pressure.value_or(0.0f), TensioManager::minTargetPressure,
+        TensioManager::maxTargetPressure);
+    if (pressure == bounded)
+        return true;
+    bool const isNumber = pressure && !std::isnan(*pressure);
+    if (isNumber)
+        m_ui->pressureInput->setText(pressureText(bounded));
+    m_ui->pressureInput->setFocus();
+    return false;
+}
+
+void UserInfoViewController::connectionOpened()
+{
+    m_window->close();
+    // The text may have been edited while the port was opening; then the previous target stays.
+    if (auto const pressure = readPressure(*m_ui->pressureInput))
+        m_tensioManager.targetPressure.setValue(*pressure);
+    m_tensioManager.username.setValue(m_ui->nameInput->text().toStdString());
+}
+
+} // namespace tensio

@@ -1,0 +1,49 @@
+#pragma once
+
+#include "reactive/Subscription.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QWidget;
+
+namespace Ui {
+class UserInfo;
+}
+
+namespace tensio {
+
+class TensioManager;
+class UserInfoWindow;
+
+// The user information dialog: asks for the subject's name and target, checks both and runs the
+// connect command. Closes, and stores what was entered, when the connection has opened.
+class UserInfoViewController : public QObject {
+    Q_OBJECT
+
+public:
+    static constexpr int maxNameLength = 10;
+
+    // The dialog stands on the opener's window, at its scale. Both must outlive the controller.
+    UserInfoViewController(TensioManager& tensioManager, QWidget const& opener);
+    ~UserInfoViewController() override;
+
+    void show();
+
+private:
+    void viewDidLoad();
+    void changePressure(float step);
+    void ok();
+    bool isNameValid();
+    bool isPressureValid();
+    void connectionOpened();
+
+    TensioManager& m_tensioManager;
+    QWidget const& m_opener;
+    std::unique_ptr<UserInfoWindow> m_window;
+    std::unique_ptr<Ui::UserInfo> m_ui;
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

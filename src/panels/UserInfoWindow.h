@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QDialog>
+
+namespace tensio {
+
+// The window of the user information dialog: modal to the main window, without an event loop of its
+// own, so that the connection it starts can report back.
+class UserInfoWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit UserInfoWindow(QWidget& mainWindow);
+
+Q_SIGNALS:
+    void willAppear();
+    void willDisappear();
+
+protected:
+    void showEvent(QShowEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
+};
+
+} // namespace tensio

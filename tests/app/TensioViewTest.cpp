@@ -1,0 +1,91 @@
+#include "app/MainWindowController.h"
+#include "support/Session.h"
+#include "toolkit/DesignFrame.h"
+
+#include <QPushButton>
+
+#include <gtest/gtest.h>
+#include <optional>
+
+using namespace tensio;
+
+namespace {
+
+struct Window {
+    Session session;
+    FakeAlerts alerts;
+    std::optional<MainWindowController> controller {
+        std::in_place, session.manager, session.runLoop, alerts};
+
+    Window() { controller->window().show(); }
+
+    QWidget& find(char const* name)
+    {
+        return *controller->window().findChild<QWidget*>(QString::fromLatin1(name));
+    }
+};
+
+} // namespace
+
+TEST(TensioView, ScalesTheDesignUniformlyAndCentresIt)
+{
+    struct Row {
+        QSize content;
+        QRect root;
+        QSize startButton;
+    };
+    std::vector<Row> const rows {{{1040, 692}, {0, 0, 1040, 692}, {120, 52}},
+        {{2080, 692}, {520, 0, 1040, 692}, {120, 52}}, {{520, 692}, {0, 173, 520, 346}, {60, 26}},
+        {{1560, 1038}, {0, 0, 1560, 1038}, {180, 78}},
+        {{8000, 600}, {3549, 0, 902, 600}, {104, 45}}};
+    Window window;
+    for (auto const& [content, root, startButton] : rows) {
+        window.controller->window().resize(content);
+        EXPECT_EQ(window.find("rootView").geometry(), root);
+        EXPECT_EQ(window.find("startButton").size(), startButton);
+        EXPECT_FALSE(window.controller->window().grab().isNull());
+    }
+}
+
+TEST(TensioView, SurvivesATinyWindow)
+{
+    Window window;
+    window.controller->window().resize(1, 1);
+    EXPECT_FALSE(window.controller->window().grab().isNull());
+    window.controller->window().resize(1040, 692);
+    EXPECT_EQ(window.find("finishButton").geometry(), QRect(144, 492, 120, 52));
+}
+
+TEST(TensioView, DimsTheWindowWhileTheDialogIsOpen)
+{
+    Window window;
+    auto& cover = window.find("coverView");
+    EXPECT_FALSE(cover.isVisible());
+    static_cast<QPushButton&>(window.find("startButton")).click();
+    EXPECT_TRUE(cover.isVisible());
+    EXPECT_EQ(cover.geometry(), window.find("rootView").rect());
+    window.find("UserInfo").close();
+    EXPECT_FALSE(cover.isVisible());
+}
+
+TEST(TensioView, SaysInTheTitleThatReadingsAreSimulated)
+{
+    Window window;
+    auto const plain = window.controller->window().windowTitle();
+    window.controller->showSimulationInTitle(true);
+    EXPECT_TRUE(window.controller->window().windowTitle().contains(QStringLiteral("模擬")));
+    window.controller->showSimulationInTitle(false);
+    EXPECT_EQ(window.controller->window().windowTitle(), plain);
+}
+
+TEST(TensioView, MayGoInTheMiddleOfASessionWithTheDialogOpen)
+{
+    Window window;
+    static_cast<QPushButton&>(window.find("startButton")).click();
+    window.session.manager.connectAction.apply(Nothing {});
+    window.controller.reset();
+    window.session.port->delegate->serialPortWasOpened();
+    window.session.receive({20.0});
+    window.session.runLoop.advance(Seconds(3.0));
+    EXPECT_EQ(window.session.bestPressures(), std::vector {20.0f});
+}

@@ -1,0 +1,198 @@
+#include "panels/HeaderViewController.h"
+#include "panels/UserInfoViewController.h"
+#include "support/Session.h"
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+#include <optional>
+
+using namespace tensio;
+
+namespace {
+
+struct Dialog {
+    Session session;
+    QWidget mainWindow;
+    std::optional<UserInfoViewController> controller;
+
+    Dialog() { open(); }
+
+    void open()
+    {
+        controller.emplace(session.manager, mainWindow);
+        controller->show();
+    }
+
+    QLineEdit& input(char const* name) const
+    {
+        return *mainWindow.findChild<QLineEdit*>(QString::fromLatin1(name));
+    }
+    void click(char const* name) const
+    {
+        mainWindow.findChild<QPushButton*>(QString::fromLatin1(name))->click();
+    }
+    void fill(QString const& name, QString const& pressure) const
+    {
+        input("nameInput").setText(name);
+        input("pressureInput").setText(pressure);
+    }
+    bool isConnecting() const { return session.manager.connectAction.isExecuting(); }
+    QString focused() const
+    {
+        return mainWindow.findChild<QWidget*>(QStringLiteral("UserInfo"))
+            ->focusWidget()
+            ->objectName();
+    }
+};
+
+struct Entry {
+    QString name;
+    QString pressure;
+    QString nameAfter;
+    QString pressureAfter;
+    QString focusAfter;
+};
+
+} // namespace
+
+TEST(UserInfo, StartsWithTheLastNameAndTheDefaultTarget)
+{
+    Dialog dialog;
+    dialog.session.manager.username.setValue("山田 花子");
+    dialog.session.manager.defaultTargetPressure.setValue(40.0f);
+    dialog.open();
+    EXPECT_EQ(dialog.input("nameInput").text(), QStringLiteral("山田 花子"));
+    EXPECT_EQ(dialog.input("pressureInput").text(), QStringLiteral("40.0"));
+    EXPECT_TRUE(dialog.session.manager.isShowingPopup.value());
+    dialog.click("cancelButton");
+    EXPECT_FALSE(dialog.session.manager.isShowingPopup.value());
+    EXPECT_FALSE(dialog.isConnecting());
+}
+
+TEST(UserInfo, StepsStayWithinBoundsAndLeaveOtherTextsAlone)
+{
+    Dialog dialog;
+    struct Row {
+        QString text;
+        char const* button;
+        QString result;
+    };
+    std::vector<Row> const rows {{u"79.95"_qs, "incPressureButton", u"80.0"_qs},
+        {u"80.0"_qs, "incPressureButton", u"80.0"_qs},
+        {u"10.05"_qs, "decPressureButton", u"10.0"_qs},
+        {u"30.0"_qs, "incPressureButton", u"30.1"_qs}, {u"nan"_qs, "incPressureButton", u"nan"_qs},
+        {u"12,5"_qs, "decPressureButton", u"12,5"_qs}, {u"abc"_qs, "incPressureButton", u"abc"_qs}};
+    for (auto const& [text, button, result] : rows) {
+        dialog.fill(QString(), text);
+        dialog.input("nameInput").setFocus();
+        dialog.click(button);
+        EXPECT_EQ(dialog.input("pressureInput").text(), result);
+        EXPECT_EQ(dialog.focused(), QStringLiteral("pressureInput"));
+    }
+}
+
+TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
+{
+    auto const eleven = QStringLiteral("一二三四五六七八九十百");
+    auto const family = QStringLiteral("👨‍👩‍👧が");
+    std::vector<Entry> const entries {
+        {QString(), u"5"_qs, QString(), u"5"_qs, u"nameInput"_qs},
+        {eleven, u"5"_qs, eleven.left(10), u"5"_qs, u"nameInput"_qs},
+        {family.repeated(6), u"30"_qs, family.repeated(5), u"30"_qs, u"nameInput"_qs},
+        {u"山田"_qs, u"12,5"_qs, u"山田"_qs, u"12,5"_qs, u"pressureInput"_qs},
+        {u"山田"_qs, QString(), u"山田"_qs, QString(), u"pressureInput"_qs},
+        {u"山田"_qs, u"nan"_qs, u"山田"_qs, u"nan"_qs, u"pressureInput"_qs},
+        {u"山田"_qs, u"5"_qs, u"山田"_qs, u"10.0"_qs, u"pressureInput"_qs},
+        {u"山田"_qs, u"95"_qs, u"山田"_qs, u"80.0"_qs, u"pressureInput"_qs},
+    };
+    for (auto const& entry : entries) {
+        Dialog dialog;
+        dialog.fill(entry.name, entry.pressure);
+        dialog.click("okButton");
+        EXPECT_EQ(dialog.input("nameInput").text(), entry.nameAfter);
+        EXPECT_EQ(dialog.input("pressureInput").text(), entry.pressureAfter);
+        EXPECT_EQ(dialog.focused(), entry.focusAfter);
+        EXPECT_FALSE(dialog.isConnecting());
+    }
+}
+
+TEST(UserInfo, ASecondOkAfterTheCorrectionConnects)
+{
+    Dialog dialog;
+    dialog.fill(QStringLiteral("一二三四五六七八九十百"), QStringLiteral("80"));
+    dialog.click("okButton");
+    EXPECT_FALSE(dialog.isConnecting());
+    dialog.click("okButton");
+    EXPECT_TRUE(dialog.isConnecting());
+    auto const calls = dialog.session.port->calls;
+    dialog.click("okButton");
+    EXPECT_EQ(dialog.session.port->calls, calls) << "a second OK while it connects does nothing";
+}
+
+TEST(UserInfo, ClosesAndStoresTheEntriesWhenThePortHasOpened)
+{
+    Dialog dialog;
+    dialog.fill(QStringLiteral("山田"), QStringLiteral("42.5"));
+    dialog.click("okButton");
+    EXPECT_TRUE(dialog.session.manager.isShowingPopup.value());
+    dialog.session.port->delegate->serialPortWasOpened();
+    EXPECT_FALSE(dialog.session.manager.isShowingPopup.value());
+    EXPECT_EQ(dialog.session.manager.username.value(), "山田");
+    EXPECT_EQ(dialog.session.manager.targetPressure.value(), 42.5f);
+}
+
+TEST(UserInfo, StaysOpenWhenTheConnectionFailsAndMayBeTriedAgain)
+{
+    Dialog dialog;
+    dialog.session.ports.ports.clear();
+    dialog.fill(QStringLiteral("山田"), QStringLiteral("42.5"));
+    dialog.click("okButton");
+    EXPECT_TRUE(dialog.session.manager.isShowingPopup.value());
+    EXPECT_TRUE(dialog.session.manager.username.value().empty());
+    dialog.session.ports.ports.push_back(dialog.session.port);
+    dialog.click("okButton");
+    dialog.session.port->delegate->serialPortWasOpened();
+    EXPECT_EQ(dialog.session.manager.username.value(), "山田");
+}
+
+TEST(UserInfo, AConnectionThatOpensAfterTheDialogHasGoneReachesNobody)
+{
+    Dialog dialog;
+    dialog.fill(QStringLiteral("山田"), QStringLiteral("42.5"));
+    dialog.click("okButton");
+    dialog.controller.reset();
+    EXPECT_FALSE(dialog.session.manager.isShowingPopup.value());
+    dialog.session.port->delegate->serialPortWasOpened();
+    EXPECT_TRUE(dialog.session.manager.username.value().empty());
+}
+
+TEST(UserInfo, EnterIsOkAndEscapeIsCancel)
+{
+    Dialog dialog;
+    auto* const window = dialog.mainWindow.findChild<QWidget*>(QStringLiteral("UserInfo"));
+    dialog.fill(QStringLiteral("山田"), QStringLiteral("5"));
+    QTest::keyClick(&dialog.input("nameInput"), Qt::Key_Return);
+    EXPECT_EQ(dialog.input("pressureInput").text(), QStringLiteral("10.0"));
+    QTest::keyClick(window, Qt::Key_Escape);
+    EXPECT_FALSE(dialog.session.manager.isShowingPopup.value());
+}
+
+TEST(Header, ShowsTheNameAndTheRunningTime)
+{
+    Session session;
+    QWidget view;
+    HeaderViewController const header(session.manager, view);
+    auto const text = [&](char const* name) {
+        return view.findChild<QLabel*>(QString::fromLatin1(name))->text();
+    };
+    EXPECT_EQ(text("dateTimeLabel"), QStringLiteral("2024/03/05 14:07:09"));
+    session.clock.date -= std::chrono::hours(5);
+    session.runLoop.advance(Seconds(1.0));
+    EXPECT_EQ(text("dateTimeLabel"), QStringLiteral("2024/03/05 09:07:09"));
+    session.manager.username.setValue("山田 花子");
+    EXPECT_EQ(text("nameLabel"), QStringLiteral("山田 花子"));
+}
