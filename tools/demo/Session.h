@@ -1,0 +1,36 @@
+#pragma once
+
+#include "Stage.h"
+
+#include <QProcess>
+#include <QTemporaryDir>
+
+namespace tensio {
+
+class Application;
+class LatencyMeter;
+
+// One session as a clinician would run it, with the simulated device on a real terminal.
+class Session {
+public:
+    Session(Application& application, LatencyMeter& meter, QString const& folder);
+
+    // Throws DemoFailure when something does not go as it should.
+    void play();
+
+private:
+    void refuseWithoutDevice();
+    void plugIn(QStringList const& options);
+    void measureThreeTimes();
+    void finish();
+    void loseDevice();
+    void report() const;
+
+    Application& m_application;
+    LatencyMeter& m_meter;
+    Stage m_stage;
+    QTemporaryDir m_temporary;
+    QProcess m_simulator;
+};
+
+} // namespace tensio

@@ -1,0 +1,129 @@
+#include "Stage.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPainter>
+#include <QPushButton>
+#include <QTest>
+#include <QTimer>
+
+#include <cstdio>
+
+namespace tensio {
+
+namespace {
+
+constexpr int patienceMilliseconds = 60'000;
+
+[[noreturn]] void fail(QString const& text)
+{
+    throw DemoFailure(text.toStdString());
+}
+
+QMessageBox* alertOnScreen()
+{
+    return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+}
+
+} // namespace
+
+Stage::Stage(QWidget& window, QString const& folder)
+    : m_window(window)
+    , m_folder(folder)
+{
+    m_folder.mkpath(QStringLiteral("."));
+    // An alert has an event loop of its own, so a timer must answer it.
+    auto* watch = new QTimer(&m_window);
+    QObject::connect(watch, &QTimer::timeout, &m_window, [this] { answerAlert(); });
+    watch->start(200);
+}
+
+void Stage::waitUntil(QString const& what, std::function<bool()> const& condition) const
+{
+    QElapsedTimer timer;
+    timer.start();
+    while (!condition()) {
+        if (!m_wrongAlert.isEmpty())
+            fail(QStringLiteral("unexpected alert: ") + m_wrongAlert);
+        if (timer.hasExpired(patienceMilliseconds))
+            fail(QStringLiteral("waited in vain for: ") + what);
+        QTest::qWait(10);
+    }
+}
+
+void Stage::waitFor(int milliseconds) const
+{
+    QTest::qWait(milliseconds);
+}
+
+void Stage::click(QString const& name) const
+{
+    QTest::mouseClick(&find(name), Qt::LeftButton);
+}
+
+void Stage::type(QString const& name, QString const& text) const
+{
+    auto& input = dynamic_cast<QLineEdit&>(find(name));
+    input.setFocus();
+    input.selectAll();
+    // Japanese comes through an input method, not through keys.
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QApplication::sendEvent(&input, &event);
+}
+
+void Stage::expectAlert(QString const& text, QString const& pictureName)
+{
+    m_expectedAlert = text;
+    m_alertPicture = pictureName;
+}
+
+void Stage::waitForAlert() const
+{
+    waitUntil(QStringLiteral("the alert ") + m_expectedAlert,
+        [this] { return m_expectedAlert.isEmpty() && !alertOnScreen(); });
+}
+
+void Stage::answerAlert()
+{
+    auto* alert = alertOnScreen();
+    if (!alert)
+        return;
+    if (alert->text() == m_expectedAlert)
+        takePicture(m_alertPicture);
+    else
+        m_wrongAlert = alert->text();
+    m_expectedAlert.clear();
+    QTest::mouseClick(alert->buttons().constFirst(), Qt::LeftButton);
+}
+
+void Stage::takePicture(QString const& name) const
+{
+    auto picture = m_window.grab().toImage();
+    QPainter painter(&picture);
+    for (auto* dialog : QApplication::topLevelWidgets()) {
+        if (!dialog->isVisible() || dialog == &m_window)
+            continue;
+        painter.drawPixmap(
+            dialog->geometry().topLeft() - m_window.geometry().topLeft(), dialog->grab());
+    }
+    painter.end();
+    auto const path = m_folder.filePath(name + QStringLiteral(".png"));
+    if (!picture.save(path))
+        fail(QStringLiteral("cannot write ") + path);
+    std::printf("  %s\n", qPrintable(path));
+}
+
+QWidget& Stage::find(QString const& name) const
+{
+    for (auto* window : QApplication::topLevelWidgets()) {
+        auto* widget = window->findChild<QWidget*>(name);
+        if (window->isVisible() && widget)
+            return *widget;
+    }
+    fail(QStringLiteral("no such control on screen: ") + name);
+}
+
+} // namespace tensio

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <QDir>
+#include <QString>
+
+#include <functional>
+#include <stdexcept>
+
+class QWidget;
+
+namespace tensio {
+
+// The unattended session did not go as it should.
+class DemoFailure : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+// The hands and eyes of the unattended session: clicks and types on the real window, looks at it,
+// answers alerts.
+class Stage {
+public:
+    // Pictures go into the folder, which is made if need be.
+    Stage(QWidget& window, QString const& folder);
+
+    // Turns the event loop until the condition holds; throws DemoFailure when it does not within a
+    // minute.
+    void waitUntil(QString const& what, std::function<bool()> const& condition) const;
+    void waitFor(int milliseconds) const;
+
+    void click(QString const& name) const;
+    void type(QString const& name, QString const& text) const;
+    // The next alert must say this; it is pictured and answered with its first button.
+    void expectAlert(QString const& text, QString const& pictureName);
+    // Once the expected alert has come and gone.
+    void waitForAlert() const;
+
+    // The main window with the dialogs that stand above it.
+    void takePicture(QString const& name) const;
+
+private:
+    void answerAlert();
+    QWidget& find(QString const& name) const;
+
+    QWidget& m_window;
+    QDir m_folder;
+    QString m_expectedAlert;
+    QString m_alertPicture;
+    QString m_wrongAlert;
+};
+
+} // namespace tensio
