@@ -3,6 +3,7 @@
 #include "core/TensioManager.h"
 #include "feedback/VisualFeedbackViewController.h"
 #include "panels/HeaderViewController.h"
+#include "panels/HistoryViewController.h"
 #include "panels/InfoControlsViewController.h"
 #include "toolkit/DesignFrame.h"
 #include "ui_Tensio.h"
@@ -25,6 +26,7 @@ TensioViewController::TensioViewController(
         tensioManager, runLoop, *m_ui->visualFeedbackView);
     m_infoControls = std::make_unique<InfoControlsViewController>(
         tensioManager, runLoop, alerts, *m_ui->infoControlsView);
+    m_history = std::make_unique<HistoryViewController>(tensioManager, *m_ui->historyView);
 }
 
 TensioViewController::~TensioViewController() = default;

@@ -16,6 +16,7 @@ namespace tensio {
 
 class Alerts;
 class HeaderViewController;
+class HistoryViewController;
 class InfoControlsViewController;
 class RunLoop;
 class TensioManager;
@@ -47,6 +48,7 @@ private:
     std::unique_ptr<HeaderViewController> m_header;
     std::unique_ptr<VisualFeedbackViewController> m_visualFeedback;
     std::unique_ptr<InfoControlsViewController> m_infoControls;
+    std::unique_ptr<HistoryViewController> m_history;
     Subscriptions m_subscriptions;
 };
 

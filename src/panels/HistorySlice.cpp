@@ -1,0 +1,133 @@
+#include "panels/HistorySlice.h"
+
+#include "core/DateText.h"
+#include "core/NumberFormat.h"
+#include "core/TensioManager.h"
+#include "toolkit/Color.h"
+#include "toolkit/DesignFrame.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <utility>
+
+namespace tensio {
+
+namespace {
+
+constexpr double firstTileX = 139.0;
+constexpr double gap = 4.0;
+constexpr double bottom = 7.0;
+// Top of the Japanese em box over the baseline. The line box of the typeface is taller, and would
+// push big and small texts that belong together off a common line.
+constexpr double ascent = 0.88;
+
+} // namespace
+
+HistorySlice::HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measurement> measurement,
+    int index, QWidget& parent)
+    : QWidget(&parent)
+    , m_tensioManager(tensioManager)
+    , m_measurement(std::move(measurement))
+    , m_numberText(QString::number(m_measurement->number))
+    , m_pressureText(QString::fromStdString(formatFixed(*m_measurement->bestPressure, 1)))
+    , m_dateString(QString::fromStdString(formatLocalTime(*m_measurement->timeStamp, "%H:%M:%S")))
+{
+    auto const size = m_bgImage.size();
+    QRectF const frame(QPointF(firstTileX + index * (size.width() + gap), bottom), size);
+    setDesignFrame(*this, flipped(frame, designFrame(parent).height()));
+    setFocusPolicy(Qt::StrongFocus);
+    describe();
+}
+
+void HistorySlice::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    auto const size = designFrame(*this).size();
+    painter.scale(width() / size.width(), height() / size.height());
+    auto const& background = m_measurement->isCounted.value() ? m_bgImageSelected : m_bgImage;
+    background.draw(painter, QRectF(QPointF(0.0, 0.0), size));
+    drawOutline(painter);
+    painter.setPen(Qt::black);
+    drawText(painter, {{10.0, 30.0, 30.0, 30.0}, 15.0, m_numberText});
+    drawText(painter, {{30.0, 26.0, 30.0, 30.0}, 10.0, QStringLiteral("回目")});
+    drawText(painter, {{2.0, 0.0, 50.0, 45.0}, 20.0, m_pressureText});
+    drawText(painter, {{45.0, 19.0, 30.0, 20.0}, 12.0, QStringLiteral("kPa")});
+    drawText(painter, {{0.0, 5.0, 70.0, 20.0}, 12.0, m_dateString});
+}
+
+void HistorySlice::mousePressEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton)
+        toggle();
+}
+
+void HistorySlice::keyPressEvent(QKeyEvent* event)
+{
+    if (event->key() == Qt::Key_Space)
+        toggle();
+    else
+        QWidget::keyPressEvent(event);
+}
+
+void HistorySlice::enterEvent(QEnterEvent* event)
+{
+    QWidget::enterEvent(event);
+    update();
+}
+
+void HistorySlice::leaveEvent(QEvent* event)
+{
+    QWidget::leaveEvent(event);
+    update();
+}
+
+void HistorySlice::toggle()
+{
+    if (!m_measurement->isEnabled.value() || m_tensioManager.isMeasuring.value())
+        return;
+    m_measurement->isCounted.setValue(!m_measurement->isCounted.value());
+    describe();
+    update();
+}
+
+void HistorySlice::describe()
+{
+    auto const state
+        = m_measurement->isCounted.value() ? QStringLiteral("選択中") : QStringLiteral("未選択");
+    setAccessibleName(QStringLiteral("%1回目 %2 kPa %3 %4")
+                          .arg(m_numberText, m_pressureText, m_dateString, state));
+}
+
+void HistorySlice::drawText(QPainter& painter, Text const& text) const
+{
+    auto textFont = font();
+    textFont.setBold(true);
+    textFont.setPixelSize(static_cast<int>(text.size));
+    // 100.0 is a little wider than its rectangle.
+    double const textWidth = QFontMetricsF(textFont).horizontalAdvance(text.text);
+    double const squeeze = std::min(1.0, text.rect.width() / textWidth);
+    double const baseline = designFrame(*this).height() - text.rect.bottom() + ascent * text.size;
+    painter.save();
+    painter.setFont(textFont);
+    painter.translate(text.rect.right() - textWidth * squeeze, baseline);
+    painter.scale(squeeze, 1.0);
+    painter.drawText(QPointF(0.0, 0.0), text.text);
+    painter.restore();
+}
+
+void HistorySlice::drawOutline(QPainter& painter) const
+{
+    if (!hasFocus() && !underMouse())
+        return;
+    auto const size = designFrame(*this).size();
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(colorFromHexString(QStringLiteral("#0067b8")), hasFocus() ? 3.0 : 1.5));
+    painter.drawRoundedRect(
+        QRectF(QPointF(0.0, 0.0), size).adjusted(1.5, 1.5, -1.5, -1.5), 6.0, 6.0);
+}
+
+} // namespace tensio

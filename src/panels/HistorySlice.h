@@ -1,0 +1,55 @@
+#pragma once
+
+#include "core/Measurement.h"
+#include "toolkit/Picture.h"
+
+#include <QWidget>
+
+namespace tensio {
+
+class TensioManager;
+
+// One tile of the history strip: number, best pressure and time of a finished measurement. A click,
+// or Space, selects it or takes the selection back, but only between sessions. The texts are those
+// of the moment it was made.
+class HistorySlice : public QWidget {
+    Q_OBJECT
+
+public:
+    // index: position on the page, from 0. The manager must outlive the tile.
+    HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measurement> measurement, int index,
+        QWidget& parent);
+
+    QString const& numberText() const { return m_numberText; }
+    QString const& pressureText() const { return m_pressureText; }
+    QString const& dateString() const { return m_dateString; }
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void enterEvent(QEnterEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+
+private:
+    struct Text {
+        QRectF rect;
+        double size;
+        QString text;
+    };
+
+    void toggle();
+    void describe();
+    void drawText(QPainter& painter, Text const& text) const;
+    void drawOutline(QPainter& painter) const;
+
+    TensioManager& m_tensioManager;
+    std::shared_ptr<Measurement> m_measurement;
+    Picture m_bgImage {Picture::named(QStringLiteral("bottom_box"))};
+    Picture m_bgImageSelected {Picture::named(QStringLiteral("bottom_box_on"))};
+    QString m_numberText;
+    QString m_pressureText;
+    QString m_dateString;
+};
+
+} // namespace tensio

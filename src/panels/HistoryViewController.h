@@ -1,0 +1,41 @@
+#pragma once
+
+#include "panels/HistoryViewModel.h"
+
+#include <QObject>
+
+#include <memory>
+#include <vector>
+
+class QWidget;
+
+namespace Ui {
+class History;
+}
+
+namespace tensio {
+
+class HistorySlice;
+
+// The history strip: a tile for each measurement of the page, paging, and the average of the
+// selected ones.
+class HistoryViewController : public QObject {
+    Q_OBJECT
+
+public:
+    // The view is not owned; it and the manager must outlive the controller.
+    HistoryViewController(TensioManager& tensioManager, QWidget& view);
+    ~HistoryViewController() override;
+
+private:
+    void rebuild(Measurements const& measurements);
+
+    TensioManager& m_tensioManager;
+    QWidget& m_view;
+    std::unique_ptr<Ui::History> m_ui;
+    HistoryViewModel m_viewModel;
+    std::vector<std::unique_ptr<HistorySlice>> m_historySliceViews;
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

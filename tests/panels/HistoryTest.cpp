@@ -1,0 +1,97 @@
+#include "panels/HistorySlice.h"
+#include "panels/HistoryViewController.h"
+#include "support/Session.h"
+#include "toolkit/DesignFrame.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+namespace {
+
+struct Strip {
+    Session session;
+    QWidget view;
+    HistoryViewController controller {session.manager, view};
+
+    explicit Strip(std::vector<double> const& presses)
+    {
+        session.connect();
+        for (auto const pressure : presses)
+            session.press({pressure});
+    }
+
+    QList<HistorySlice*> tiles() const { return view.findChildren<HistorySlice*>(); }
+    QString numbers() const
+    {
+        QString numbers;
+        for (auto const* tile : tiles())
+            numbers += tile->numberText();
+        return numbers;
+    }
+    void finish() { session.manager.disconnectAction.apply(Nothing {}); }
+    void press(int index) const { QTest::mousePress(tiles().at(index), Qt::LeftButton); }
+    QString average() const
+    {
+        return view.findChild<QLabel*>(QStringLiteral("averageLabel"))->text();
+    }
+    void click(char const* name) const
+    {
+        view.findChild<QPushButton*>(QString::fromLatin1(name))->click();
+    }
+};
+
+} // namespace
+
+TEST(History, ATileSaysNumberPressureAndTime)
+{
+    Strip strip({20.0});
+    strip.session.clock.date = Date(std::chrono::seconds(1709629503));
+    strip.session.press({35.24});
+    auto const* tile = strip.tiles().at(1);
+    EXPECT_EQ(tile->numberText(), QStringLiteral("2"));
+    EXPECT_EQ(tile->pressureText(), QStringLiteral("35.2"));
+    EXPECT_EQ(tile->dateString(), QStringLiteral("09:05:03"));
+    EXPECT_EQ(tile->accessibleName(), QStringLiteral("2回目 35.2 kPa 09:05:03 未選択"));
+    EXPECT_EQ(designFrame(*tile), QRectF(219.0, 7.0, 76.0, 62.0));
+}
+
+TEST(History, ShowsThePageAndTurnsIt)
+{
+    Strip strip({1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0});
+    EXPECT_EQ(strip.numbers(), QStringLiteral("34567"));
+    for (int click = 0; click < 3; ++click)
+        strip.click("backButton");
+    EXPECT_EQ(strip.numbers(), QStringLiteral("12345"));
+    strip.click("forwardButton");
+    EXPECT_EQ(strip.numbers(), QStringLiteral("23456"));
+    strip.finish();
+    strip.session.connect();
+    EXPECT_TRUE(strip.tiles().isEmpty());
+}
+
+TEST(History, SelectsUpToThreeBetweenSessionsOnly)
+{
+    Strip strip({20.0, 30.0, 40.5, 60.0});
+    EXPECT_EQ(strip.average(), QStringLiteral("0.0"));
+    strip.press(0);
+    EXPECT_FALSE(strip.session.manager.measurementList.measurements().front()->isCounted.value());
+
+    strip.finish();
+    auto const plain = strip.tiles().at(0)->grab().toImage();
+    strip.press(0);
+    EXPECT_NE(strip.tiles().at(0)->grab().toImage(), plain);
+    EXPECT_TRUE(strip.tiles().at(0)->accessibleName().endsWith(QStringLiteral("選択中")));
+    strip.press(1);
+    QTest::keyClick(strip.tiles().at(2), Qt::Key_Space);
+    EXPECT_EQ(strip.average(), QStringLiteral("30.2"));
+    strip.press(3);
+    EXPECT_EQ(strip.average(), QStringLiteral("30.2")) << "a fourth cannot be selected";
+    strip.press(0);
+    strip.press(3);
+    EXPECT_EQ(strip.average(), QStringLiteral("43.5"));
+}
