@@ -14,6 +14,7 @@ namespace tensio {
 
 Application::Application()
 {
+    m_screen.setMainWindow(window());
     m_subscriptions.push_back(m_ports.isVirtualPortOpen.observe(
         [this](bool isVirtual) { m_windowController.showSimulationInTitle(isVirtual); }));
     connect(qApp, &QCoreApplication::aboutToQuit, this,

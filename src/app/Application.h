@@ -3,9 +3,12 @@
 #include "app/AppDelegate.h"
 #include "app/MainWindowController.h"
 #include "core/TensioManager.h"
+#include "output/CsvReport.h"
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtRunLoop.h"
+#include "platform/qt/QtSaving.h"
+#include "platform/qt/QtScreen.h"
 #include "platform/qt/QtSerialPortList.h"
 #include "platform/qt/QtUserDefaults.h"
 
@@ -31,7 +34,12 @@ private:
     SystemClock m_clock;
     QtUserDefaults m_userDefaults;
     QtAlerts m_alerts {m_mainQueue};
-    TensioManager m_tensioManager {m_ports, m_runLoop, m_clock, m_userDefaults};
+    CsvReport m_csvReport;
+    QtSavePanel m_savePanel {m_mainQueue};
+    QtFileWriter m_fileWriter;
+    QtScreen m_screen;
+    TensioManager m_tensioManager {m_ports, m_runLoop, m_clock, m_userDefaults,
+        {m_csvReport, m_savePanel, m_fileWriter, m_screen, m_alerts}};
     MainWindowController m_windowController {m_tensioManager, m_runLoop, m_alerts};
     AppDelegate m_delegate {m_tensioManager};
     Subscriptions m_subscriptions;

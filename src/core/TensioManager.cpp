@@ -7,8 +7,8 @@ constexpr Seconds clockInterval {1.0};
 constexpr Seconds resetInterval {1.0};
 } // namespace
 
-TensioManager::TensioManager(
-    SerialPortList& ports, RunLoop& runLoop, Clock const& clock, UserDefaults& userDefaults)
+TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock const& clock,
+    UserDefaults& userDefaults, SavingServices saving)
     : currentTime(clock.now())
     , serialPortManager(ports)
     , connectAction([this](Nothing) {
@@ -31,9 +31,16 @@ TensioManager::TensioManager(
             measurementList.setStartingIndex(measurementList.startingIndex() + step);
         });
     })
+    , saveCsvAction([this](Nothing) {
+        return SignalProducer<Nothing>::completingAfter([this] { saveCsv(); });
+    })
+    , saveScreenshotAction([this](Nothing) {
+        return SignalProducer<Nothing>::completingAfter([this] { saveScreenshot(); });
+    })
     , m_runLoop(runLoop)
     , m_clock(clock)
     , m_userDefaults(userDefaults)
+    , m_saving(saving)
 {
     m_subscriptions.push_back(m_runLoop.scheduleRepeating(clockInterval, [this] { updateTime(); }));
     m_subscriptions.push_back(serialPortManager.pressure.observeChanges(

@@ -13,7 +13,21 @@
 
 namespace tensio {
 
+class Alerts;
+class CsvFormat;
+class FileWriter;
 class Menu;
+class SavePanel;
+class Screen;
+
+// What saving needs of the outside.
+struct SavingServices {
+    CsvFormat const& csvFormat;
+    SavePanel& savePanel;
+    FileWriter& fileWriter;
+    Screen& screen;
+    Alerts& alerts;
+};
 
 // The hub: owns the link and the list of measurements, publishes the live values, cuts the stream
 // of pressures into measurements, keeps the target, and offers the commands of the user interface.
@@ -26,8 +40,8 @@ public:
     static constexpr auto defaultTargetPressureKey = "target pressure";
 
     // Everything handed in must outlive the manager.
-    TensioManager(
-        SerialPortList& ports, RunLoop& runLoop, Clock const& clock, UserDefaults& userDefaults);
+    TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock const& clock,
+        UserDefaults& userDefaults, SavingServices saving);
     TensioManager(TensioManager const&) = delete;
     TensioManager& operator=(TensioManager const&) = delete;
     ~TensioManager() = default;
@@ -61,6 +75,8 @@ public:
     Action<float> changeTargetPressurePercentAction;
     // Scrolls the history by that many measurements.
     Action<int> changeSliceStartingIndex;
+    Action<Nothing> saveCsvAction;
+    Action<Nothing> saveScreenshotAction;
 
     void updateTime();
     // The reset timer's tick: ends the burst when no record came since the tick before.
@@ -70,6 +86,13 @@ public:
     void setUpTargetPressureMenu(Menu& menu);
     // Chooses the default target; the tag is its value in kPa.
     void setTargetPressure(int tag);
+
+    // All measurements, or the selected ones, to a file that the user chooses. Without any they do
+    // nothing.
+    void saveCsv();
+    void saveSelectedCsv();
+    // The main window, through the clipboard. A failure to write is not reported.
+    void saveScreenshot();
 
 private:
     void receivePressure(float pressure);
@@ -81,9 +104,12 @@ private:
     void stepTargetPressure(float step);
     void loadDefaultTargetPressure();
 
+    void saveAsCsv(std::string const& text);
+
     RunLoop& m_runLoop;
     Clock const& m_clock;
     UserDefaults& m_userDefaults;
+    SavingServices m_saving;
     Menu* m_targetPressureMenu = nullptr;
 
     // Gives each measurement of a connection its number.

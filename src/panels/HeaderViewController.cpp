@@ -1,6 +1,7 @@
 #include "panels/HeaderViewController.h"
 
 #include "core/DateText.h"
+#include "toolkit/ButtonCommand.h"
 #include "ui_Header.h"
 
 namespace tensio {
@@ -16,6 +17,12 @@ HeaderViewController::HeaderViewController(TensioManager& tensioManager, QWidget
     m_subscriptions.push_back(m_headerViewModel.username.observe([this](std::string const& name) {
         m_ui->nameLabel->setText(QString::fromStdString(name));
     }));
+    m_subscriptions.push_back(m_headerViewModel.canSaveStuff.observe([this](bool canSave) {
+        m_ui->saveButton->setEnabled(canSave);
+        m_ui->screenSaveButton->setEnabled(canSave);
+    }));
+    runOnClick(*m_ui->saveButton, m_headerViewModel.cocoaActionSaveCsv, *this);
+    runOnClick(*m_ui->screenSaveButton, m_headerViewModel.cocoaActionSaveScreenshot, *this);
 }
 
 HeaderViewController::~HeaderViewController() = default;

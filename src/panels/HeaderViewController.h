@@ -2,6 +2,8 @@
 
 #include "panels/HeaderViewModel.h"
 
+#include <QObject>
+
 #include <memory>
 
 class QWidget;
@@ -12,14 +14,14 @@ class Header;
 
 namespace tensio {
 
-// The strip at the top: the subject's name, the date and the time.
-class HeaderViewController {
+// The strip at the top: the subject's name, date and time, and the save buttons.
+class HeaderViewController : public QObject {
+    Q_OBJECT
+
 public:
     // The view is not owned; it must outlive the controller.
     HeaderViewController(TensioManager& tensioManager, QWidget& view);
-    HeaderViewController(HeaderViewController const&) = delete;
-    HeaderViewController& operator=(HeaderViewController const&) = delete;
-    ~HeaderViewController();
+    ~HeaderViewController() override;
 
 private:
     void showDate(Date date);

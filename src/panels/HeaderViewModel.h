@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "reactive/CocoaAction.h"
 #include "reactive/MutableProperty.h"
 
 #include <string>
@@ -9,13 +10,18 @@ namespace tensio {
 
 class TensioManager;
 
-// Mirrors the subject's name and the clock for the header.
+// Mirrors the subject's name and the clock for the header, and decides when saving is allowed.
 class HeaderViewModel {
 public:
     explicit HeaderViewModel(TensioManager& tensioManager);
 
     MutableProperty<std::string> username {{}};
     MutableProperty<Date> dateTime {{}};
+    // No session runs and there is something to save, as of the last change of the session's state.
+    MutableProperty<bool> canSaveStuff {false};
+
+    CocoaAction cocoaActionSaveCsv;
+    CocoaAction cocoaActionSaveScreenshot;
 
 private:
     Subscriptions m_subscriptions;

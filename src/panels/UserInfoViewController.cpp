@@ -7,6 +7,7 @@
 #include "toolkit/DesignFrame.h"
 #include "ui_UserInfo.h"
 
+#include <QRegularExpressionValidator>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -54,6 +55,9 @@ UserInfoViewController::~UserInfoViewController()
 
 void UserInfoViewController::viewDidLoad()
 {
+    // A name is one cell of a table.
+    m_ui->nameInput->setValidator(new QRegularExpressionValidator(
+        QRegularExpression(QStringLiteral("[^\\t\\r\\n]*")), m_ui->nameInput));
     m_ui->pressureInput->setText(pressureText(m_tensioManager.defaultTargetPressure.value()));
     m_ui->nameInput->setText(QString::fromStdString(m_tensioManager.username.value()));
     m_subscriptions.push_back(m_tensioManager.connectAction.observe([this](auto const& event) {

@@ -15,13 +15,13 @@ using namespace tensio;
 
 namespace {
 
-struct Screen {
+struct LiveArea {
     Session session;
     QWidget view;
     std::optional<VisualFeedbackViewController> controller {
         std::in_place, session.manager, session.runLoop, view};
 
-    Screen() { controller->viewWillAppear(); }
+    LiveArea() { controller->viewWillAppear(); }
 
     void click(char const* name)
     {
@@ -54,7 +54,7 @@ struct Screen {
 
 TEST(VisualFeedbackScreen, ScalesHaveANumberEveryFiveAndNoStaleOnes)
 {
-    Screen screen;
+    LiveArea screen;
     EXPECT_EQ(screen.gaugeLabels().size(), 16);
     EXPECT_EQ(screen.graphLabels(),
         (QStringList {u"5"_qs, u"10"_qs, u"15"_qs, u"20"_qs, u"25"_qs, u"30"_qs}));
@@ -77,7 +77,7 @@ TEST(VisualFeedbackScreen, ScalesHaveANumberEveryFiveAndNoStaleOnes)
 
 TEST(VisualFeedbackScreen, EveryReadingReachesTheTraceAndAConnectionClearsIt)
 {
-    Screen screen;
+    LiveArea screen;
     screen.session.connect();
     screen.plotter().reset();
     screen.session.receive({1.0, -2.0, 50.0});
@@ -93,7 +93,7 @@ TEST(VisualFeedbackScreen, EveryReadingReachesTheTraceAndAConnectionClearsIt)
 
 TEST(VisualFeedbackScreen, TheMarkerBlinksWithTheModel)
 {
-    Screen screen;
+    LiveArea screen;
     screen.session.connect();
     screen.session.receive({50.0});
     auto const* marker = screen.view.findChild<ImageView*>(QStringLiteral("targetPressureImage"));
@@ -105,7 +105,7 @@ TEST(VisualFeedbackScreen, TheMarkerBlinksWithTheModel)
 
 TEST(VisualFeedbackScreen, MayGoInTheMiddleOfAStream)
 {
-    Screen screen;
+    LiveArea screen;
     screen.session.connect();
     auto const destroying = screen.session.manager.maxPressure.observeChanges(
         [&](float) { screen.controller.reset(); });

@@ -181,6 +181,43 @@ TEST(UserInfo, EnterIsOkAndEscapeIsCancel)
     EXPECT_FALSE(dialog.session.manager.isShowingPopup.value());
 }
 
+TEST(UserInfo, ANameCannotHoldWhatWouldBreakATable)
+{
+    Dialog dialog;
+    dialog.input("nameInput").clear();
+    QTest::keyClicks(&dialog.input("nameInput"), QStringLiteral("a\tb"));
+    dialog.input("nameInput").insert(QStringLiteral("c\td"));
+    EXPECT_FALSE(dialog.input("nameInput").text().contains(u'\t'));
+}
+
+TEST(Header, SavesBetweenSessionsOnceThereIsSomethingToSave)
+{
+    Session session;
+    QWidget view;
+    HeaderViewController const header(session.manager, view);
+    auto& save = *view.findChild<QPushButton*>(QStringLiteral("saveButton"));
+    auto& saveScreen = *view.findChild<QPushButton*>(QStringLiteral("screenSaveButton"));
+    auto const expectEnabled = [&](bool isEnabled) {
+        EXPECT_EQ(save.isEnabled(), isEnabled);
+        EXPECT_EQ(saveScreen.isEnabled(), isEnabled);
+    };
+    auto const finish = [&] { session.manager.disconnectAction.apply(Nothing {}); };
+    expectEnabled(false);
+    session.connect();
+    finish();
+    expectEnabled(false);
+    session.connect();
+    session.press({20.0});
+    expectEnabled(false);
+    finish();
+    expectEnabled(true);
+    save.click();
+    saveScreen.click();
+    EXPECT_EQ(session.saving.log.size(), 3U);
+    session.connect();
+    expectEnabled(false);
+}
+
 TEST(Header, ShowsTheNameAndTheRunningTime)
 {
     Session session;

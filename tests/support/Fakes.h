@@ -3,6 +3,8 @@
 #include "platform/Alerts.h"
 #include "platform/Clock.h"
 #include "platform/Menu.h"
+#include "platform/Saving.h"
+#include "platform/Screen.h"
 #include "platform/UserDefaults.h"
 
 #include <map>
@@ -74,6 +76,40 @@ public:
         }
         return titles;
     }
+};
+
+// Panel, disk and screen at once, so that the order of what is asked of them can be seen.
+class FakeSaving
+    : public SavePanel
+    , public FileWriter
+    , public Screen {
+public:
+    std::vector<std::string> log;
+    std::optional<std::string> answer;
+    std::string written;
+    bool diskIsFull = false;
+    ScreenRect frame;
+    std::optional<std::string> clipboard;
+
+    std::optional<std::string> runModal(std::string const& fileType) override
+    {
+        log.push_back("panel " + fileType);
+        return answer;
+    }
+    bool writeAtomically(std::string const& path, std::string_view bytes) override
+    {
+        log.push_back("write " + path);
+        if (!diskIsFull)
+            written = bytes;
+        return !diskIsFull;
+    }
+    ScreenRect mainWindowFrame() const override { return frame; }
+    double mainScreenHeight() const override { return 1080.0; }
+    void captureToClipboard(std::string const& rectangle) override
+    {
+        log.push_back("capture " + rectangle);
+    }
+    std::optional<std::string> clipboardPng() const override { return clipboard; }
 };
 
 } // namespace tensio

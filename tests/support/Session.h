@@ -2,6 +2,7 @@
 
 #include "core/TensioManager.h"
 #include "device-simulator/PressingStory.h"
+#include "output/CsvReport.h"
 #include "support/FakeSerialPort.h"
 #include "support/Fakes.h"
 #include "support/ManualRunLoop.h"
@@ -15,11 +16,15 @@ struct Session {
     ManualRunLoop runLoop;
     ManualClock clock;
     MemoryUserDefaults userDefaults;
+    FakeAlerts alerts;
+    FakeSaving saving;
+    CsvReport csvReport;
     TensioManager manager;
 
     explicit Session(std::map<std::string, float> settings = {})
         : userDefaults(std::move(settings))
-        , manager((ports.ports.push_back(port), ports), runLoop, clock, userDefaults)
+        , manager((ports.ports.push_back(port), ports), runLoop, clock, userDefaults,
+              {csvReport, saving, saving, saving, alerts})
     {
     }
 

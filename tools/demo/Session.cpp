@@ -2,9 +2,11 @@
 
 #include "LatencyMeter.h"
 #include "app/Application.h"
+#include "panels/HistorySlice.h"
 #include "platform/qt/VirtualPorts.h"
 
 #include <QCoreApplication>
+#include <QTest>
 
 #include <cstdio>
 
@@ -25,6 +27,8 @@ void Session::play()
     refuseWithoutDevice();
     measureThreeTimes();
     finish();
+    select();
+    save();
     loseDevice();
     report();
 }
@@ -82,6 +86,32 @@ void Session::finish()
     m_stage.takePicture(QStringLiteral("7-finished"));
 }
 
+void Session::select()
+{
+    std::puts("Page back and forth, select three.");
+    m_stage.click(QStringLiteral("backButton"));
+    m_stage.click(QStringLiteral("forwardButton"));
+    for (auto* tile : m_application.window().findChildren<HistorySlice*>().first(3))
+        QTest::mouseClick(tile, Qt::LeftButton);
+    if (m_application.tensioManager().measurementList.counted().size() != 3)
+        throw DemoFailure("three measurements should be selected");
+    m_stage.takePicture(QStringLiteral("8-selected"));
+}
+
+void Session::save()
+{
+    std::puts("Save all as CSV, the selection as CSV, the screen as PNG.");
+    m_stage.expectSavePanel(QStringLiteral("all.csv"), QStringLiteral("9-save-csv"));
+    m_stage.click(QStringLiteral("saveButton"));
+    m_stage.waitForFile(QStringLiteral("all.csv"));
+    m_stage.expectSavePanel(QStringLiteral("selected.csv"), QStringLiteral("9-save-selected-csv"));
+    m_application.tensioManager().saveSelectedCsv();
+    m_stage.waitForFile(QStringLiteral("selected.csv"));
+    m_stage.expectSavePanel(QStringLiteral("screen.png"), QStringLiteral("10-save-screen"));
+    m_stage.click(QStringLiteral("screenSaveButton"));
+    m_stage.waitForFile(QStringLiteral("screen.png"));
+}
+
 void Session::loseDevice()
 {
     std::puts("Start anew; the cable is pulled.");
@@ -90,13 +120,13 @@ void Session::loseDevice()
     plugIn({QStringLiteral("--pull"), QStringLiteral("5")});
     m_stage.expectAlert(
         QStringLiteral("前回の舌圧測定データが削除されます。\nよろしいでしょうか？"),
-        QStringLiteral("8-start-anew"));
+        QStringLiteral("11-start-anew"));
     m_stage.click(QStringLiteral("startButton"));
     m_stage.waitForAlert();
-    m_stage.expectAlert(QStringLiteral("切断されました。"), QStringLiteral("9-cable-pulled"));
+    m_stage.expectAlert(QStringLiteral("切断されました。"), QStringLiteral("12-cable-pulled"));
     m_stage.click(QStringLiteral("okButton"));
     m_stage.waitForAlert();
-    m_stage.takePicture(QStringLiteral("10-after-the-loss"));
+    m_stage.takePicture(QStringLiteral("13-after-the-loss"));
 }
 
 void Session::report() const

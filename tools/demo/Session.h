@@ -23,6 +23,8 @@ private:
     void plugIn(QStringList const& options);
     void measureThreeTimes();
     void finish();
+    void select();
+    void save();
     void loseDevice();
     void report() const;
 

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QElapsedTimer>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPainter>
@@ -34,9 +36,12 @@ Stage::Stage(QWidget& window, QString const& folder)
     , m_folder(folder)
 {
     m_folder.mkpath(QStringLiteral("."));
-    // An alert has an event loop of its own, so a timer must answer it.
+    // Alerts and panels have event loops of their own, so a timer must answer them.
     auto* watch = new QTimer(&m_window);
-    QObject::connect(watch, &QTimer::timeout, &m_window, [this] { answerAlert(); });
+    QObject::connect(watch, &QTimer::timeout, &m_window, [this] {
+        answerAlert();
+        answerSavePanel();
+    });
     watch->start(200);
 }
 
@@ -97,6 +102,34 @@ void Stage::answerAlert()
         m_wrongAlert = alert->text();
     m_expectedAlert.clear();
     QTest::mouseClick(alert->buttons().constFirst(), Qt::LeftButton);
+}
+
+void Stage::expectSavePanel(QString const& fileName, QString const& pictureName)
+{
+    QFile::remove(m_folder.filePath(fileName));
+    m_expectedFile = fileName;
+    m_panelPicture = pictureName;
+}
+
+void Stage::waitForFile(QString const& fileName) const
+{
+    waitUntil(QStringLiteral("the file ") + fileName, [&] {
+        return !QApplication::activeModalWidget()
+            && QFileInfo(m_folder.filePath(fileName)).size() > 0;
+    });
+    std::printf("  %s\n", qPrintable(m_folder.filePath(fileName)));
+}
+
+void Stage::answerSavePanel()
+{
+    auto* panel = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+    if (!panel || m_expectedFile.isEmpty())
+        return;
+    panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
+        ->setText(m_folder.absoluteFilePath(m_expectedFile.section(u'.', 0, -2)));
+    takePicture(m_panelPicture);
+    m_expectedFile.clear();
+    QTest::keyClick(panel, Qt::Key_Return);
 }
 
 void Stage::takePicture(QString const& name) const

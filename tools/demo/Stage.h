@@ -35,11 +35,17 @@ public:
     // Once the expected alert has come and gone.
     void waitForAlert() const;
 
+    // The next save panel is pictured and answered with this file of the folder.
+    void expectSavePanel(QString const& fileName, QString const& pictureName);
+    // Once the expected panel has gone and the file is there.
+    void waitForFile(QString const& fileName) const;
+
     // The main window with the dialogs that stand above it.
     void takePicture(QString const& name) const;
 
 private:
     void answerAlert();
+    void answerSavePanel();
     QWidget& find(QString const& name) const;
 
     QWidget& m_window;
@@ -47,6 +53,8 @@ private:
     QString m_expectedAlert;
     QString m_alertPicture;
     QString m_wrongAlert;
+    QString m_expectedFile;
+    QString m_panelPicture;
 };
 
 } // namespace tensio

@@ -1,0 +1,78 @@
+#include "core/CsvFormat.h"
+#include "core/DateText.h"
+#include "core/TensioManager.h"
+#include "core/Utf16.h"
+#include "platform/Alerts.h"
+#include "platform/Saving.h"
+#include "platform/Screen.h"
+
+#include <array>
+#include <charconv>
+
+// What the user saves.
+
+namespace tensio {
+
+namespace {
+
+std::string dateText(Measurements const& measurements)
+{
+    return formatLocalTime(*measurements.back()->timeStamp, "%Y/%m/%d %H:%M");
+}
+
+// No more digits than it takes to read the number back, but one after the point.
+std::string exactNumber(double value)
+{
+    std::array<char, 512> text {};
+    auto const result
+        = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
+    std::string number(text.data(), result.ptr);
+    return number.find('.') == std::string::npos ? number + ".0" : number;
+}
+
+std::string captureRectangle(Screen const& screen)
+{
+    auto const frame = screen.mainWindowFrame();
+    auto const top = screen.mainScreenHeight() - frame.y - frame.height;
+    return exactNumber(frame.x) + "," + exactNumber(top) + "," + exactNumber(frame.width) + ","
+        + exactNumber(frame.height);
+}
+
+} // namespace
+
+void TensioManager::saveCsv()
+{
+    auto const& measurements = measurementList.measurements();
+    if (!measurements.empty())
+        saveAsCsv(m_saving.csvFormat.all(username.value(), dateText(measurements), measurements));
+}
+
+void TensioManager::saveSelectedCsv()
+{
+    auto const selection = measurementList.counted();
+    if (selection.empty())
+        return;
+    saveAsCsv(m_saving.csvFormat.selected(username.value(), dateText(selection), selection,
+        measurementList.selectedAverage.value(), measurementList.minSelectedPressure(),
+        measurementList.maxSelectedPressure()));
+}
+
+void TensioManager::saveAsCsv(std::string const& text)
+{
+    auto const path = m_saving.savePanel.runModal("csv");
+    if (path && !m_saving.fileWriter.writeAtomically(*path, encodeUtf16(text)))
+        m_saving.alerts.runModal(AlertStyle::Critical, "保存に失敗しました。", {"OK"});
+}
+
+void TensioManager::saveScreenshot()
+{
+    // First the picture, so that the panel is not on it.
+    m_saving.screen.captureToClipboard(captureRectangle(m_saving.screen));
+    auto const path = m_saving.savePanel.runModal("png");
+    if (!path)
+        return;
+    if (auto const picture = m_saving.screen.clipboardPng())
+        m_saving.fileWriter.writeAtomically(*path, *picture);
+}
+
+} // namespace tensio

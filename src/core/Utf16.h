@@ -1,0 +1,12 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+namespace tensio {
+
+// The text as the bytes of a UTF-16 file: byte-order mark, then little-endian code units. What is
+// not valid UTF-8 yields the mark alone.
+std::string encodeUtf16(std::string_view utf8);
+
+} // namespace tensio

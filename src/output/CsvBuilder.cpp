@@ -1,0 +1,108 @@
+#include "output/CsvBuilder.h"
+
+#include "core/NumberFormat.h"
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+namespace tensio {
+
+namespace {
+
+constexpr float pointInterval = 0.05f;
+
+std::string inOneCell(std::string text)
+{
+    std::ranges::replace_if(
+        text,
+        [](char character) { return character == '\t' || character == '\r' || character == '\n'; },
+        ' ');
+    return text;
+}
+
+std::string tagOf(float pressure, float min, float max)
+{
+    if (pressure == max)
+        return "max";
+    return pressure == min ? "min" : "";
+}
+
+} // namespace
+
+CsvBuilder::CsvBuilder(std::string newline, std::string col)
+    : m_newline(std::move(newline))
+    , m_col(std::move(col))
+{
+}
+
+CsvBuilder& CsvBuilder::appendHeader(std::string const& name, std::string const& date)
+{
+    m_csv += "氏名" + m_col + inOneCell(name) + m_newline;
+    m_csv += "測定日時" + m_col + date + m_newline;
+    m_csv += m_newline;
+    return *this;
+}
+
+std::string const& CsvBuilder::build(Measurements const& measurements)
+{
+    appendTitles(measurements);
+    appendPoints(measurements);
+    return m_csv;
+}
+
+std::string const& CsvBuilder::buildSelected(
+    Measurements const& measurements, float average, float min, float max)
+{
+    constexpr std::array marks {"①", "②", "③"};
+    m_csv += "選択した最大圧データ(kPa)" + m_newline;
+    for (std::size_t position = 0; position < measurements.size(); ++position) {
+        auto const best = *measurements[position]->bestPressure;
+        m_csv += marks.at(position) + m_col + formatFixed(best, 1) + m_col + tagOf(best, min, max)
+            + m_newline;
+    }
+    m_csv += m_newline;
+    m_csv += "選択した最大圧データの平均値(kPa)" + m_newline;
+    m_csv += m_col + formatFixed(average, 1) + m_newline;
+    return m_csv;
+}
+
+void CsvBuilder::appendTitles(Measurements const& measurements)
+{
+    std::array<std::string, 4> rows;
+    for (auto const& measurement : measurements) {
+        rows[0] += std::to_string(measurement->number) + "回目" + m_col + m_col + m_col;
+        rows[1]
+            += "最大値（kPa）" + m_col + formatFixed(*measurement->bestPressure, 1) + m_col + m_col;
+        rows[2] += "目標圧（kPa）" + m_col + formatFixed(*measurement->targetPressure, 1) + m_col
+            + m_col;
+        rows[3] += "測定時間（秒）" + m_col + "測定値（kPa）" + m_col + m_col;
+    }
+    for (auto const& row : rows)
+        m_csv += row + m_newline;
+}
+
+void CsvBuilder::appendPoints(Measurements const& measurements)
+{
+    std::size_t longest = 0;
+    for (auto const& measurement : measurements)
+        longest = std::max(longest, measurement->pressurePoints->size());
+
+    for (std::size_t index = 0; index < longest; ++index) {
+        auto const time = formatFixed(static_cast<float>(index + 1) * pointInterval, 2);
+        for (auto const& measurement : measurements) {
+            auto const& points = *measurement->pressurePoints;
+            if (index < points.size())
+                m_csv.append(time)
+                    .append(m_col)
+                    .append(formatFixed(points[index], 1))
+                    .append(m_col)
+                    .append(m_col);
+            else
+                m_csv.append(m_col).append(m_col).append(m_col);
+        }
+        m_csv += m_newline;
+    }
+}
+
+} // namespace tensio

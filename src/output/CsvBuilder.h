@@ -1,0 +1,32 @@
+#pragma once
+
+#include "core/Measurement.h"
+
+#include <string>
+
+namespace tensio {
+
+// Accumulates the text of a CSV file (UTF-8): each step appends, the finishing step returns the
+// whole. Measurements must be finished.
+class CsvBuilder {
+public:
+    CsvBuilder(std::string newline, std::string col);
+
+    // Characters of the name that would break the table become blanks.
+    CsvBuilder& appendHeader(std::string const& name, std::string const& date);
+    // Every measurement a block of three columns, side by side, with all its points.
+    std::string const& build(Measurements const& measurements);
+    // Best pressures of at most three measurements, marked by position, with their average; kPa.
+    std::string const& buildSelected(
+        Measurements const& measurements, float average, float min, float max);
+
+private:
+    void appendTitles(Measurements const& measurements);
+    void appendPoints(Measurements const& measurements);
+
+    std::string m_newline;
+    std::string m_col;
+    std::string m_csv;
+};
+
+} // namespace tensio

@@ -1,0 +1,61 @@
+#include "platform/qt/QtSaving.h"
+
+#include "platform/qt/MainQueue.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QSaveFile>
+#include <QStandardPaths>
+#ifdef Q_OS_UNIX
+#include <unistd.h>
+#endif
+
+namespace tensio {
+
+namespace {
+
+// A full disk or a quota may show only when the system writes its own buffers out.
+bool reachesTheDisk(QSaveFile& file)
+{
+    if (!file.flush() || file.error() != QFileDevice::NoError)
+        return false;
+#ifdef Q_OS_UNIX
+    return fsync(file.handle()) == 0;
+#else
+    return true;
+#endif
+}
+
+} // namespace
+
+std::optional<std::string> QtSavePanel::runModal(std::string const& fileType)
+{
+    auto const type = QString::fromStdString(fileType);
+    auto const hold = m_queue.hold();
+    QFileDialog panel(QApplication::activeWindow(), QStringLiteral("名前を付けて保存"),
+        QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
+        QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type));
+    panel.setAcceptMode(QFileDialog::AcceptSave);
+    panel.setDefaultSuffix(type);
+    if (panel.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return panel.selectedFiles().constFirst().toStdString();
+}
+
+bool QtFileWriter::writeAtomically(std::string const& path, std::string_view bytes)
+{
+    auto const size = static_cast<qint64>(bytes.size());
+    QSaveFile file(QString::fromStdString(path));
+    if (!file.open(QIODevice::WriteOnly))
+        return false;
+    // The old file must not be replaced before all of the new one is known to be there: committing
+    // alone does not notice a truncated file.
+    if (file.write(bytes.data(), size) != size || !reachesTheDisk(file) || file.size() != size) {
+        file.cancelWriting();
+        return false;
+    }
+    return file.commit() && QFileInfo(file.fileName()).size() == size;
+}
+
+} // namespace tensio

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "platform/Saving.h"
+
+namespace tensio {
+
+class MainQueue;
+
+// The system's save panel, starting at the Desktop. Overwriting asks.
+class QtSavePanel : public SavePanel {
+public:
+    // The queue is held while the panel is up, and must outlive it.
+    explicit QtSavePanel(MainQueue& queue)
+        : m_queue(queue)
+    {
+    }
+
+    std::optional<std::string> runModal(std::string const& fileType) override;
+
+private:
+    MainQueue& m_queue;
+};
+
+class QtFileWriter : public FileWriter {
+public:
+    bool writeAtomically(std::string const& path, std::string_view bytes) override;
+};
+
+} // namespace tensio
