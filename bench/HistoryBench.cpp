@@ -1,0 +1,43 @@
+// Turning the page of the history strip: five tiles made anew.
+// QT_QPA_PLATFORM=offscreen build/default/bin/history_bench
+
+#include "panels/HistoryViewController.h"
+#include "support/Session.h"
+#include "toolkit/Resources.h"
+
+#include <QApplication>
+#include <QWidget>
+
+#include <benchmark/benchmark.h>
+
+using namespace tensio;
+
+namespace {
+
+void turnPage(benchmark::State& state)
+{
+    Session session;
+    QWidget view;
+    HistoryViewController const controller(session.manager, view);
+    session.connect();
+    for (int press = 0; press < 99; ++press)
+        session.press({20.0});
+    int step = 1;
+    for (auto const _ : state) {
+        step = -step;
+        session.manager.changeSliceStartingIndex.apply(step);
+    }
+}
+
+BENCHMARK(turnPage)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    loadResources();
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    return 0;
+}
