@@ -55,13 +55,11 @@ void GraphView::setUp(ImageView& maxPressureImage, ImageView& targetPressureImag
 
 void GraphView::paintEvent(QPaintEvent* /*event*/)
 {
-    auto& picture = const_cast<QImage&>(frame(size() * devicePixelRatioF()));
-    picture.setDevicePixelRatio(devicePixelRatioF());
-    QPainter(this).drawImage(0, 0, picture);
+    QPainter(this).drawImage(0, 0, frame(size() * devicePixelRatioF(), devicePixelRatioF()));
     placeMarkers();
 }
 
-QImage const& GraphView::frame(QSize size)
+QImage const& GraphView::frame(QSize size, double devicePixelRatio)
 {
     bool const isBackgroundStale = m_background.size() != size
         || m_backgroundUpperBound != upperBoundPressure.value()
@@ -89,6 +87,8 @@ QImage const& GraphView::frame(QSize size)
     painter.resetTransform();
     if (m_plotter)
         m_sweeps.draw(painter, *m_plotter, size, toDevice);
+    painter.end();
+    m_frame.setDevicePixelRatio(devicePixelRatio);
     return m_frame;
 }
 

@@ -35,8 +35,8 @@ public:
     // Null until setUp.
     Plotter* plotter() { return m_plotter ? &*m_plotter : nullptr; }
 
-    // The picture for a surface of that size in device pixels.
-    QImage const& frame(QSize size);
+    // The picture for a surface of that size in device pixels; it keeps until the next call.
+    QImage const& frame(QSize size, double devicePixelRatio = 1.0);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
