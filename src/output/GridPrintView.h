@@ -1,0 +1,52 @@
+#pragma once
+
+#include "core/Measurement.h"
+#include "output/PagedView.h"
+
+#include <string>
+
+namespace tensio {
+
+// The best pressures of a selection, kPa. An average of 0 stands for no selection.
+struct SelectionSummary {
+    float average = 0.0f;
+    float min = 0.0f;
+    float max = 0.0f;
+};
+
+// The measurements as framed blocks: one block each, in rows and columns; or one block that sums up
+// a selection of at most three. Measurements must be finished, and a selection holds one at least.
+class GridPrintView : public PagedView {
+public:
+    // The full grid.
+    GridPrintView(std::string name, Measurements measurements);
+    // The summary of a selection.
+    GridPrintView(std::string name, Measurements measurements, SelectionSummary selection);
+
+    // 0 until pagination.
+    int blockRowsPerPage() const { return m_blockRowsPerPage; }
+    int blockColumnsPerPage() const { return m_blockColumnsPerPage; }
+    int blocksPerPage() const { return m_blockRowsPerPage * m_blockColumnsPerPage; }
+
+    void draw(PrintCanvas& canvas) const override;
+
+protected:
+    int layOut(PrintCanvas const& canvas) override;
+
+private:
+    void drawGrid(PrintCanvas& canvas) const;
+    void drawMeasurement(
+        PrintCanvas& canvas, PrintRect block, Measurement const& measurement) const;
+    void drawSelection(PrintCanvas& canvas) const;
+    PrintRect blockFrame(int row, int column) const;
+
+    std::string m_name;
+    Measurements m_measurements;
+    SelectionSummary m_selection;
+    double m_blockWidth;
+    double m_blockHeight;
+    int m_blockRowsPerPage = 0;
+    int m_blockColumnsPerPage = 0;
+};
+
+} // namespace tensio

@@ -1,0 +1,93 @@
+#include "output/ListPrintView.h"
+
+#include "core/NumberFormat.h"
+#include "output/ReportDate.h"
+
+#include <array>
+#include <cmath>
+#include <utility>
+
+namespace tensio {
+
+namespace {
+
+constexpr double fontSize = 8.0;
+// Left free at the foot of each page.
+constexpr int spareLines = 2;
+
+struct Column {
+    double x;
+    double width;
+    TextAlignment alignment;
+    char const* heading;
+};
+
+constexpr std::array<Column, 5> columns {{
+    {0.0, 130.0, TextAlignment::Left, "氏名"},
+    {130.0, 110.0, TextAlignment::Left, "測定日時"},
+    {240.0, 70.0, TextAlignment::Right, "計測回数"},
+    {310.0, 70.0, TextAlignment::Right, "最大圧"},
+    {380.0, 70.0, TextAlignment::Right, "目標圧"},
+}};
+constexpr double tableWidth = columns.back().x + columns.back().width;
+
+using Line = std::array<std::string, columns.size()>;
+
+Line headings()
+{
+    Line line;
+    for (std::size_t column = 0; column < columns.size(); ++column)
+        line[column] = columns[column].heading;
+    return line;
+}
+
+Line lineOf(std::string const& name, Measurement const& measurement)
+{
+    return {name, reportDateAndTime(*measurement.timeStamp),
+        std::to_string(measurement.number) + " 回目",
+        formatFixed(*measurement.bestPressure, 1) + " kPa",
+        formatFixed(*measurement.targetPressure, 1) + " kPa"};
+}
+
+void drawLine(PrintCanvas& canvas, PrintRect const& page, int index, Line const& line)
+{
+    double const height = lineHeight(canvas, fontSize);
+    for (std::size_t column = 0; column < columns.size(); ++column) {
+        auto const& [x, width, alignment, heading] = columns[column];
+        canvas.drawText({page.x + x, page.y + index * height, width, height}, fontSize, alignment,
+            line[column]);
+    }
+}
+
+} // namespace
+
+ListPrintView::ListPrintView(std::string name, Measurements measurements)
+    : m_name(std::move(name))
+    , m_measurements(std::move(measurements))
+{
+}
+
+int ListPrintView::layOut(PrintCanvas const& canvas)
+{
+    auto const lines = std::floor(pageRect().height / lineHeight(canvas, fontSize));
+    m_linesPerPage = static_cast<int>(lines) - spareLines;
+    if (m_linesPerPage < 1 || pageRect().width < tableWidth)
+        return 0;
+    int const count = static_cast<int>(m_measurements.size()) + 1;
+    return (count + m_linesPerPage - 1) / m_linesPerPage;
+}
+
+void ListPrintView::draw(PrintCanvas& canvas) const
+{
+    bool const hasHeading = currentPage() == 0;
+    if (hasHeading)
+        drawLine(canvas, pageRect(), 0, headings());
+    for (int line = hasHeading ? 1 : 0; line < m_linesPerPage; ++line) {
+        auto const index = static_cast<std::size_t>(currentPage() * m_linesPerPage + line - 1);
+        if (index >= m_measurements.size())
+            break;
+        drawLine(canvas, pageRect(), line, lineOf(m_name, *m_measurements[index]));
+    }
+}
+
+} // namespace tensio

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "core/Measurement.h"
+#include "output/PagedView.h"
+
+#include <string>
+
+namespace tensio {
+
+// The measurements as a table, one a line, under one heading line. Measurements must be finished.
+class ListPrintView : public PagedView {
+public:
+    ListPrintView(std::string name, Measurements measurements);
+
+    // 0 until pagination.
+    int linesPerPage() const { return m_linesPerPage; }
+
+    void draw(PrintCanvas& canvas) const override;
+
+protected:
+    int layOut(PrintCanvas const& canvas) override;
+
+private:
+    std::string m_name;
+    Measurements m_measurements;
+    int m_linesPerPage = 0;
+};
+
+} // namespace tensio

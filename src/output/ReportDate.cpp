@@ -1,0 +1,26 @@
+#include "output/ReportDate.h"
+
+#include "core/DateText.h"
+
+namespace tensio {
+
+std::string reportDate(Date date)
+{
+    // A month without its leading zero has no portable pattern.
+    auto month = formatLocalTime(date, "%m");
+    if (month.front() == '0')
+        month.erase(0, 1);
+    return formatLocalTime(date, "%Y年 ") + month + formatLocalTime(date, "月%d日");
+}
+
+std::string reportTime(Date date)
+{
+    return formatLocalTime(date, "%H:%M:%S");
+}
+
+std::string reportDateAndTime(Date date)
+{
+    return reportDate(date) + " " + reportTime(date);
+}
+
+} // namespace tensio

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "platform/Printing.h"
+
+#include <memory>
+
+namespace tensio {
+
+class TensioManager;
+
+enum class ReportKind { List, Grid, Selected };
+
+// The report has something to show.
+bool hasReport(ReportKind kind, TensioManager const& tensioManager);
+
+// Of the measurements as they are now; only where hasReport.
+std::unique_ptr<PrintView> makeReport(ReportKind kind, TensioManager const& tensioManager);
+
+} // namespace tensio
