@@ -1,0 +1,60 @@
+#include "controls/DopeRadioButton.h"
+
+#include <QPainter>
+
+namespace tensio {
+
+namespace {
+constexpr QColor titleOff(255, 255, 255);
+constexpr QColor titleOn(255, 0, 0);
+constexpr QColor titleDisabled(140, 148, 160);
+constexpr QColor outline(255, 255, 255);
+} // namespace
+
+DopeRadioButton::DopeRadioButton(QWidget* parent)
+    : QPushButton(parent)
+{
+    setCheckable(true);
+    setAutoExclusive(true);
+    setAutoDefault(false);
+    setAttribute(Qt::WA_Hover);
+}
+
+void DopeRadioButton::setBgImageName(QString const& name)
+{
+    m_bgImage = Picture::named(name);
+    updateGeometry();
+    update();
+}
+
+QSize DopeRadioButton::sizeHint() const
+{
+    return m_bgImage ? m_bgImage->size().toSize() : QPushButton::sizeHint();
+}
+
+void DopeRadioButton::paintEvent(QPaintEvent* /*event*/)
+{
+    QPainter painter(this);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QRectF textRect = rect();
+    auto color = isEnabled() ? titleOff : titleDisabled;
+    if (isChecked()) {
+        if (m_bgImage) {
+            textRect = QRectF(QPointF(0.0, 0.0), m_bgImage->size());
+            m_bgImage->draw(painter, textRect);
+        }
+        color = titleOn;
+    }
+    painter.setPen(color);
+    painter.setFont(font());
+    painter.drawText(textRect, Qt::AlignCenter, text());
+
+    bool const isMarked = hasFocus() || (underMouse() && isEnabled());
+    if (isMarked) {
+        painter.setBrush(Qt::NoBrush);
+        painter.setPen(QPen(outline, hasFocus() ? 2.0 : 1.0));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0), 6.0, 6.0);
+    }
+}
+
+} // namespace tensio

@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QPushButton>
+
+namespace tensio {
+
+// A button whose title has a colour of its own; it opens its menu.
+class DropDownButton : public QPushButton {
+    Q_OBJECT
+    Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor)
+
+public:
+    using QPushButton::QPushButton;
+
+    // Invalid while the title keeps the look of other buttons, as by default.
+    QColor textColor() const { return m_textColor; }
+    void setTextColor(QColor const& color);
+
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
+private:
+    QColor m_textColor;
+};
+
+} // namespace tensio
