@@ -2,11 +2,94 @@
 
 #include "core/TensioManager.h"
 
+#include <QMenu>
+
+#include <utility>
+
 namespace tensio {
+
+namespace {
+constexpr Seconds menuLeavesScreen {0.2};
+}
+
+AppDelegate::AppDelegate(
+    TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu, Print print)
+    : m_tensioManager(tensioManager)
+    , m_runLoop(runLoop)
+    , m_defaultTargetMenu(defaultTargetMenu)
+    , m_statusItem(QIcon(QStringLiteral(":/tensio.svg")))
+    , m_print(std::move(print))
+{
+    m_statusItem.setToolTip(QStringLiteral("tensio — 目標圧の初期値"));
+    m_statusItem.setContextMenu(&defaultTargetMenu);
+}
+
+void AppDelegate::applicationDidFinishLaunching()
+{
+    m_tensioManager.setUpTargetPressureMenu(m_defaultTargetMenu);
+    m_statusItem.show();
+}
 
 void AppDelegate::applicationWillTerminate()
 {
     m_tensioManager.serialPortManager.disconnect();
+}
+
+void AppDelegate::saveCsvAction()
+{
+    m_tensioManager.saveCsv();
+}
+
+void AppDelegate::saveSelectedAction()
+{
+    m_tensioManager.saveSelectedCsv();
+}
+
+void AppDelegate::saveAsListAction()
+{
+    saveAsPdf(ReportKind::List);
+}
+
+void AppDelegate::saveAsGridAction()
+{
+    saveAsPdf(ReportKind::Grid);
+}
+
+void AppDelegate::saveScreenshotAction()
+{
+    m_screenshot = m_runLoop.scheduleAfter(menuLeavesScreen, [this] {
+        if (validateMenuItem(&AppDelegate::saveScreenshotAction))
+            m_tensioManager.saveScreenshot();
+    });
+}
+
+void AppDelegate::printAsListAction()
+{
+    m_print(ReportKind::List);
+}
+
+void AppDelegate::printAsGridAction()
+{
+    m_print(ReportKind::Grid);
+}
+
+void AppDelegate::printSelectedAction()
+{
+    m_print(ReportKind::Selected);
+}
+
+bool AppDelegate::validateMenuItem(Action action) const
+{
+    bool const needsSelection
+        = action == &AppDelegate::saveSelectedAction || action == &AppDelegate::printSelectedAction;
+    auto const kind = needsSelection ? ReportKind::Selected : ReportKind::List;
+    return hasReport(kind, m_tensioManager) && !m_tensioManager.isMeasuring.value();
+}
+
+void AppDelegate::saveAsPdf(ReportKind kind)
+{
+    auto const view = makeReport(kind, m_tensioManager);
+    m_tensioManager.saveViewAsPdf(*view);
 }
 
 } // namespace tensio

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QFont>
+#include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QStyleFactory>
@@ -15,17 +16,30 @@ namespace tensio {
 Application::Application()
 {
     m_screen.setMainWindow(window());
+    m_windowController.setPrintMenu(m_mainMenu.printMenu());
+    m_windowController.fitToDesign();
+    m_delegate.applicationDidFinishLaunching();
     m_subscriptions.push_back(m_ports.isVirtualPortOpen.observe(
         [this](bool isVirtual) { m_windowController.showSimulationInTitle(isVirtual); }));
     connect(qApp, &QCoreApplication::aboutToQuit, this,
         [this] { m_delegate.applicationWillTerminate(); });
 }
 
+void Application::print(ReportKind kind)
+{
+    // Each time anew, for the printers that are there now.
+    m_printPreview = std::make_unique<PrintPreviewController>(
+        m_tensioManager, m_printPanels, m_alerts, m_pageLayout, window());
+    m_printPreview->show(kind);
+}
+
 void prepareLook()
 {
     loadResources();
     QApplication::setApplicationName(QStringLiteral("tensio"));
+    QApplication::setApplicationVersion(QStringLiteral(TENSIO_VERSION));
     QApplication::setOrganizationName(QStringLiteral("tensio"));
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/tensio.svg")));
     QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
     auto* translator = new QTranslator(qApp);
     if (translator->load(

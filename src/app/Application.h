@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/MainMenu.h"
 #include "app/MainWindowController.h"
 #include "core/TensioManager.h"
 #include "output/CsvReport.h"
@@ -11,8 +12,15 @@
 #include "platform/qt/QtScreen.h"
 #include "platform/qt/QtSerialPortList.h"
 #include "platform/qt/QtUserDefaults.h"
+#include "printing/PageDrawing.h"
+#include "printing/PdfReport.h"
+#include "printing/PrintPreviewController.h"
+#include "printing/QtPrintPanels.h"
 
+#include <QMenu>
 #include <QObject>
+
+#include <memory>
 
 namespace tensio {
 
@@ -28,6 +36,8 @@ public:
     MainWindow& window() { return m_windowController.window(); }
 
 private:
+    void print(ReportKind kind);
+
     MainQueue m_mainQueue;
     QtRunLoop m_runLoop {m_mainQueue};
     QtSerialPortList m_ports {m_runLoop, m_mainQueue};
@@ -38,10 +48,17 @@ private:
     QtSavePanel m_savePanel {m_mainQueue};
     QtFileWriter m_fileWriter;
     QtScreen m_screen;
+    QPageLayout m_pageLayout {defaultPageLayout()};
+    PdfReport m_pdfReport {m_pageLayout};
+    QtPrintPanels m_printPanels;
     TensioManager m_tensioManager {m_ports, m_runLoop, m_clock, m_userDefaults,
-        {m_csvReport, m_savePanel, m_fileWriter, m_screen, m_alerts}};
+        {m_csvReport, m_pdfReport, m_savePanel, m_fileWriter, m_screen, m_alerts}};
+    QMenu m_defaultTargetMenu;
     MainWindowController m_windowController {m_tensioManager, m_runLoop, m_alerts};
-    AppDelegate m_delegate {m_tensioManager};
+    std::unique_ptr<PrintPreviewController> m_printPreview;
+    AppDelegate m_delegate {
+        m_tensioManager, m_runLoop, m_defaultTargetMenu, [this](ReportKind kind) { print(kind); }};
+    MainMenu m_mainMenu {window(), m_defaultTargetMenu, m_delegate, m_tensioManager};
     Subscriptions m_subscriptions;
 };
 

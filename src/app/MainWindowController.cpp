@@ -1,5 +1,7 @@
 #include "app/MainWindowController.h"
 
+#include <QMenuBar>
+
 namespace tensio {
 
 MainWindowController::MainWindowController(
@@ -16,9 +18,16 @@ void MainWindowController::windowDidLoad()
     connect(
         &m_window, &MainWindow::willAppear, this, [this] { m_contentController.viewWillAppear(); });
     showSimulationInTitle(false);
-    m_window.resize(static_cast<int>(TensioViewController::width),
-        static_cast<int>(TensioViewController::height));
+    fitToDesign();
     m_contentController.fit(m_window.size());
+}
+
+void MainWindowController::fitToDesign()
+{
+    auto const* menuBar = m_window.menuBar();
+    int const menuHeight = menuBar->isNativeMenuBar() ? 0 : menuBar->sizeHint().height();
+    m_window.resize(static_cast<int>(TensioViewController::width),
+        static_cast<int>(TensioViewController::height) + menuHeight);
 }
 
 void MainWindowController::showSimulationInTitle(bool isSimulated)

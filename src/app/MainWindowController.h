@@ -17,6 +17,10 @@ public:
     MainWindow& window() { return m_window; }
     // Simulated readings must never pass for a subject's.
     void showSimulationInTitle(bool isSimulated);
+    // What the header's print button opens. Not owned; must outlive the window's use.
+    void setPrintMenu(QMenu& menu) { m_contentController.setPrintMenu(menu); }
+    // The size at which the content stands as it was designed; once the menu bar is filled.
+    void fitToDesign();
 
 private:
     void windowDidLoad();

@@ -48,4 +48,9 @@ void TensioViewController::fit(QSizeF size)
         static_cast<int>(std::lround((size.height() - scale * height) / 2.0)));
 }
 
+void TensioViewController::setPrintMenu(QMenu& menu)
+{
+    m_header->setPrintMenu(menu);
+}
+
 } // namespace tensio

@@ -6,6 +6,7 @@
 
 #include <memory>
 
+class QMenu;
 class QWidget;
 
 namespace Ui {
@@ -40,6 +41,7 @@ public:
     void viewWillAppear();
     // Scales the design uniformly to the size, in the window's units, and centres it.
     void fit(QSizeF size);
+    void setPrintMenu(QMenu& menu);
 
 private:
     TensioManager& m_tensioManager;

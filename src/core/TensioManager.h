@@ -17,12 +17,15 @@ class Alerts;
 class CsvFormat;
 class FileWriter;
 class Menu;
+class PdfRenderer;
+class PrintView;
 class SavePanel;
 class Screen;
 
 // What saving needs of the outside.
 struct SavingServices {
     CsvFormat const& csvFormat;
+    PdfRenderer const& pdfRenderer;
     SavePanel& savePanel;
     FileWriter& fileWriter;
     Screen& screen;
@@ -93,6 +96,8 @@ public:
     void saveSelectedCsv();
     // The main window, through the clipboard. A failure to write is not reported.
     void saveScreenshot();
+    // The pages of a report, to a PDF file that the user chooses.
+    void saveViewAsPdf(PrintView& view);
 
 private:
     void receivePressure(float pressure);
@@ -105,6 +110,7 @@ private:
     void loadDefaultTargetPressure();
 
     void saveAsCsv(std::string const& text);
+    void tellUser(char const* message);
 
     RunLoop& m_runLoop;
     Clock const& m_clock;

@@ -1,8 +1,10 @@
 #include "core/CsvFormat.h"
 #include "core/DateText.h"
+#include "core/SavingMessages.h"
 #include "core/TensioManager.h"
 #include "core/Utf16.h"
 #include "platform/Alerts.h"
+#include "platform/Printing.h"
 #include "platform/Saving.h"
 #include "platform/Screen.h"
 
@@ -61,7 +63,7 @@ void TensioManager::saveAsCsv(std::string const& text)
 {
     auto const path = m_saving.savePanel.runModal("csv");
     if (path && !m_saving.fileWriter.writeAtomically(*path, encodeUtf16(text)))
-        m_saving.alerts.runModal(AlertStyle::Critical, "保存に失敗しました。", {"OK"});
+        tellUser(saveFailedMessage);
 }
 
 void TensioManager::saveScreenshot()
@@ -73,6 +75,25 @@ void TensioManager::saveScreenshot()
         return;
     if (auto const picture = m_saving.screen.clipboardPng())
         m_saving.fileWriter.writeAtomically(*path, *picture);
+}
+
+void TensioManager::saveViewAsPdf(PrintView& view)
+{
+    if (!m_saving.pdfRenderer.hasRoomFor(view)) {
+        tellUser(paperTooSmallMessage);
+        return;
+    }
+    auto const path = m_saving.savePanel.runModal("pdf");
+    if (!path)
+        return;
+    auto const pdf = m_saving.pdfRenderer.render(view);
+    if (!pdf || !m_saving.fileWriter.writeAtomically(*path, *pdf))
+        tellUser(saveFailedMessage);
+}
+
+void TensioManager::tellUser(char const* message)
+{
+    m_saving.alerts.runModal(AlertStyle::Critical, message, {"OK"});
 }
 
 } // namespace tensio

@@ -20,12 +20,18 @@ HeaderViewController::HeaderViewController(TensioManager& tensioManager, QWidget
     m_subscriptions.push_back(m_headerViewModel.canSaveStuff.observe([this](bool canSave) {
         m_ui->saveButton->setEnabled(canSave);
         m_ui->screenSaveButton->setEnabled(canSave);
+        m_ui->printButton->setEnabled(canSave);
     }));
     runOnClick(*m_ui->saveButton, m_headerViewModel.cocoaActionSaveCsv, *this);
     runOnClick(*m_ui->screenSaveButton, m_headerViewModel.cocoaActionSaveScreenshot, *this);
 }
 
 HeaderViewController::~HeaderViewController() = default;
+
+void HeaderViewController::setPrintMenu(QMenu& menu)
+{
+    m_ui->printButton->setMenu(&menu);
+}
 
 void HeaderViewController::showDate(Date date)
 {

@@ -6,6 +6,7 @@
 
 #include <memory>
 
+class QMenu;
 class QWidget;
 
 namespace Ui {
@@ -22,6 +23,9 @@ public:
     // The view is not owned; it must outlive the controller.
     HeaderViewController(TensioManager& tensioManager, QWidget& view);
     ~HeaderViewController() override;
+
+    // What the print button opens. Not owned; must outlive the view's use.
+    void setPrintMenu(QMenu& menu);
 
 private:
     void showDate(Date date);

@@ -1,4 +1,6 @@
+#include "core/SavingMessages.h"
 #include "core/Utf16.h"
+#include "output/ListPrintView.h"
 #include "support/Session.h"
 
 #include <gtest/gtest.h>
@@ -103,6 +105,27 @@ TEST(Saving, CapturesTheWindowBeforeThePanelAndWritesWhatTheClipboardHolds)
         session.manager.saveScreenshotAction.apply(Nothing {});
         EXPECT_EQ(session.saving.written, "picture");
     }
+}
+
+TEST(Saving, WritesAReportAsPdfOrTellsWhyNot)
+{
+    ListPrintView view("山田", {});
+    Finished session;
+    session.manager.saveViewAsPdf(view);
+    EXPECT_EQ(session.saving.log, (Texts {"panel pdf", "write /folder/file"}));
+    EXPECT_EQ(session.saving.written, "pages");
+    session.saving.diskIsFull = true;
+    session.manager.saveViewAsPdf(view);
+    session.saving.diskIsFull = false;
+    session.pdfRenderer.fails = true;
+    session.manager.saveViewAsPdf(view);
+    EXPECT_EQ(session.alerts.messages, (Texts {saveFailedMessage, saveFailedMessage}));
+
+    session.saving.log.clear();
+    session.pdfRenderer.hasRoom = false;
+    session.manager.saveViewAsPdf(view);
+    EXPECT_EQ(session.alerts.messages.back(), paperTooSmallMessage);
+    EXPECT_TRUE(session.saving.log.empty()) << "no panel for a file that cannot be";
 }
 
 TEST(Utf16, HasAMarkAndLittleEndianUnits)

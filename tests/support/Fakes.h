@@ -3,6 +3,7 @@
 #include "platform/Alerts.h"
 #include "platform/Clock.h"
 #include "platform/Menu.h"
+#include "platform/Printing.h"
 #include "platform/Saving.h"
 #include "platform/Screen.h"
 #include "platform/UserDefaults.h"
@@ -75,6 +76,19 @@ public:
                 titles.push_back(item.title);
         }
         return titles;
+    }
+};
+
+// Makes the same file of every view.
+class FakePdfRenderer : public PdfRenderer {
+public:
+    bool hasRoom = true;
+    bool fails = false;
+
+    bool hasRoomFor(PrintView&) const override { return hasRoom; }
+    std::optional<std::string> render(PrintView&) const override
+    {
+        return fails ? std::nullopt : std::optional<std::string>("pages");
     }
 };
 

@@ -19,12 +19,13 @@ struct Session {
     FakeAlerts alerts;
     FakeSaving saving;
     CsvReport csvReport;
+    FakePdfRenderer pdfRenderer;
     TensioManager manager;
 
     explicit Session(std::map<std::string, float> settings = {})
         : userDefaults(std::move(settings))
         , manager((ports.ports.push_back(port), ports), runLoop, clock, userDefaults,
-              {csvReport, saving, saving, saving, alerts})
+              {csvReport, pdfRenderer, saving, saving, saving, alerts})
     {
     }
 

@@ -4,8 +4,11 @@
 #include "app/Application.h"
 #include "panels/HistorySlice.h"
 #include "platform/qt/VirtualPorts.h"
+#include "printing/PainterCanvas.h"
 
 #include <QCoreApplication>
+#include <QImage>
+#include <QPainter>
 #include <QTest>
 
 #include <cstdio>
@@ -29,6 +32,8 @@ void Session::play()
     finish();
     select();
     save();
+    lookAtMenus();
+    printReports();
     loseDevice();
     report();
 }
@@ -112,6 +117,58 @@ void Session::save()
     m_stage.waitForFile(QStringLiteral("screen.png"));
 }
 
+void Session::lookAtMenus()
+{
+    std::puts("Open each menu.");
+    int number = 1;
+    for (auto* menu : m_stage.menus())
+        m_stage.openMenu(*menu, QStringLiteral("11-menu-%1").arg(number++));
+}
+
+void Session::printReports()
+{
+    std::puts("Save the reports as PDF, look at the print preview.");
+    for (auto const& [item, file] : {std::pair {"一覧をPDFとして保存(&L)…", "list.pdf"},
+             {"グリッドをPDFとして保存(&G)…", "grid.pdf"}}) {
+        auto const name = QString::fromUtf8(file);
+        m_stage.expectSavePanel(name, QStringLiteral("12-save-") + name.section(u'.', 0, 0));
+        m_stage.chooseFromMenu(QString::fromUtf8(item));
+        m_stage.waitForFile(name);
+    }
+    m_stage.chooseFromMenu(QStringLiteral("一覧を印刷(&L)…"));
+    for (auto const* kind : {"list", "grid", "selected"}) {
+        m_stage.click(QString::fromUtf8(kind) + QStringLiteral("Button"));
+        m_stage.waitFor(300);
+        m_stage.takePicture(QStringLiteral("13-preview-") + QString::fromUtf8(kind));
+    }
+    m_stage.expectSavePanel(QStringLiteral("selected.pdf"), QStringLiteral("12-save-selected"));
+    m_stage.click(QStringLiteral("savePdfButton"));
+    m_stage.waitForFile(QStringLiteral("selected.pdf"));
+    m_stage.click(QStringLiteral("closeButton"));
+    drawPage(ReportKind::List, QStringLiteral("14-page-list"));
+    drawPage(ReportKind::Grid, QStringLiteral("14-page-grid"));
+    drawPage(ReportKind::Selected, QStringLiteral("14-page-selected"));
+}
+
+void Session::drawPage(ReportKind kind, QString const& pictureName)
+{
+    constexpr double pixelsPerPoint = 150.0 / 72.0;
+    PrintInfo const paper;
+    QImage page(qRound(paper.paperWidth * pixelsPerPoint),
+        qRound(paper.paperHeight * pixelsPerPoint), QImage::Format_RGB32);
+    page.fill(Qt::white);
+    QPainter painter(&page);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.scale(pixelsPerPoint, pixelsPerPoint);
+    PainterCanvas canvas(&painter);
+    auto const report = makeReport(kind, m_application.tensioManager());
+    report->paginate(paper, canvas);
+    report->rectForPage(1);
+    report->draw(canvas);
+    painter.end();
+    m_stage.keep(page, pictureName);
+}
+
 void Session::loseDevice()
 {
     std::puts("Start anew; the cable is pulled.");
@@ -120,13 +177,13 @@ void Session::loseDevice()
     plugIn({QStringLiteral("--pull"), QStringLiteral("5")});
     m_stage.expectAlert(
         QStringLiteral("前回の舌圧測定データが削除されます。\nよろしいでしょうか？"),
-        QStringLiteral("11-start-anew"));
+        QStringLiteral("15-start-anew"));
     m_stage.click(QStringLiteral("startButton"));
     m_stage.waitForAlert();
-    m_stage.expectAlert(QStringLiteral("切断されました。"), QStringLiteral("12-cable-pulled"));
+    m_stage.expectAlert(QStringLiteral("切断されました。"), QStringLiteral("16-cable-pulled"));
     m_stage.click(QStringLiteral("okButton"));
     m_stage.waitForAlert();
-    m_stage.takePicture(QStringLiteral("13-after-the-loss"));
+    m_stage.takePicture(QStringLiteral("17-after-the-loss"));
 }
 
 void Session::report() const

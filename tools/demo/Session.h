@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Stage.h"
+#include "output/Reports.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
@@ -25,6 +26,9 @@ private:
     void finish();
     void select();
     void save();
+    void lookAtMenus();
+    void printReports();
+    void drawPage(ReportKind kind, QString const& pictureName);
     void loseDevice();
     void report() const;
 

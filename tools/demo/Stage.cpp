@@ -5,6 +5,9 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
 #include <QMessageBox>
 #include <QPainter>
 #include <QPushButton>
@@ -31,7 +34,7 @@ QMessageBox* alertOnScreen()
 
 } // namespace
 
-Stage::Stage(QWidget& window, QString const& folder)
+Stage::Stage(QMainWindow& window, QString const& folder)
     : m_window(window)
     , m_folder(folder)
 {
@@ -114,7 +117,7 @@ void Stage::expectSavePanel(QString const& fileName, QString const& pictureName)
 void Stage::waitForFile(QString const& fileName) const
 {
     waitUntil(QStringLiteral("the file ") + fileName, [&] {
-        return !QApplication::activeModalWidget()
+        return !qobject_cast<QFileDialog*>(QApplication::activeModalWidget())
             && QFileInfo(m_folder.filePath(fileName)).size() > 0;
     });
     std::printf("  %s\n", qPrintable(m_folder.filePath(fileName)));
@@ -132,6 +135,36 @@ void Stage::answerSavePanel()
     QTest::keyClick(panel, Qt::Key_Return);
 }
 
+QList<QMenu*> Stage::menus() const
+{
+    QList<QMenu*> menus;
+    for (auto const* item : m_window.menuBar()->actions())
+        menus << item->menu();
+    return menus;
+}
+
+void Stage::openMenu(QMenu& menu, QString const& pictureName) const
+{
+    auto const* bar = m_window.menuBar();
+    menu.popup(bar->mapToGlobal(bar->actionGeometry(menu.menuAction()).bottomLeft()));
+    waitFor(100);
+    takePicture(pictureName);
+    menu.close();
+}
+
+void Stage::chooseFromMenu(QString const& title) const
+{
+    for (auto const* menu : menus()) {
+        for (auto* item : menu->actions()) {
+            if (item->text() == title && item->isEnabled()) {
+                item->trigger();
+                return;
+            }
+        }
+    }
+    fail(QStringLiteral("no such command enabled: ") + title);
+}
+
 void Stage::takePicture(QString const& name) const
 {
     auto picture = m_window.grab().toImage();
@@ -143,6 +176,11 @@ void Stage::takePicture(QString const& name) const
             dialog->geometry().topLeft() - m_window.geometry().topLeft(), dialog->grab());
     }
     painter.end();
+    keep(picture, name);
+}
+
+void Stage::keep(QImage const& picture, QString const& name) const
+{
     auto const path = m_folder.filePath(name + QStringLiteral(".png"));
     if (!picture.save(path))
         fail(QStringLiteral("cannot write ") + path);

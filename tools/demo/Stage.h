@@ -6,6 +6,9 @@
 #include <functional>
 #include <stdexcept>
 
+class QImage;
+class QMainWindow;
+class QMenu;
 class QWidget;
 
 namespace tensio {
@@ -21,7 +24,7 @@ public:
 class Stage {
 public:
     // Pictures go into the folder, which is made if need be.
-    Stage(QWidget& window, QString const& folder);
+    Stage(QMainWindow& window, QString const& folder);
 
     // Turns the event loop until the condition holds; throws DemoFailure when it does not within a
     // minute.
@@ -40,15 +43,22 @@ public:
     // Once the expected panel has gone and the file is there.
     void waitForFile(QString const& fileName) const;
 
+    // The menus of the menu bar, in their order.
+    QList<QMenu*> menus() const;
+    void openMenu(QMenu& menu, QString const& pictureName) const;
+    // By its title; the item must be enabled.
+    void chooseFromMenu(QString const& title) const;
+
     // The main window with the dialogs that stand above it.
     void takePicture(QString const& name) const;
+    void keep(QImage const& picture, QString const& name) const;
 
 private:
     void answerAlert();
     void answerSavePanel();
     QWidget& find(QString const& name) const;
 
-    QWidget& m_window;
+    QMainWindow& m_window;
     QDir m_folder;
     QString m_expectedAlert;
     QString m_alertPicture;

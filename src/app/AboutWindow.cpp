@@ -1,0 +1,23 @@
+#include "app/AboutWindow.h"
+
+#include "ui_About.h"
+
+#include <QCoreApplication>
+
+namespace tensio {
+
+AboutWindow::AboutWindow(QWidget& parent)
+    : QDialog(&parent)
+    , m_ui(std::make_unique<Ui::About>())
+{
+    m_ui->setupUi(this);
+    m_ui->iconView->setPixmap(QIcon(QStringLiteral(":/tensio.svg"))
+                                  .pixmap(m_ui->iconView->minimumSize(), devicePixelRatioF()));
+    m_ui->versionLabel->setText(m_ui->versionLabel->text().arg(
+        QCoreApplication::applicationVersion(), QString::fromLatin1(qVersion())));
+    connect(m_ui->closeButton, &QAbstractButton::clicked, this, &QDialog::accept);
+}
+
+AboutWindow::~AboutWindow() = default;
+
+} // namespace tensio

@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QDialog>
+
+#include <memory>
+
+namespace Ui {
+class About;
+}
+
+namespace tensio {
+
+// What the program is, its version, and the licences of what it is made of.
+class AboutWindow : public QDialog {
+    Q_OBJECT
+
+public:
+    explicit AboutWindow(QWidget& parent);
+    ~AboutWindow() override;
+
+private:
+    std::unique_ptr<Ui::About> m_ui;
+};
+
+} // namespace tensio

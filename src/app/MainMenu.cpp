@@ -1,0 +1,91 @@
+#include "app/MainMenu.h"
+
+#include "app/AboutWindow.h"
+#include "core/TensioManager.h"
+
+#include <QMainWindow>
+#include <QMenuBar>
+
+#include <functional>
+
+namespace tensio {
+
+MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, AppDelegate& delegate,
+    TensioManager& tensioManager)
+    : m_window(window)
+    , m_delegate(delegate)
+{
+    addFileMenu();
+    addPrintMenu();
+    defaultTargetMenu.setTitle(QStringLiteral("目標圧の初期値(&T)"));
+    m_window.menuBar()->addMenu(&defaultTargetMenu);
+    addHelpMenu();
+
+    // All that the validation looks at: a session's state, the list and the selection.
+    m_subscriptions.push_back(
+        tensioManager.isMeasuring.observeChanges([this](bool) { validate(); }));
+    m_subscriptions.push_back(tensioManager.sliceOfMeasurements.observeChanges(
+        [this](Measurements const&) { validate(); }));
+    m_subscriptions.push_back(tensioManager.measurementList.selectedAverage.observeChanges(
+        [this](float) { validate(); }));
+    validate();
+}
+
+void MainMenu::addFileMenu()
+{
+    auto& menu = *m_window.menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
+    menu.setObjectName(QStringLiteral("fileMenu"));
+    add(menu, QStringLiteral("CSVとして保存(&S)…"), &AppDelegate::saveCsvAction,
+        QKeySequence::Save);
+    add(menu, QStringLiteral("選択した測定をCSVとして保存(&C)…"), &AppDelegate::saveSelectedAction,
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
+    menu.addSeparator();
+    add(menu, QStringLiteral("一覧をPDFとして保存(&L)…"), &AppDelegate::saveAsListAction);
+    add(menu, QStringLiteral("グリッドをPDFとして保存(&G)…"), &AppDelegate::saveAsGridAction);
+    menu.addSeparator();
+    add(menu, QStringLiteral("画面を画像として保存(&I)…"), &AppDelegate::saveScreenshotAction);
+    menu.addSeparator();
+    auto* quit = menu.addAction(QStringLiteral("tensioを終了(&Q)"), &m_window, &QWidget::close);
+    quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
+    quit->setMenuRole(QAction::QuitRole);
+}
+
+void MainMenu::addPrintMenu()
+{
+    m_printMenu = m_window.menuBar()->addMenu(QStringLiteral("印刷(&P)"));
+    m_printMenu->setObjectName(QStringLiteral("printMenu"));
+    add(*m_printMenu, QStringLiteral("一覧を印刷(&L)…"), &AppDelegate::printAsListAction,
+        QKeySequence::Print);
+    add(*m_printMenu, QStringLiteral("グリッドを印刷(&G)…"), &AppDelegate::printAsGridAction,
+        QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
+    add(*m_printMenu, QStringLiteral("選択した測定を印刷(&S)…"), &AppDelegate::printSelectedAction);
+}
+
+void MainMenu::addHelpMenu()
+{
+    auto& menu = *m_window.menuBar()->addMenu(QStringLiteral("ヘルプ(&H)"));
+    menu.setObjectName(QStringLiteral("helpMenu"));
+    auto* about = menu.addAction(QStringLiteral("tensioについて(&A)"), this, [this] {
+        auto* aboutWindow = new AboutWindow(m_window);
+        aboutWindow->setAttribute(Qt::WA_DeleteOnClose);
+        aboutWindow->open();
+    });
+    about->setMenuRole(QAction::AboutRole);
+}
+
+void MainMenu::add(
+    QMenu& menu, QString const& title, AppDelegate::Action command, QKeySequence const& shortcut)
+{
+    auto* action
+        = menu.addAction(title, this, [this, command] { std::invoke(command, m_delegate); });
+    action->setShortcut(shortcut);
+    m_commands.emplace_back(action, command);
+}
+
+void MainMenu::validate()
+{
+    for (auto const& [action, command] : m_commands)
+        action->setEnabled(m_delegate.validateMenuItem(command));
+}
+
+} // namespace tensio

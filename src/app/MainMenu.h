@@ -1,0 +1,47 @@
+#pragma once
+
+#include "app/AppDelegate.h"
+#include "reactive/Subscription.h"
+
+#include <QKeySequence>
+#include <QObject>
+
+#include <utility>
+#include <vector>
+
+class QAction;
+class QMainWindow;
+class QMenu;
+
+namespace tensio {
+
+// The menu bar of the main window: the delegate's commands, each enabled while the delegate says
+// so, the menu of default targets, and what every program has.
+class MainMenu : public QObject {
+    Q_OBJECT
+
+public:
+    // Nothing is owned; all must outlive the menu bar's use.
+    MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, AppDelegate& delegate,
+        TensioManager& tensioManager);
+    ~MainMenu() override = default;
+
+    // The commands that print.
+    QMenu& printMenu() { return *m_printMenu; }
+
+private:
+    void addFileMenu();
+    void addPrintMenu();
+    void addHelpMenu();
+    void add(QMenu& menu, QString const& title, AppDelegate::Action command,
+        QKeySequence const& shortcut = {});
+    void validate();
+
+    QMainWindow& m_window;
+    AppDelegate& m_delegate;
+    QMenu* m_printMenu = nullptr;
+    std::vector<std::pair<QAction*, AppDelegate::Action>> m_commands;
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

@@ -1,0 +1,31 @@
+#include "platform/qt/QtMenu.h"
+
+#include <QMenu>
+
+#include <utility>
+
+namespace tensio {
+
+void QtMenu::removeAllItems()
+{
+    m_menu.clear();
+}
+
+void QtMenu::addItem(MenuItem item)
+{
+    auto* action = m_menu.addAction(QString::fromStdString(item.title));
+    action->setData(item.tag);
+    action->setCheckable(true);
+    action->setChecked(item.isOn);
+    // A click has toggled the mark by then; what it ought to be, the work says by checkOnly.
+    QObject::connect(
+        action, &QAction::triggered, action, [work = std::move(item.action)] { work(); });
+}
+
+void QtMenu::checkOnly(int tag)
+{
+    for (auto* action : m_menu.actions())
+        action->setChecked(action->data().toInt() == tag);
+}
+
+} // namespace tensio

@@ -1,0 +1,69 @@
+#include "printing/PageDrawing.h"
+
+#include "printing/PainterCanvas.h"
+
+#include <QPageRanges>
+#include <QPagedPaintDevice>
+#include <QPainter>
+
+#include <vector>
+
+namespace tensio {
+
+namespace {
+
+constexpr double pointsPerInch = 72.0;
+constexpr double margin = 72.0;
+
+std::vector<int> wantedPages(QPageRanges const& ranges, int count)
+{
+    std::vector<int> pages;
+    for (int page = 1; page <= count; ++page) {
+        if (ranges.isEmpty() || ranges.contains(page))
+            pages.push_back(page);
+    }
+    return pages;
+}
+
+} // namespace
+
+QPageLayout defaultPageLayout()
+{
+    return QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
+        QMarginsF(margin, margin, margin, margin), QPageLayout::Point);
+}
+
+PrintInfo printInfo(QPageLayout const& layout)
+{
+    auto const paper = layout.fullRect(QPageLayout::Point);
+    auto const margins = layout.margins(QPageLayout::Point);
+    return {paper.width(), paper.height(), margins.left(), margins.top(), margins.right(),
+        margins.bottom()};
+}
+
+bool fits(PrintView& view, QPageLayout const& layout)
+{
+    return view.paginate(printInfo(layout), PainterCanvas()) > 0;
+}
+
+bool drawPages(PrintView& view, QPagedPaintDevice& device)
+{
+    auto const count = view.paginate(printInfo(device.pageLayout()), PainterCanvas());
+    auto const pages = wantedPages(device.pageRanges(), count);
+    QPainter painter;
+    if (pages.empty() || !painter.begin(&device))
+        return false;
+    painter.scale(device.logicalDpiX() / pointsPerInch, device.logicalDpiY() / pointsPerInch);
+    // A view counts from the corner of the paper, a device perhaps from that of its margins.
+    painter.translate(-device.pageLayout().paintRect(QPageLayout::Point).topLeft());
+    PainterCanvas canvas(&painter);
+    for (int const page : pages) {
+        if (page != pages.front() && !device.newPage())
+            return false;
+        view.rectForPage(page);
+        view.draw(canvas);
+    }
+    return painter.end();
+}
+
+} // namespace tensio

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "platform/Printing.h"
+
+#include <QPageLayout>
+
+class QPagedPaintDevice;
+
+namespace tensio {
+
+// A4 with margins of 72 points.
+QPageLayout defaultPageLayout();
+
+PrintInfo printInfo(QPageLayout const& layout);
+
+// The view has at least one page on that paper.
+bool fits(PrintView& view, QPageLayout const& layout);
+
+// Draws the pages that the device's page ranges ask for; false when there is none on its paper, or
+// the device cannot be drawn on.
+bool drawPages(PrintView& view, QPagedPaintDevice& device);
+
+} // namespace tensio

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/Printing.h"
+
+class QFont;
+class QPainter;
+
+namespace tensio {
+
+// Draws pages with a painter. The typeface is not the window's: of that one, Qt's PDF files name
+// many characters by their look-alikes among the radicals, and neither search nor copy finds them.
+class PainterCanvas : public PrintCanvas {
+public:
+    // Without a painter it only measures. One unit of the painter is a point, its origin the corner
+    // of the paper; it must outlive the canvas.
+    explicit PainterCanvas(QPainter* painter = nullptr)
+        : m_painter(painter)
+    {
+    }
+
+    double capHeight(double fontSize) const override;
+    void drawText(
+        PrintRect rect, double fontSize, TextAlignment alignment, std::string const& text) override;
+    void strokeRect(PrintRect rect) override;
+
+private:
+    QPainter* m_painter;
+};
+
+} // namespace tensio

@@ -1,0 +1,30 @@
+#include "printing/PdfReport.h"
+
+#include "printing/PageDrawing.h"
+
+#include <QBuffer>
+#include <QPdfWriter>
+
+namespace tensio {
+
+bool PdfReport::hasRoomFor(PrintView& view) const
+{
+    return fits(view, m_layout);
+}
+
+std::optional<std::string> PdfReport::render(PrintView& view) const
+{
+    QBuffer buffer;
+    buffer.open(QIODevice::WriteOnly);
+    {
+        QPdfWriter writer(&buffer);
+        writer.setTitle(QStringLiteral("舌圧測定結果"));
+        writer.setCreator(QStringLiteral("tensio"));
+        writer.setPageLayout(m_layout);
+        if (!drawPages(view, writer))
+            return std::nullopt;
+    }
+    return buffer.data().toStdString();
+}
+
+} // namespace tensio

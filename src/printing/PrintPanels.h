@@ -1,0 +1,26 @@
+#pragma once
+
+#include <functional>
+
+class QPrinter;
+class QWidget;
+
+namespace tensio {
+
+// The system's own panels of printing. They stand above the parent and return at once; what to do
+// is called when, and only when, the user agrees.
+class PrintPanels {
+public:
+    PrintPanels() = default;
+    PrintPanels(PrintPanels const&) = delete;
+    PrintPanels& operator=(PrintPanels const&) = delete;
+    virtual ~PrintPanels() = default;
+
+    virtual bool hasPrinters() const = 0;
+    // Both change the printer's settings; it must outlive the panel.
+    virtual void openPageSetup(QPrinter& printer, QWidget& parent, std::function<void()> agreed)
+        = 0;
+    virtual void openPrint(QPrinter& printer, QWidget& parent, std::function<void()> agreed) = 0;
+};
+
+} // namespace tensio

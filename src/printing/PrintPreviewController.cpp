@@ -1,0 +1,140 @@
+#include "printing/PrintPreviewController.h"
+
+#include "core/SavingMessages.h"
+#include "core/TensioManager.h"
+#include "platform/Alerts.h"
+#include "printing/PageDrawing.h"
+#include "printing/PrintPanels.h"
+#include "ui_PrintPreview.h"
+
+#include <QDialog>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
+
+#include <utility>
+
+namespace tensio {
+
+PrintPreviewController::PrintPreviewController(TensioManager& tensioManager, PrintPanels& panels,
+    Alerts& alerts, QPageLayout& pageLayout, QWidget& parent)
+    : m_tensioManager(tensioManager)
+    , m_panels(panels)
+    , m_alerts(alerts)
+    , m_pageLayout(pageLayout)
+    , m_printer(std::make_unique<QPrinter>(QPrinter::HighResolution))
+    , m_window(std::make_unique<QDialog>(&parent))
+    , m_ui(std::make_unique<Ui::PrintPreview>())
+{
+    m_ui->setupUi(m_window.get());
+    viewDidLoad();
+}
+
+PrintPreviewController::~PrintPreviewController() = default;
+
+void PrintPreviewController::viewDidLoad()
+{
+    m_printer->setDocName(QStringLiteral("tensio"));
+    m_printer->setCreator(QStringLiteral("tensio"));
+    m_preview = new QPrintPreviewWidget(m_printer.get(), m_ui->pageArea);
+    m_preview->setAccessibleName(QStringLiteral("印刷されるページ"));
+    m_ui->pageAreaLayout->addWidget(m_preview);
+    connect(m_preview, &QPrintPreviewWidget::paintRequested, this,
+        [this](QPrinter* printer) { showPages(*printer); });
+    connect(m_preview, &QPrintPreviewWidget::previewChanged, this,
+        &PrintPreviewController::showPosition);
+
+    for (auto const& [button, kind] : {std::pair {m_ui->listButton, ReportKind::List},
+             {m_ui->gridButton, ReportKind::Grid}, {m_ui->selectedButton, ReportKind::Selected}})
+        connect(button, &QAbstractButton::clicked, this, [this, kind = kind] { choose(kind); });
+    connect(m_ui->previousButton, &QAbstractButton::clicked, this, [this] { turnPage(-1); });
+    connect(m_ui->nextButton, &QAbstractButton::clicked, this, [this] { turnPage(+1); });
+    connect(
+        m_ui->zoomInButton, &QAbstractButton::clicked, m_preview, [this] { m_preview->zoomIn(); });
+    connect(m_ui->zoomOutButton, &QAbstractButton::clicked, m_preview,
+        [this] { m_preview->zoomOut(); });
+    connect(
+        m_ui->fitPageButton, &QAbstractButton::clicked, m_preview, &QPrintPreviewWidget::fitInView);
+    connect(m_ui->fitWidthButton, &QAbstractButton::clicked, m_preview,
+        &QPrintPreviewWidget::fitToWidth);
+    connect(
+        m_ui->pageSetupButton, &QAbstractButton::clicked, this, &PrintPreviewController::setUpPage);
+    connect(m_ui->savePdfButton, &QAbstractButton::clicked, this,
+        [this] { m_tensioManager.saveViewAsPdf(*m_view); });
+    connect(m_ui->printButton, &QAbstractButton::clicked, this, &PrintPreviewController::print);
+    connect(m_ui->closeButton, &QAbstractButton::clicked, m_window.get(), &QWidget::close);
+}
+
+void PrintPreviewController::show(ReportKind kind)
+{
+    m_printer->setPageLayout(m_pageLayout);
+    m_ui->selectedButton->setEnabled(hasReport(ReportKind::Selected, m_tensioManager));
+    m_ui->listButton->setChecked(kind == ReportKind::List);
+    m_ui->gridButton->setChecked(kind == ReportKind::Grid);
+    m_ui->selectedButton->setChecked(kind == ReportKind::Selected);
+    choose(kind);
+    m_window->show();
+    m_preview->fitInView();
+    m_ui->printButton->setFocus();
+}
+
+void PrintPreviewController::choose(ReportKind kind)
+{
+    m_view = makeReport(kind, m_tensioManager);
+    m_preview->updatePreview();
+}
+
+void PrintPreviewController::showPages(QPrinter& printer)
+{
+    bool const hasPages = drawPages(*m_view, printer);
+    m_ui->printButton->setEnabled(hasPages);
+    m_ui->savePdfButton->setEnabled(hasPages);
+    m_ui->messageLabel->setText(hasPages ? QString() : QString::fromUtf8(paperTooSmallMessage));
+    m_ui->messageLabel->setVisible(!hasPages);
+}
+
+void PrintPreviewController::showPosition()
+{
+    int const page = m_preview->currentPage();
+    int const count = m_preview->pageCount();
+    m_ui->positionLabel->setText(QStringLiteral("%1 / %2 ページ").arg(page).arg(count));
+    m_ui->previousButton->setEnabled(page > 1);
+    m_ui->nextButton->setEnabled(page < count);
+    m_ui->zoomLabel->setText(QStringLiteral("%1%").arg(qRound(m_preview->zoomFactor() * 100.0)));
+}
+
+void PrintPreviewController::turnPage(int step)
+{
+    m_preview->setCurrentPage(m_preview->currentPage() + step);
+    showPosition();
+}
+
+void PrintPreviewController::setUpPage()
+{
+    m_panels.openPageSetup(*m_printer, *m_window, [this] {
+        m_pageLayout = m_printer->pageLayout();
+        m_preview->updatePreview();
+    });
+}
+
+void PrintPreviewController::print()
+{
+    if (!m_panels.hasPrinters()) {
+        m_alerts.runModal(AlertStyle::Warning,
+            "使用できるプリンターがありません。\n"
+            "プリンターを接続するか、「PDFとして保存」をお使いください。",
+            {"OK"});
+        return;
+    }
+    m_panels.openPrint(*m_printer, *m_window, [this] {
+        // The panel may have changed the paper.
+        if (fits(*m_view, m_printer->pageLayout())) {
+            drawPages(*m_view, *m_printer);
+            m_window->close();
+        } else {
+            m_preview->updatePreview();
+            m_alerts.runModal(AlertStyle::Warning, paperTooSmallMessage, {"OK"});
+        }
+    });
+}
+
+} // namespace tensio

@@ -1,0 +1,58 @@
+#pragma once
+
+#include "output/Reports.h"
+
+#include <QObject>
+#include <QPageLayout>
+
+#include <memory>
+
+class QDialog;
+class QPrinter;
+class QPrintPreviewWidget;
+
+namespace Ui {
+class PrintPreview;
+}
+
+namespace tensio {
+
+class Alerts;
+class PrintPanels;
+
+// Shows what will come out of the printer, page by page, in a window modal to the main one; there
+// the user chooses among the reports, sets the page up, prints, or saves as PDF.
+class PrintPreviewController : public QObject {
+    Q_OBJECT
+
+public:
+    // The page layout is the paper in force; setting the page up here changes it. Nothing handed in
+    // is owned; all must outlive the controller.
+    PrintPreviewController(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
+        QPageLayout& pageLayout, QWidget& parent);
+    ~PrintPreviewController() override;
+
+    // With a report that there is.
+    void show(ReportKind kind);
+
+private:
+    void viewDidLoad();
+    void choose(ReportKind kind);
+    void showPages(QPrinter& printer);
+    void showPosition();
+    void turnPage(int step);
+    void setUpPage();
+    void print();
+
+    TensioManager& m_tensioManager;
+    PrintPanels& m_panels;
+    Alerts& m_alerts;
+    QPageLayout& m_pageLayout;
+    std::unique_ptr<QPrinter> m_printer;
+    std::unique_ptr<PrintView> m_view;
+    std::unique_ptr<QDialog> m_window;
+    std::unique_ptr<Ui::PrintPreview> m_ui;
+    QPrintPreviewWidget* m_preview = nullptr;
+};
+
+} // namespace tensio

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "printing/PrintPanels.h"
+
+namespace tensio {
+
+class QtPrintPanels : public PrintPanels {
+public:
+    bool hasPrinters() const override;
+    void openPageSetup(QPrinter& printer, QWidget& parent, std::function<void()> agreed) override;
+    void openPrint(QPrinter& printer, QWidget& parent, std::function<void()> agreed) override;
+};
+
+} // namespace tensio

@@ -1,0 +1,132 @@
+#include "app/MainMenu.h"
+
+#include "support/Session.h"
+
+#include <QMainWindow>
+#include <QMenu>
+#include <QMenuBar>
+
+#include <gtest/gtest.h>
+#include <set>
+
+using namespace tensio;
+
+namespace {
+
+struct Menus {
+    Session session;
+    QMenu defaultTargetMenu;
+    QMainWindow window;
+    std::vector<ReportKind> printed;
+    AppDelegate delegate {session.manager, session.runLoop, defaultTargetMenu,
+        [this](ReportKind kind) { printed.push_back(kind); }};
+    MainMenu mainMenu {window, defaultTargetMenu, delegate, session.manager};
+
+    // Those with which the user can save or print now, by the beginning of their titles.
+    std::size_t enabledCommands()
+    {
+        std::size_t count = 0;
+        for (auto const* name : {"fileMenu", "printMenu"}) {
+            for (auto const* action :
+                window.findChild<QMenu*>(QString::fromLatin1(name))->actions())
+                count += action->isEnabled() && action->text().contains(u'…') ? 1U : 0U;
+        }
+        return count;
+    }
+
+    void choose(QString const& title)
+    {
+        for (auto* action : window.findChildren<QAction*>()) {
+            if (action->text().startsWith(title))
+                action->trigger();
+        }
+    }
+
+    std::string checkedTargets() const
+    {
+        std::string titles;
+        for (auto const* action : defaultTargetMenu.actions()) {
+            if (action->isChecked())
+                titles += action->text().toStdString() + ";";
+        }
+        return titles;
+    }
+};
+
+} // namespace
+
+TEST(MainMenu, EnablesItsCommandsAsTheSessionAllows)
+{
+    Menus menus;
+    EXPECT_EQ(menus.enabledCommands(), 0U) << "nothing measured";
+    menus.session.connect();
+    menus.session.press({20.0});
+    EXPECT_EQ(menus.enabledCommands(), 0U) << "measuring";
+    menus.session.manager.disconnectAction.apply(Nothing {});
+    EXPECT_EQ(menus.enabledCommands(), 6U) << "nothing selected";
+    auto const measurement = menus.session.manager.measurementList.measurements()[0];
+    measurement->isCounted.setValue(true);
+    EXPECT_EQ(menus.enabledCommands(), 8U);
+    measurement->isCounted.setValue(false);
+    EXPECT_EQ(menus.enabledCommands(), 6U);
+    menus.session.connect();
+    EXPECT_EQ(menus.enabledCommands(), 0U) << "measuring anew";
+}
+
+TEST(MainMenu, RunsEachCommandOfTheDelegate)
+{
+    Menus menus;
+    menus.session.connect();
+    menus.session.press({20.0});
+    menus.session.manager.disconnectAction.apply(Nothing {});
+    menus.session.manager.measurementList.measurements()[0]->isCounted.setValue(true);
+    struct Row {
+        QString title;
+        std::string panel;
+    };
+    for (auto const& [title, panel] : {Row {QStringLiteral("CSVとして"), "panel csv"},
+             {QStringLiteral("選択した測定をCSV"), "panel csv"},
+             {QStringLiteral("一覧をPDF"), "panel pdf"},
+             {QStringLiteral("グリッドをPDF"), "panel pdf"},
+             {QStringLiteral("画面を"), "panel png"}}) {
+        menus.session.saving.log.clear();
+        menus.choose(title);
+        menus.session.runLoop.advance(Seconds(0.5));
+        ASSERT_FALSE(menus.session.saving.log.empty()) << title.toStdString();
+        EXPECT_EQ(menus.session.saving.log.back(), panel) << title.toStdString();
+    }
+    for (auto const& title : {QStringLiteral("一覧を印刷"), QStringLiteral("グリッドを印刷"),
+             QStringLiteral("選択した測定を印刷")})
+        menus.choose(title);
+    EXPECT_EQ(
+        menus.printed, (std::vector {ReportKind::List, ReportKind::Grid, ReportKind::Selected}));
+}
+
+TEST(MainMenu, HasNoShortcutOrMnemonicTwice)
+{
+    Menus menus;
+    std::set<QString> shortcuts;
+    for (auto const* menu : menus.window.menuBar()->findChildren<QMenu*>()) {
+        std::set<QChar> mnemonics;
+        for (auto const* action : menu->actions()) {
+            auto const at = action->text().indexOf(u'&');
+            EXPECT_TRUE(at < 0 || mnemonics.insert(action->text()[at + 1]).second)
+                << action->text().toStdString();
+            auto const shortcut = action->shortcut().toString();
+            EXPECT_TRUE(shortcut.isEmpty() || shortcuts.insert(shortcut).second);
+        }
+    }
+}
+
+TEST(DefaultTargetMenu, ChecksExactlyWhatIsStored)
+{
+    Menus menus;
+    menus.delegate.applicationDidFinishLaunching();
+    EXPECT_EQ(menus.defaultTargetMenu.actions().size(), 15);
+    EXPECT_EQ(menus.checkedTargets(), "30.0 kPa;");
+    for (int repeat = 0; repeat < 2; ++repeat) {
+        menus.defaultTargetMenu.actions()[5]->trigger();
+        EXPECT_EQ(menus.checkedTargets(), "55.0 kPa;");
+    }
+    EXPECT_EQ(menus.session.userDefaults.stored[TensioManager::defaultTargetPressureKey], 55.0f);
+}

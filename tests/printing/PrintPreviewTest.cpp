@@ -1,0 +1,138 @@
+#include "core/SavingMessages.h"
+#include "printing/PageDrawing.h"
+#include "printing/PrintPanels.h"
+#include "printing/PrintPreviewController.h"
+#include "support/Session.h"
+
+#include <QDialog>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPrintPreviewWidget>
+#include <QPrinter>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+namespace {
+
+// The user agrees at once, after doing this to the printer.
+class AgreeingPanels : public PrintPanels {
+public:
+    bool printers = true;
+    std::function<void(QPrinter&)> change;
+
+    bool hasPrinters() const override { return printers; }
+    void openPageSetup(QPrinter& printer, QWidget&, std::function<void()> agreed) override
+    {
+        change(printer);
+        agreed();
+    }
+    void openPrint(QPrinter& printer, QWidget& parent, std::function<void()> agreed) override
+    {
+        openPageSetup(printer, parent, std::move(agreed));
+    }
+};
+
+struct Preview {
+    Session session;
+    QWidget parent;
+    AgreeingPanels panels;
+    QPageLayout pageLayout {defaultPageLayout()};
+    PrintPreviewController controller {session.manager, panels, session.alerts, pageLayout, parent};
+
+    explicit Preview(int measurements = 70)
+    {
+        session.connect();
+        for (int press = 0; press < measurements; ++press)
+            session.press({20.0});
+        session.manager.disconnectAction.apply(Nothing {});
+    }
+
+    template<typename Widget>
+    Widget& find(char const* name)
+    {
+        return *parent.findChild<Widget*>(QString::fromLatin1(name));
+    }
+    void click(char const* name) { find<QPushButton>(name).click(); }
+    // The preview paints when its events are due.
+    std::string position()
+    {
+        QCoreApplication::processEvents();
+        return find<QLabel>("positionLabel").text().toStdString();
+    }
+};
+
+} // namespace
+
+TEST(PrintPreview, ShowsTheChosenReportPageByPage)
+{
+    Preview preview;
+    preview.controller.show(ReportKind::List);
+    EXPECT_EQ(preview.position(), "1 / 2 ページ");
+    EXPECT_FALSE(preview.find<QPushButton>("previousButton").isEnabled());
+    EXPECT_FALSE(preview.find<QPushButton>("selectedButton").isEnabled()) << "nothing is selected";
+    preview.click("nextButton");
+    EXPECT_EQ(preview.position(), "2 / 2 ページ");
+    EXPECT_FALSE(preview.find<QPushButton>("nextButton").isEnabled());
+    preview.click("gridButton");
+    EXPECT_EQ(preview.position(), "2 / 8 ページ");
+
+    preview.session.manager.measurementList.measurements()[3]->isCounted.setValue(true);
+    preview.controller.show(ReportKind::Selected);
+    EXPECT_EQ(preview.position(), "1 / 1 ページ");
+    EXPECT_TRUE(preview.find<QPushButton>("selectedButton").isChecked());
+    EXPECT_FALSE(preview.find<QPushButton>("listButton").isChecked());
+    auto const zoom = preview.find<QPrintPreviewWidget>("").zoomFactor();
+    preview.click("zoomInButton");
+    EXPECT_GT(preview.find<QPrintPreviewWidget>("").zoomFactor(), zoom);
+}
+
+TEST(PrintPreview, PrintsWhatItShowsOnThePrinterThatTheUserChose)
+{
+    QTemporaryDir folder;
+    auto const file = folder.filePath(QStringLiteral("printed.pdf"));
+    Preview preview;
+    preview.panels.change = [&](QPrinter& printer) { printer.setOutputFileName(file); };
+    preview.controller.show(ReportKind::Grid);
+    preview.click("printButton");
+    EXPECT_GT(QFileInfo(file).size(), 1000);
+    EXPECT_FALSE(preview.find<QDialog>("PrintPreview").isVisible());
+}
+
+TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
+{
+    Preview preview;
+    preview.controller.show(ReportKind::List);
+    preview.panels.printers = false;
+    preview.click("printButton");
+    ASSERT_EQ(preview.session.alerts.messages.size(), 1U);
+    EXPECT_NE(preview.session.alerts.messages[0].find("プリンターがありません"), std::string::npos);
+
+    preview.panels.printers = true;
+    preview.panels.change
+        = [](QPrinter& printer) { printer.setPageSize(QPageSize(QPageSize::A7)); };
+    preview.click("printButton");
+    EXPECT_EQ(preview.session.alerts.messages.back(), paperTooSmallMessage);
+    EXPECT_TRUE(preview.find<QDialog>("PrintPreview").isVisible());
+
+    preview.click("pageSetupButton");
+    preview.position();
+    EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A7) << "in force for PDF files, too";
+    EXPECT_TRUE(preview.find<QLabel>("messageLabel").isVisible());
+    EXPECT_FALSE(preview.find<QPushButton>("printButton").isEnabled());
+    EXPECT_FALSE(preview.find<QPushButton>("savePdfButton").isEnabled());
+}
+
+TEST(PrintPreview, SavesWhatItShowsAsPdf)
+{
+    Preview preview;
+    preview.session.saving.answer = "/folder/file";
+    preview.controller.show(ReportKind::List);
+    preview.click("savePdfButton");
+    EXPECT_EQ(
+        preview.session.saving.log, (std::vector<std::string> {"panel pdf", "write /folder/file"}));
+}
