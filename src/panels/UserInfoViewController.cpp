@@ -30,6 +30,11 @@ QString pressureText(float pressure)
     return QString::fromStdString(formatFixed(pressure, 1));
 }
 
+float bounded(float pressure)
+{
+    return std::clamp(pressure, TensioManager::minTargetPressure, TensioManager::maxTargetPressure);
+}
+
 std::optional<float> readPressure(QLineEdit const& input)
 {
     return readNumber(input.text().toStdString());
@@ -87,10 +92,8 @@ void UserInfoViewController::show()
 
 void UserInfoViewController::changePressure(float step)
 {
-    if (auto const pressure = readPressure(*m_ui->pressureInput)) {
-        m_ui->pressureInput->setText(pressureText(std::clamp(
-            *pressure + step, TensioManager::minTargetPressure, TensioManager::maxTargetPressure)));
-    }
+    if (auto const pressure = readPressure(*m_ui->pressureInput))
+        m_ui->pressureInput->setText(pressureText(bounded(*pressure + step)));
     m_ui->pressureInput->setFocus();
 }
 
@@ -114,13 +117,12 @@ bool UserInfoViewController::isNameValid()
 bool UserInfoViewController::isPressureValid()
 {
     auto const pressure = readPressure(*m_ui->pressureInput);
-    auto const bounded = std::clamp(pressure.value_or(0.0f), TensioManager::minTargetPressure,
-        TensioManager::maxTargetPressure);
-    if (pressure == bounded)
+    auto const valid = bounded(pressure.value_or(0.0f));
+    if (pressure == valid)
         return true;
     bool const isNumber = pressure && !std::isnan(*pressure);
     if (isNumber)
-        m_ui->pressureInput->setText(pressureText(bounded));
+        m_ui->pressureInput->setText(pressureText(valid));
     m_ui->pressureInput->setFocus();
     return false;
 }
@@ -128,9 +130,10 @@ bool UserInfoViewController::isPressureValid()
 void UserInfoViewController::connectionOpened()
 {
     m_window->close();
-    // The text may have been edited while the port was opening; then the previous target stays.
-    if (auto const pressure = readPressure(*m_ui->pressureInput))
-        m_tensioManager.targetPressure.setValue(*pressure);
+    // The text may have been edited while the port was opening.
+    auto const pressure = readPressure(*m_ui->pressureInput);
+    if (pressure && !std::isnan(*pressure))
+        m_tensioManager.targetPressure.setValue(bounded(*pressure));
     m_tensioManager.username.setValue(m_ui->nameInput->text().toStdString());
 }
 

@@ -145,6 +145,24 @@ TEST(UserInfo, ClosesAndStoresTheEntriesWhenThePortHasOpened)
     EXPECT_EQ(dialog.session.manager.targetPressure.value(), 42.5f);
 }
 
+TEST(UserInfo, EditingWhileThePortOpensGivesNoTargetOutOfBounds)
+{
+    struct Row {
+        QString edited;
+        float target;
+    };
+    // A connection starts without a target.
+    for (auto const& [edited, target] : std::vector<Row> {{u"50"_qs, 50.0f}, {u"5"_qs, 10.0f},
+             {u"1e9"_qs, 80.0f}, {u"nan"_qs, 0.0f}, {u"12,5"_qs, 0.0f}}) {
+        Dialog dialog;
+        dialog.fill(QStringLiteral("山田"), QStringLiteral("42.5"));
+        dialog.click("okButton");
+        dialog.input("pressureInput").setText(edited);
+        dialog.session.port->delegate->serialPortWasOpened();
+        EXPECT_EQ(dialog.session.manager.targetPressure.value(), target) << edited.toStdString();
+    }
+}
+
 TEST(UserInfo, StaysOpenWhenTheConnectionFailsAndMayBeTriedAgain)
 {
     Dialog dialog;
