@@ -1,6 +1,11 @@
-// One frame of the graph, 524 × 440 at scale 1, beside the floor: two copies of the same size and
-// two lines. QT_QPA_PLATFORM=offscreen build/default/bin/graph_bench
+// Frames of the graph and the gauge, 440 high, at scales 1 and 2, beside the floor: two copies of
+// the graph's size and two lines. 600 points make a sweep of 30 s; 960 sweeps are eight hours.
+//   QT_QPA_PLATFORM=offscreen build/default/bin/graph_bench
+//     --benchmark_filter='floor|Frame'   every frame of the running trace
+//     --benchmark_filter=afterChange     from a change of scale to the exact picture
+// The times are of single frames: median, 99th percentile and longest, in milliseconds.
 
+#include "feedback/GaugeView.h"
 #include "feedback/GraphView.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
@@ -9,6 +14,7 @@
 #include <QApplication>
 #include <QPainter>
 
+#include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cmath>
 #include <random>
@@ -17,7 +23,14 @@ using namespace tensio;
 
 namespace {
 
-constexpr QSize size(524, 440);
+constexpr QSize designSize(524, 440);
+constexpr int pointsPerSweep = 600;
+
+class RealClock : public Scheduler {
+public:
+    Seconds now() const override { return std::chrono::steady_clock::now().time_since_epoch(); }
+    Subscription scheduleAfter(Seconds, std::function<void()>) override { return {}; }
+};
 
 float pressing(int index)
 {
@@ -31,57 +44,186 @@ float noise(int)
     return std::uniform_real_distribution(0.0f, 80.0f)(random);
 }
 
-void measureFrames(benchmark::State& state, float (*pressure)(int))
-{
+struct Trace {
+    RealClock clock;
     QWidget parent;
-    ImageView maxImage(&parent);
-    ImageView targetImage(&parent);
-    GraphView graph(&parent);
-    setDesignFrame(graph, QRectF(QPointF(0.0, 0.0), size));
-    graph.setUp(maxImage, targetImage);
-    graph.targetPressure.setValue(30.0f);
-    graph.targetColor.setValue(Qt::red);
-    int index = 0;
-    for (; index < state.range(0) * 600; ++index)
-        graph.plotter()->addPressurePoint(pressure(index));
-    graph.frame(size);
+    ImageView maxImage {&parent};
+    ImageView targetImage {&parent};
+    GraphView graph {&parent};
+    float (*pressure)(int);
+    int points = 0;
+
+    Trace(float (*thePressure)(int), int sweeps)
+        : pressure(thePressure)
+    {
+        setDesignFrame(graph, QRectF(QPointF(0.0, 0.0), designSize));
+        graph.setUp(maxImage, targetImage);
+        graph.targetPressure.setValue(30.0f);
+        graph.targetColor.setValue(Qt::red);
+        add(sweeps * pointsPerSweep);
+    }
+
+    void add(int count)
+    {
+        for (int const end = points + count; points < end; ++points)
+            graph.plotter()->addPressurePoint(pressure(points));
+    }
+};
+
+// What the frames of one run took.
+class FrameTimes {
+public:
+    explicit FrameTimes(benchmark::State& state)
+        : m_state(state)
+    {
+    }
+    FrameTimes(FrameTimes const&) = delete;
+    FrameTimes& operator=(FrameTimes const&) = delete;
+    ~FrameTimes()
+    {
+        std::ranges::sort(m_milliseconds);
+        auto const count = m_milliseconds.size();
+        m_state.counters["median"] = m_milliseconds[count / 2];
+        m_state.counters["p99"] = m_milliseconds[count * 99 / 100];
+        m_state.counters["longest"] = m_milliseconds.back();
+    }
+
+    template<typename Work>
+    double measure(Work work)
+    {
+        auto const begin = std::chrono::steady_clock::now();
+        work();
+        std::chrono::duration<double> const taken = std::chrono::steady_clock::now() - begin;
+        m_milliseconds.push_back(taken.count() * 1e3);
+        return taken.count();
+    }
+
+private:
+    benchmark::State& m_state;
+    std::vector<double> m_milliseconds;
+};
+
+// One sweep alone is measured at its end as well, so that the number of sweeps is all that differs.
+void measureFrames(benchmark::State& state, float (*pressure)(int), int pointsPerFrame)
+{
+    Trace trace(pressure, static_cast<int>(state.range(0)));
+    auto const size = designSize * static_cast<int>(state.range(1));
+    trace.graph.frame(size);
+    FrameTimes times(state);
     for (auto const _ : state) {
-        graph.plotter()->addPressurePoint(pressure(index++));
-        benchmark::DoNotOptimize(graph.frame(size).constBits());
+        trace.add(pointsPerFrame);
+        state.SetIterationTime(
+            times.measure([&] { benchmark::DoNotOptimize(trace.graph.frame(size).constBits()); }));
     }
 }
 
 void pressingFrame(benchmark::State& state)
 {
-    measureFrames(state, pressing);
+    measureFrames(state, pressing, 1);
 }
 
 void noiseFrame(benchmark::State& state)
 {
-    measureFrames(state, noise);
+    measureFrames(state, noise, 1);
+}
+
+// 320 records a second, 60 frames.
+void lineRateFrame(benchmark::State& state)
+{
+    measureFrames(state, pressing, 6);
+}
+
+void afterChange(benchmark::State& state, float (*pressure)(int))
+{
+    Trace trace(pressure, static_cast<int>(state.range(0)));
+    auto const size = designSize * static_cast<int>(state.range(1));
+    trace.graph.frame(size);
+    trace.graph.setClock(trace.clock);
+    FrameTimes times(state);
+    int frames = 0;
+    float upperBound = 80.0f;
+    for (auto const _ : state) {
+        upperBound = 165.0f - upperBound;
+        trace.graph.upperBoundPressure.setValue(upperBound);
+        trace.graph.plotter()->setUpperBoundPressure(upperBound);
+        double total = 0.0;
+        do {
+            trace.add(1);
+            total += times.measure([&] { trace.graph.frame(size); });
+            ++frames;
+        } while (!trace.graph.isSettled());
+        state.SetIterationTime(total);
+    }
+    state.counters["frames"]
+        = benchmark::Counter(static_cast<double>(frames), benchmark::Counter::kAvgIterations);
+}
+
+void afterChangeOfPressing(benchmark::State& state)
+{
+    afterChange(state, pressing);
+}
+
+void afterChangeOfNoise(benchmark::State& state)
+{
+    afterChange(state, noise);
+}
+
+void gaugeFrame(benchmark::State& state)
+{
+    GaugeView gauge;
+    auto const scale = static_cast<int>(state.range(0));
+    setDesignFrame(gauge, QRectF(0.0, 0.0, 64.0, 440.0));
+    gauge.resize(QSize(64, 440) * scale);
+    gauge.upperBoundPressure.setValue(80.0f);
+    gauge.targetPressure.setValue(30.0f);
+    gauge.maxPressure.setValue(40.0f);
+    QImage picture(gauge.size(), QImage::Format_RGB32);
+    FrameTimes times(state);
+    int points = 0;
+    for (auto const _ : state) {
+        gauge.currentPressure.setValue(pressing(points++));
+        state.SetIterationTime(times.measure([&] { gauge.render(&picture); }));
+    }
 }
 
 void floorOfTwoCopies(benchmark::State& state)
 {
+    auto const size = designSize * static_cast<int>(state.range(0));
     QImage background(size, QImage::Format_RGB32);
     background.fill(Qt::darkBlue);
     QImage sweeps(size, QImage::Format_ARGB32_Premultiplied);
     sweeps.fill(Qt::transparent);
     QImage frame(size, QImage::Format_RGB32);
+    FrameTimes times(state);
     for (auto const _ : state) {
-        QPainter painter(&frame);
-        painter.drawImage(0, 0, background);
-        painter.setPen(QPen(Qt::red, 4.0));
-        painter.drawLine(0, 100, size.width(), 100);
-        painter.drawLine(0, 200, size.width(), 200);
-        painter.drawImage(0, 0, sweeps);
-        benchmark::DoNotOptimize(frame.constBits());
+        state.SetIterationTime(times.measure([&] {
+            QPainter painter(&frame);
+            painter.drawImage(0, 0, background);
+            painter.setPen(QPen(Qt::red, 4.0));
+            painter.drawLine(0, 100, size.width(), 100);
+            painter.drawLine(0, 200, size.width(), 200);
+            painter.drawImage(0, 0, sweeps);
+            benchmark::DoNotOptimize(frame.constBits());
+        }));
     }
 }
 
-BENCHMARK(floorOfTwoCopies)->Unit(benchmark::kMillisecond);
-BENCHMARK(pressingFrame)->Arg(1)->Arg(100)->Unit(benchmark::kMillisecond);
-BENCHMARK(noiseFrame)->Arg(1)->Unit(benchmark::kMillisecond);
+void atFixedLength(benchmark::internal::Benchmark* bench)
+{
+    // Two sweeps' worth of frames, so that the number of sweeps stays what it says.
+    bench->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(2 * pointsPerSweep);
+}
+
+BENCHMARK(floorOfTwoCopies)->Apply(atFixedLength)->Arg(1)->Arg(2);
+BENCHMARK(pressingFrame)->Apply(atFixedLength)->ArgsProduct({{1, 10, 100, 960}, {1, 2}});
+BENCHMARK(noiseFrame)->Apply(atFixedLength)->ArgsProduct({{1, 10}, {1, 2}});
+BENCHMARK(lineRateFrame)->Apply(atFixedLength)->ArgsProduct({{1, 960}, {1, 2}});
+BENCHMARK(gaugeFrame)->Apply(atFixedLength)->Arg(1)->Arg(2);
+BENCHMARK(afterChangeOfPressing)
+    ->Apply(atFixedLength)
+    ->Iterations(2)
+    ->ArgsProduct({{1, 10, 100, 960}, {1, 2}});
+BENCHMARK(afterChangeOfNoise)->Apply(atFixedLength)->Iterations(2)->ArgsProduct({{1, 10}, {1, 2}});
 
 } // namespace
 

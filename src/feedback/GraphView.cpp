@@ -17,6 +17,8 @@ namespace {
 
 constexpr double border = 2.0;
 constexpr float pointInterval = 0.05f;
+// Half a frame of the screen; the other half belongs to the rest of the window.
+constexpr Seconds sliceLength {0.008};
 
 std::vector<QColor> sweepColors()
 {
@@ -57,6 +59,13 @@ void GraphView::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter(this).drawImage(0, 0, frame(size() * devicePixelRatioF(), devicePixelRatioF()));
     placeMarkers();
+    if (!m_isSettled)
+        Q_EMIT needsFrame();
+}
+
+TimeSlice GraphView::timeSlice() const
+{
+    return m_clock ? TimeSlice(*m_clock, sliceLength) : TimeSlice();
 }
 
 QImage const& GraphView::frame(QSize size, double devicePixelRatio)
@@ -86,7 +95,7 @@ QImage const& GraphView::frame(QSize size, double devicePixelRatio)
     drawLine(painter, heightOf(maxPressure.value()), colorFromHexString(QStringLiteral("#4dd736")));
     painter.resetTransform();
     if (m_plotter)
-        m_sweeps.draw(painter, *m_plotter, size, toDevice);
+        m_isSettled = m_sweeps.draw(painter, *m_plotter, size, toDevice, timeSlice());
     painter.end();
     m_frame.setDevicePixelRatio(devicePixelRatio);
     return m_frame;

@@ -1,7 +1,8 @@
 #pragma once
 
 #include "feedback/Plotter.h"
-#include "feedback/SweepLayer.h"
+#include "feedback/SweepPicture.h"
+#include "feedback/TimeSlice.h"
 #include "reactive/MutableProperty.h"
 
 #include <QImage>
@@ -35,13 +36,24 @@ public:
     // Null until setUp.
     Plotter* plotter() { return m_plotter ? &*m_plotter : nullptr; }
 
+    // By this clock, work that would hold up a frame is spread over several. Without one it is not.
+    // It must outlive the view.
+    void setClock(Scheduler const& clock) { m_clock = &clock; }
+
     // The picture for a surface of that size in device pixels; it keeps until the next call.
     QImage const& frame(QSize size, double devicePixelRatio = 1.0);
+    // Whether the latest frame left nothing to do for the next.
+    bool isSettled() const { return m_isSettled; }
+
+Q_SIGNALS:
+    // A frame was painted that is not settled.
+    void needsFrame();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    TimeSlice timeSlice() const;
     QImage renderBackground(QSize size) const;
     void drawGrid(QPainter& painter) const;
     void drawLine(QPainter& painter, double y, QColor const& color) const;
@@ -52,11 +64,13 @@ private:
     ImageView* m_maxPressureImage = nullptr;
     ImageView* m_targetPressureImage = nullptr;
 
-    SweepLayer m_sweeps;
+    SweepPicture m_sweeps;
     QImage m_background;
     float m_backgroundUpperBound = 0.0f;
     float m_backgroundTimeWindow = 0.0f;
     QImage m_frame;
+    Scheduler const* m_clock = nullptr;
+    bool m_isSettled = true;
 };
 
 } // namespace tensio

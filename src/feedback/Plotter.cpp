@@ -46,14 +46,12 @@ void Plotter::addPressurePoint(float pressure)
 void Plotter::setUpperBoundPressure(float upperBound)
 {
     m_dy = m_canvasHeight / static_cast<double>(upperBound);
-    ++m_revision;
 }
 
 void Plotter::setTimeWindow(std::int64_t seconds)
 {
     m_pointsPerScreen = static_cast<std::int64_t>(static_cast<float>(seconds) / m_interval);
     m_dx = m_canvasWidth / static_cast<double>(m_pointsPerScreen);
-    ++m_revision;
 }
 
 void Plotter::reset()
@@ -61,13 +59,18 @@ void Plotter::reset()
     m_pressurePoints.clear();
     m_paths.clear();
     newPath();
-    ++m_revision;
+    ++m_resets;
 }
 
 QPointF Plotter::point(Path path, std::size_t index) const
 {
     auto const pressure = static_cast<double>(m_pressurePoints[path.first + index]);
     return {*m_dx * static_cast<double>(index), pressure * *m_dy + baseline};
+}
+
+QTransform Plotter::toUnits() const
+{
+    return {*m_dx, 0.0, 0.0, *m_dy, 0.0, baseline};
 }
 
 double Plotter::rightEnd(Path path) const

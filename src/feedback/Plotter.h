@@ -3,6 +3,7 @@
 #include <QColor>
 #include <QPointF>
 #include <QPolygonF>
+#include <QTransform>
 
 #include <cstdint>
 #include <optional>
@@ -47,8 +48,11 @@ public:
     std::int64_t pointsPerScreen() const { return m_pointsPerScreen; }
     QPointF point(Path path, std::size_t index) const;
 
-    // Changes whenever points already drawn move or vanish.
-    std::uint64_t revision() const { return m_revision; }
+    // Maps (position in its sweep, pressure) of a point onto the canvas. Only once both scales are
+    // set.
+    QTransform toUnits() const;
+    // How often all points have vanished.
+    std::uint64_t resets() const { return m_resets; }
 
     // Right end of a sweep; 0 when it has no points yet.
     double rightEnd(Path path) const;
@@ -69,7 +73,7 @@ private:
     std::optional<double> m_dy;
     std::vector<Path> m_paths;
     std::vector<float> m_pressurePoints;
-    std::uint64_t m_revision = 0;
+    std::uint64_t m_resets = 0;
 };
 
 } // namespace tensio

@@ -1,6 +1,7 @@
 #include "feedback/SweepLayer.h"
 
 #include "feedback/Plotter.h"
+#include "feedback/TimeSlice.h"
 
 #include <QPainter>
 
@@ -10,18 +11,58 @@
 namespace tensio {
 
 namespace {
-// Narrow strips leave less to stroke in each frame, wide ones stroke less twice.
-constexpr int stripColumns = 4;
+// Narrow strips leave less of the running sweep to stroke in each frame, wide ones stroke less of a
+// finished one twice.
+constexpr int runningStrip = 4;
+constexpr int finishedStrip = 16;
 } // namespace
 
-void SweepLayer::draw(
-    QPainter& painter, Plotter const& plotter, QSize size, QTransform const& toDevice)
+SweepLayer::SweepLayer(Plotter const& plotter, QSize size, QTransform const& toDevice)
+    : m_toUnits(plotter.toUnits())
+    , m_toDevice(toDevice)
+    , m_finished(size, QImage::Format_ARGB32_Premultiplied)
 {
-    restartIfMoved(plotter, size, toDevice);
-    commitFinishedColumns(plotter);
+    m_finished.fill(Qt::transparent);
+}
 
+bool SweepLayer::fits(Plotter const& plotter, QSize size, QTransform const& toDevice) const
+{
+    return m_finished.size() == size && m_toDevice == toDevice && m_toUnits == plotter.toUnits();
+}
+
+SweepLayer SweepLayer::stretched(
+    Plotter const& plotter, QSize size, QTransform const& toDevice) const
+{
+    SweepLayer layer(plotter, size, toDevice);
+    auto const stretch = (m_toUnits * m_toDevice).inverted() * (layer.m_toUnits * layer.m_toDevice);
+    QPainter painter(&layer.m_finished);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.setTransform(stretch);
+    painter.drawImage(0, 0, m_finished);
+    layer.m_sweep = m_sweep;
+    layer.m_column = static_cast<int>(
+        std::clamp(m_column * stretch.m11(), 0.0, static_cast<double>(size.width())));
+    return layer;
+}
+
+bool SweepLayer::catchUp(Plotter const& plotter, TimeSlice const& slice)
+{
+    while (m_sweep + 1 < plotter.paths().size()) {
+        if (!commitUpTo(plotter, m_finished.width(), finishedStrip, slice))
+            return false;
+        ++m_sweep;
+        m_column = 0;
+    }
+    auto const finished = lastFinishedColumn(plotter);
+    return commitUpTo(
+        plotter, finished - (finished - m_column) % runningStrip, runningStrip, slice);
+}
+
+void SweepLayer::draw(QPainter& painter, Plotter const& plotter) const
+{
+    auto const size = m_finished.size();
     auto const rightEdge
-        = (plotter.rightEnd(plotter.paths()[m_sweep]) + Plotter::reach) * toDevice.m11();
+        = (plotter.rightEnd(plotter.paths()[m_sweep]) + Plotter::reach) * m_toDevice.m11();
     int const end
         = static_cast<int>(std::min(std::ceil(rightEdge) + 1.0, static_cast<double>(size.width())));
     if (plotter.paths()[m_sweep].count == 0 || end <= m_column) {
@@ -37,37 +78,17 @@ void SweepLayer::draw(
     painter.drawImage(QPoint(end, 0), m_finished, QRect(end, 0, size.width() - end, size.height()));
 }
 
-void SweepLayer::restartIfMoved(Plotter const& plotter, QSize size, QTransform const& toDevice)
-{
-    if (m_finished.size() == size && m_toDevice == toDevice && m_revision == plotter.revision())
-        return;
-    if (m_finished.size() != size)
-        m_finished = QImage(size, QImage::Format_ARGB32_Premultiplied);
-    m_finished.fill(Qt::transparent);
-    m_toDevice = toDevice;
-    m_revision = plotter.revision();
-    m_sweep = 0;
-    m_column = 0;
-}
-
-void SweepLayer::commitFinishedColumns(Plotter const& plotter)
-{
-    while (m_sweep + 1 < plotter.paths().size()) {
-        commitUpTo(plotter, m_finished.width());
-        ++m_sweep;
-        m_column = 0;
-    }
-    auto const finished = lastFinishedColumn(plotter);
-    commitUpTo(plotter, finished - (finished - m_column) % stripColumns);
-}
-
-void SweepLayer::commitUpTo(Plotter const& plotter, int endColumn)
+bool SweepLayer::commitUpTo(
+    Plotter const& plotter, int endColumn, int stripColumns, TimeSlice const& slice)
 {
     while (m_column < endColumn) {
         auto const end = std::min(m_column + stripColumns, endColumn);
         stroke(m_finished, 0, plotter, m_column, end);
         m_column = end;
+        if (slice.isOver())
+            return false;
     }
+    return true;
 }
 
 void SweepLayer::stroke(

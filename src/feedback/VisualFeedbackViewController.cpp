@@ -1,5 +1,6 @@
 #include "feedback/VisualFeedbackViewController.h"
 
+#include "reactive/throttle.h"
 #include "toolkit/ButtonCommand.h"
 #include "toolkit/DesignFrame.h"
 #include "ui_VisualFeedback.h"
@@ -8,6 +9,10 @@
 
 namespace tensio {
 
+namespace {
+constexpr Seconds frameInterval {1.0 / 60.0};
+}
+
 VisualFeedbackViewController::VisualFeedbackViewController(
     TensioManager& tensioManager, RunLoop& runLoop, QWidget& view)
     : m_view(view)
@@ -15,18 +20,31 @@ VisualFeedbackViewController::VisualFeedbackViewController(
     , m_viewModel(tensioManager, runLoop)
 {
     m_ui->setupUi(&m_view);
-    viewDidLoad();
+    viewDidLoad(runLoop);
 }
 
 VisualFeedbackViewController::~VisualFeedbackViewController() = default;
 
-void VisualFeedbackViewController::viewDidLoad()
+void VisualFeedbackViewController::viewDidLoad(RunLoop& runLoop)
 {
     m_ui->maxPressureImage->setPicture(Picture::named(QStringLiteral("gauge_max")));
     m_ui->targetPressureImage->setPicture(m_viewModel.model.targetImage.value());
+    paceFrames(runLoop);
     bindViews();
     observeChanges();
     attachCommands();
+}
+
+// Readings may come faster than the screen shows pictures.
+void VisualFeedbackViewController::paceFrames(RunLoop& runLoop)
+{
+    m_subscriptions.push_back(
+        throttle<Nothing>(m_frameRequest, frameInterval, runLoop, [this](Nothing) {
+            m_ui->gaugeView->update();
+            m_ui->graphView->update();
+        }));
+    m_ui->graphView->setClock(runLoop);
+    connect(m_ui->graphView, &GraphView::needsFrame, this, &VisualFeedbackViewController::redraw);
 }
 
 void VisualFeedbackViewController::viewWillAppear()
@@ -64,24 +82,24 @@ void VisualFeedbackViewController::observeChanges()
     onChange(m_viewModel.model.targetImage,
         [this](Picture const& image) { m_ui->targetPressureImage->setPicture(image); });
     onChange(m_viewModel.upperBoundPressure, [this](float upperBound) {
-        redrawGaugeAndGraph();
+        redraw();
         layoutGaugeLabels(static_cast<double>(upperBound));
         if (auto* plotter = m_ui->graphView->plotter())
             plotter->setUpperBoundPressure(upperBound);
     });
     onChange(m_viewModel.timeWindow, [this](float timeWindow) {
-        m_ui->graphView->update();
+        redraw();
         layoutGraphLabels(static_cast<double>(timeWindow));
         if (auto* plotter = m_ui->graphView->plotter())
             plotter->setTimeWindow(static_cast<std::int64_t>(timeWindow));
     });
     onChange(m_viewModel.currentPressure, [this](float pressure) {
-        redrawGaugeAndGraph();
+        redraw();
         if (auto* plotter = m_ui->graphView->plotter())
             plotter->addPressurePoint(pressure);
     });
-    onChange(m_viewModel.maxPressure, [this](float) { redrawGaugeAndGraph(); });
-    onChange(m_viewModel.targetPressure, [this](float) { redrawGaugeAndGraph(); });
+    onChange(m_viewModel.maxPressure, [this](float) { redraw(); });
+    onChange(m_viewModel.targetPressure, [this](float) { redraw(); });
     onChange(m_viewModel.shouldReset, [this](bool shouldReset) {
         auto* plotter = m_ui->graphView->plotter();
         if (shouldReset && plotter)
@@ -95,12 +113,6 @@ void VisualFeedbackViewController::attachCommands()
     runOnClick(*m_ui->downButton, m_viewModel.cocoaActionDecUpperBoundPressure, *this);
     runOnClick(*m_ui->rightButton, m_viewModel.cocoaActionIncTimeWindow, *this);
     runOnClick(*m_ui->leftButton, m_viewModel.cocoaActionDecTimeWindow, *this);
-}
-
-void VisualFeedbackViewController::redrawGaugeAndGraph()
-{
-    m_ui->gaugeView->update();
-    m_ui->graphView->update();
 }
 
 void VisualFeedbackViewController::layoutGaugeLabels(double upperBound)

@@ -35,11 +35,12 @@ public:
 private:
     using Labels = std::vector<std::unique_ptr<QLabel>>;
 
-    void viewDidLoad();
+    void viewDidLoad(RunLoop& runLoop);
+    void paceFrames(RunLoop& runLoop);
     void bindViews();
     void observeChanges();
     void attachCommands();
-    void redrawGaugeAndGraph();
+    void redraw() { m_frameRequest.setValue(Nothing {}); }
     void layoutGaugeLabels(double upperBound);
     void layoutGraphLabels(double timeWindow);
     std::unique_ptr<QLabel> makeLabel(QLabel const& zeroLabel, double value, double dx, double dy);
@@ -50,6 +51,8 @@ private:
     // Absent until the screen first appears.
     std::optional<Labels> m_gaugeLabels;
     std::optional<Labels> m_graphLabels;
+    // Assigned when the gauge or the graph has something new to show.
+    MutableProperty<Nothing> m_frameRequest {Nothing {}};
     Subscriptions m_subscriptions;
 };
 

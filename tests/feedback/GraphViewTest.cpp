@@ -7,6 +7,7 @@
 
 #include <QPainter>
 
+#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 #include <limits>
@@ -33,9 +34,18 @@ struct Graph {
     }
 };
 
+constexpr QSizeF designSize(524.0, 440.0);
+
+QColor sweepColor(std::size_t sweep)
+{
+    constexpr std::array<QRgb, 6> colors {
+        0xffffff, 0xffff00, 0x00ff00, 0x00ffff, 0xff8000, 0xff00ff};
+    return QColor(colors[sweep % colors.size()]);
+}
+
 // What the layered drawing must look like: every sweep stroked whole, one over the other, on a
 // transparent sheet.
-QImage restroke(Plotter const& plotter, QImage const& ground, QSizeF designSize)
+QImage restroke(Plotter const& plotter, QImage const& ground)
 {
     QImage sweeps(ground.size(), QImage::Format_ARGB32_Premultiplied);
     sweeps.fill(Qt::transparent);
@@ -44,13 +54,11 @@ QImage restroke(Plotter const& plotter, QImage const& ground, QSizeF designSize)
         QPainter painter(&sweeps);
         painter.setRenderHint(QPainter::Antialiasing);
         painter.setTransform(toDevice);
-        std::vector<QRgb> const colors {0xffffff, 0xffff00, 0x00ff00, 0x00ffff, 0xff8000, 0xff00ff};
         for (std::size_t index = 0; index < plotter.paths().size(); ++index) {
             QPolygonF line {QPointF(0.0, 0.0)};
             for (std::size_t point = 0; point < plotter.paths()[index].count; ++point)
                 line << plotter.point(plotter.paths()[index], point);
-            painter.setPen(QPen(QColor(colors[index % colors.size()]), 5.0, Qt::SolidLine,
-                Qt::FlatCap, Qt::BevelJoin));
+            painter.setPen(QPen(sweepColor(index), 5.0, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
             if (line.size() > 1)
                 painter.drawPolyline(line);
         }
@@ -74,6 +82,35 @@ int differingPixels(QImage const& left, QImage const& right)
     }
     return count;
 }
+
+// The scales and the surface after it.
+struct Change {
+    float upperBound = 80.0f;
+    std::int64_t timeWindow = 30;
+    QSize size {524, 440};
+};
+
+// Whether the last piece of the trace has its sweep's colour.
+bool showsNewestPressure(QImage const& frame, Plotter const& plotter)
+{
+    auto const path = plotter.paths().back();
+    if (path.count < 2)
+        return true;
+    auto const middle
+        = (plotter.point(path, path.count - 2) + plotter.point(path, path.count - 1)) / 2.0;
+    auto const place = upwardTransform(designSize, frame.size()).map(middle);
+    return frame.pixelColor(static_cast<int>(place.x()), static_cast<int>(place.y()))
+        == sweepColor(plotter.paths().size() - 1);
+}
+
+// Moves on by a millisecond whenever it is looked at, and counts how often that was.
+class SteppingClock : public Scheduler {
+public:
+    mutable int looks = 0;
+
+    Seconds now() const override { return Seconds(++looks * 0.001); }
+    Subscription scheduleAfter(Seconds, std::function<void()>) override { return {}; }
+};
 
 float smooth(int index)
 {
@@ -104,7 +141,6 @@ TEST(GraphView, LayersLookExactlyLikeStrokingEverySweepEachTime)
         {"shrunk past the edge", noisy, 500, 1.0, 10}, {"odd scale", smooth, 700, 0.73, 45}};
     for (auto const& trace : traces) {
         Graph graph;
-        QSizeF const designSize(524.0, 440.0);
         auto const size = (designSize * trace.scale).toSize();
         auto const ground = graph.view.frame(size).copy();
         auto& plotter = *graph.view.plotter();
@@ -117,10 +153,72 @@ TEST(GraphView, LayersLookExactlyLikeStrokingEverySweepEachTime)
                 plotter.setTimeWindow(trace.laterWindow);
         }
         auto const layered = graph.view.frame(size).copy();
-        auto const expected = restroke(plotter, ground, designSize);
+        auto const expected = restroke(plotter, ground);
         EXPECT_EQ(differingPixels(layered, expected), 0) << trace.name;
         EXPECT_GT(differingPixels(layered, ground), 1000) << trace.name;
     }
+}
+
+TEST(GraphView, SpreadsChangesOverFramesWithTheNewestPressureInEachAndEndsExact)
+{
+    struct Row {
+        std::string name;
+        std::vector<Change> changes;
+    };
+    std::vector<Row> const rows {{"higher scale", {{100.0f}}}, {"lower scale", {{40.0f}}},
+        {"longer", {{80.0f, 60}}}, {"shorter", {{80.0f, 10}}},
+        {"larger", {{80.0f, 30, {786, 660}}}},
+        {"one change after the other", {{100.0f}, {100.0f, 30, {262, 220}}, {90.0f, 45}}},
+        {"there and back", {{100.0f}, {80.0f}}}};
+    for (auto const& [name, changes] : rows) {
+        Graph graph;
+        SteppingClock clock;
+        auto& plotter = *graph.view.plotter();
+        for (int index = 0; index < 1300; ++index)
+            plotter.addPressurePoint(smooth(index));
+        graph.view.frame(Change().size);
+        graph.view.setClock(clock);
+        QImage frame;
+        int frames = 0;
+        auto const showFrame = [&](QSize size) {
+            plotter.addPressurePoint(smooth(1300 + frames++));
+            clock.looks = 0;
+            frame = graph.view.frame(size).copy();
+            EXPECT_LE(clock.looks, 12) << name;
+            EXPECT_TRUE(showsNewestPressure(frame, plotter)) << name << ", frame " << frames;
+        };
+        for (auto const& change : changes) {
+            plotter.setUpperBoundPressure(change.upperBound);
+            plotter.setTimeWindow(change.timeWindow);
+            for (int count = 0; count < 3; ++count) {
+                showFrame(change.size);
+                EXPECT_FALSE(graph.view.isSettled()) << name;
+            }
+        }
+        while (!graph.view.isSettled() && frames < 500)
+            showFrame(changes.back().size);
+
+        Graph empty;
+        auto const ground = empty.view.frame(frame.size()).copy();
+        EXPECT_EQ(differingPixels(frame, restroke(plotter, ground)), 0) << name;
+    }
+}
+
+TEST(GraphView, AResetInTheMiddleOfAChangeLeavesNothingToShow)
+{
+    Graph graph;
+    SteppingClock clock;
+    auto const ground = graph.view.frame(Change().size).copy();
+    for (int index = 0; index < 1300; ++index)
+        graph.view.plotter()->addPressurePoint(smooth(index));
+    graph.view.frame(Change().size);
+    graph.view.setClock(clock);
+    graph.view.plotter()->setUpperBoundPressure(40.0f);
+    graph.view.frame(Change().size);
+    EXPECT_FALSE(graph.view.isSettled());
+    graph.view.plotter()->reset();
+    EXPECT_EQ(differingPixels(graph.view.frame(Change().size), ground), 0);
+    EXPECT_TRUE(graph.view.isSettled());
 }
 
 TEST(GraphView, DrawsGridAndLinesWhereTheyBelong)

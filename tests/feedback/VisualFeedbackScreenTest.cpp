@@ -1,3 +1,4 @@
+#include "feedback/GaugeView.h"
 #include "feedback/GraphView.h"
 #include "feedback/VisualFeedbackViewController.h"
 #include "support/Session.h"
@@ -50,6 +51,28 @@ struct LiveArea {
     Plotter& plotter() { return *view.findChild<GraphView*>()->plotter(); }
 };
 
+// Work takes time: a millisecond from one look at the clock to the next.
+class SteppingRunLoop : public ManualRunLoop {
+public:
+    Seconds now() const override { return ManualRunLoop::now() + Seconds(++m_looks * 0.001); }
+
+private:
+    mutable int m_looks = 0;
+};
+
+class PaintCounter : public QObject {
+public:
+    explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
+
+    int paints = 0;
+
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        paints += event->type() == QEvent::Paint ? 1 : 0;
+        return QObject::eventFilter(watched, event);
+    }
+};
+
 } // namespace
 
 TEST(VisualFeedbackScreen, ScalesHaveANumberEveryFiveAndNoStaleOnes)
@@ -89,6 +112,55 @@ TEST(VisualFeedbackScreen, EveryReadingReachesTheTraceAndAConnectionClearsIt)
     EXPECT_EQ(screen.plotter().pressurePoints().size(), 3U);
     screen.session.manager.shouldReset.setValue(true);
     EXPECT_TRUE(screen.plotter().pressurePoints().empty());
+}
+
+TEST(VisualFeedbackScreen, PaintsOnceAFrameHoweverFastReadingsCome)
+{
+    struct Row {
+        int recordsPerSecond;
+        int fewestFrames;
+        int mostFrames;
+    };
+    for (auto const& [recordsPerSecond, fewestFrames, mostFrames] :
+        std::vector<Row> {{20, 20, 20}, {320, 50, 61}}) {
+        LiveArea screen;
+        screen.session.connect();
+        screen.plotter().reset();
+        screen.view.show();
+        QCoreApplication::processEvents();
+        PaintCounter gauge(*screen.view.findChild<GaugeView*>());
+        PaintCounter graph(*screen.view.findChild<GraphView*>());
+        for (int record = 0; record < 2 * recordsPerSecond; ++record) {
+            screen.session.runLoop.advance(Seconds(1.0 / recordsPerSecond));
+            screen.session.receive({10.0});
+            QCoreApplication::processEvents();
+        }
+        EXPECT_EQ(std::ssize(screen.plotter().pressurePoints()), 2 * recordsPerSecond);
+        for (auto const* counter : {&gauge, &graph}) {
+            EXPECT_GE(counter->paints, 2 * fewestFrames) << recordsPerSecond;
+            EXPECT_LE(counter->paints, 2 * mostFrames) << recordsPerSecond;
+        }
+    }
+}
+
+TEST(VisualFeedbackScreen, PaintsOnUntilAChangeIsWorkedOff)
+{
+    Session session;
+    SteppingRunLoop runLoop;
+    QWidget view;
+    VisualFeedbackViewController controller(session.manager, runLoop, view);
+    controller.viewWillAppear();
+    auto& graph = *view.findChild<GraphView*>();
+    for (int point = 0; point < 2000; ++point)
+        graph.plotter()->addPressurePoint(static_cast<float>(point % 70));
+    view.show();
+    int frames = 0;
+    do {
+        runLoop.advance(Seconds(1.0 / 60.0));
+        QCoreApplication::processEvents();
+    } while (!graph.isSettled() && ++frames < 500);
+    EXPECT_TRUE(graph.isSettled());
+    EXPECT_GT(frames, 5);
 }
 
 TEST(VisualFeedbackScreen, TheMarkerBlinksWithTheModel)
