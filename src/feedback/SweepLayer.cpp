@@ -11,8 +11,8 @@
 namespace tensio {
 
 namespace {
-// Narrow strips leave less of the running sweep to stroke in each frame, wide ones stroke less of a
-// finished one twice.
+// Narrow strips leave less of the running sweep to stroke in each frame. Wide ones stroke less of a
+// finished sweep twice, but one strip of noise must not hold up a frame.
 constexpr int runningStrip = 4;
 constexpr int finishedStrip = 16;
 } // namespace

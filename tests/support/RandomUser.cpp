@@ -1,0 +1,139 @@
+#include "support/RandomUser.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QTest>
+#include <QWheelEvent>
+
+#include <array>
+
+namespace tensio {
+
+namespace {
+
+bool isControl(QWidget const& widget)
+{
+    return widget.isVisible()
+        && (widget.focusPolicy() != Qt::NoFocus || qobject_cast<QAbstractButton const*>(&widget));
+}
+
+QWidgetList reachableWindows()
+{
+    if (auto* modal = QApplication::activeModalWidget())
+        return {modal};
+    return QApplication::topLevelWidgets();
+}
+
+} // namespace
+
+RandomUser::RandomUser(std::mt19937& random)
+    : m_random(random)
+{
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool RandomUser::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Show && watched->inherits("QMenu"))
+        QMetaObject::invokeMethod(
+            this, [this] { answerMenu(); }, Qt::QueuedConnection);
+    return QObject::eventFilter(watched, event);
+}
+
+QString RandomUser::act()
+{
+    auto* const control = anyControl();
+    if (!control)
+        return QStringLiteral("nothing to touch");
+    struct Deed {
+        char const* name;
+        void (RandomUser::*perform)(QWidget&);
+    };
+    constexpr std::array deeds {Deed {"click", &RandomUser::click},
+        Deed {"click", &RandomUser::click}, Deed {"double", &RandomUser::doubleClick},
+        Deed {"type into", &RandomUser::type}, Deed {"key", &RandomUser::pressKey},
+        Deed {"scroll", &RandomUser::scroll}};
+    auto const deed = deeds.at(static_cast<std::size_t>(upTo(deeds.size() - 1)));
+    auto const what = QStringLiteral("%1 %2 %3")
+                          .arg(QString::fromLatin1(deed.name), control->objectName(),
+                              control->accessibleName());
+
+    (this->*deed.perform)(*control);
+    return what;
+}
+
+int RandomUser::upTo(int highest)
+{
+    return std::uniform_int_distribution(0, highest)(m_random);
+}
+
+QWidget* RandomUser::anyControl()
+{
+    QWidgetList controls;
+    for (auto* window : reachableWindows()) {
+        for (auto* widget : window->findChildren<QWidget*>()) {
+            if (isControl(*widget))
+                controls << widget;
+        }
+    }
+    return controls.isEmpty() ? nullptr : controls[upTo(static_cast<int>(controls.size()) - 1)];
+}
+
+void RandomUser::click(QWidget& control)
+{
+    QTest::mouseClick(&control, upTo(9) == 0 ? Qt::RightButton : Qt::LeftButton);
+}
+
+void RandomUser::doubleClick(QWidget& control)
+{
+    QPointer const clicked(&control);
+    QTest::mouseClick(&control, Qt::LeftButton);
+    // The first click may have taken the control away.
+    if (clicked && clicked->isVisible())
+        QTest::mouseDClick(&control, Qt::LeftButton);
+}
+
+void RandomUser::type(QWidget& control)
+{
+    std::array const texts {u"山田"_qs, u"9"_qs, u"35.5"_qs, u"12,5"_qs, u"nan"_qs, u"-1e9"_qs,
+        u"👩‍👩‍👧🙂e\u0301"_qs, u"a\tb\n"_qs, u""_qs};
+    if (upTo(1) == 0) {
+        for (auto const& erased : {QKeySequence::SelectAll, QKeySequence::Delete})
+            QTest::keySequence(&control, erased);
+    }
+    QInputMethodEvent event;
+    event.setCommitString(texts.at(static_cast<std::size_t>(upTo(texts.size() - 1))));
+    QApplication::sendEvent(&control, &event);
+}
+
+void RandomUser::pressKey(QWidget& control)
+{
+    constexpr std::array keys {Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape, Qt::Key_Tab,
+        Qt::Key_Backtab, Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Backspace,
+        Qt::Key_5, Qt::Key_Period};
+    QTest::keyClick(&control, keys.at(static_cast<std::size_t>(upTo(keys.size() - 1))));
+}
+
+void RandomUser::scroll(QWidget& control)
+{
+    QPoint const turn(0, upTo(1) == 0 ? 120 : -120);
+    auto const place = control.rect().center();
+    QWheelEvent event(place, control.mapToGlobal(place), {}, turn, Qt::NoButton, Qt::NoModifier,
+        Qt::NoScrollPhase, false);
+    QApplication::sendEvent(&control, &event);
+}
+
+void RandomUser::answerMenu()
+{
+    auto* const menu = QApplication::activePopupWidget();
+    if (!menu)
+        return;
+    auto const rows = menu->findChildren<QWidget*>();
+    if (!rows.isEmpty() && upTo(3) != 0)
+        QTest::mouseClick(rows[upTo(static_cast<int>(rows.size()) - 1)], Qt::LeftButton);
+    else
+        QTest::keyClick(menu, Qt::Key_Escape);
+    menu->close();
+}
+
+} // namespace tensio
