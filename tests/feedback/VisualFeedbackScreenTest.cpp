@@ -175,6 +175,22 @@ TEST(VisualFeedbackScreen, TheMarkerBlinksWithTheModel)
     EXPECT_EQ(marker->picture().name(), QStringLiteral("gauge_target"));
 }
 
+TEST(VisualFeedbackScreen, TheLinesFollowABlinkThatEndsBetweenReadings)
+{
+    LiveArea screen;
+    screen.session.connect();
+    screen.view.show();
+    screen.session.receive({50.0});
+    screen.session.runLoop.advance(Seconds(0.25));
+    QCoreApplication::processEvents();
+    PaintCounter gauge(*screen.view.findChild<GaugeView*>());
+    PaintCounter graph(*screen.view.findChild<GraphView*>());
+    screen.session.manager.disconnectAction.apply(Nothing {});
+    QCoreApplication::processEvents();
+    EXPECT_EQ(gauge.paints, 1);
+    EXPECT_EQ(graph.paints, 1);
+}
+
 TEST(VisualFeedbackScreen, MayGoInTheMiddleOfAStream)
 {
     LiveArea screen;
