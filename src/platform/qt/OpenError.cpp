@@ -1,5 +1,7 @@
 #include "platform/qt/OpenError.h"
 
+#include "platform/qt/PortLock.h"
+
 #include <QFileInfo>
 
 #include <memory>
@@ -20,6 +22,11 @@ QString sentence(QSerialPort const& port, QString const& node)
         return QStringLiteral("装置のポートを開く権限がありません（%1）。\n"
                               "このコンピュータの管理者に、ポートの使用許可を依頼してください。")
             .arg(node);
+    }
+    if (auto const lock = abandonedLock(node); !lock.isEmpty()) {
+        return QStringLiteral("終了したプログラムが装置のポートをロックしたままです（%1）。\n"
+                              "このコンピュータの管理者に、ファイル %2 の削除を依頼してください。")
+            .arg(node, lock);
     }
     if (port.error() == QSerialPort::PermissionError) {
         return QStringLiteral("装置のポートは他のプログラムが使用中です（%1）。\n"

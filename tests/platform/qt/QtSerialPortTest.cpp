@@ -6,13 +6,19 @@
 #include "platform/qt/QtSerialPortList.h"
 #include "platform/qt/VirtualPorts.h"
 #include "support/PseudoTerminal.h"
+#include "support/UnprivilegedUser.h"
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <functional>
 #include <gtest/gtest.h>
+#include <limits>
+#include <sys/stat.h>
+#include <unistd.h>
 
 using namespace tensio;
 
@@ -43,6 +49,13 @@ struct Line {
     QtRunLoop runLoop {queue};
     Listener listener;
     std::unique_ptr<QtSerialPort> port {makePort(QString::fromStdString(terminal.path()))};
+    QFile lockFile;
+
+    ~Line()
+    {
+        if (lockFile.exists())
+            lockFile.remove();
+    }
 
     std::unique_ptr<QtSerialPort> makePort(QString const& node)
     {
@@ -51,6 +64,17 @@ struct Line {
         made->setDelegate(&listener);
         made->setBaudRate(19200);
         return made;
+    }
+
+    // What another program does that uses the port, or did before it crashed.
+    void lock(int process)
+    {
+        lockFile.setFileName(
+            QStringLiteral("/var/lock/LCK..pts_%1")
+                .arg(QFileInfo(QString::fromStdString(terminal.path())).fileName()));
+        EXPECT_TRUE(lockFile.open(QIODevice::WriteOnly));
+        lockFile.write(QByteArray::number(process).rightJustified(10) + "\nother\nhost\n");
+        lockFile.close();
     }
 
     void open()
@@ -122,19 +146,39 @@ TEST(QtSerialPort, DropsWhatTheSystemKeptFromBeforeTheOpening)
 
 TEST(QtSerialPort, SaysWhatToDoWhenItDoesNotOpen)
 {
-    Line line;
-    auto const missing = line.makePort(QStringLiteral("/dev/tty-that-is-not-there"));
-    missing->open();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return line.listener.events.size() == 1; }));
-    EXPECT_NE(line.listener.events[0].find("装置が見つかりません"), std::string::npos);
-
-    line.listener.events.clear();
-    line.open();
-    line.listener.events.clear();
-    auto const second = line.makePort(QString::fromStdString(line.terminal.path()));
-    second->open();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return line.listener.events.size() == 1; }));
-    EXPECT_NE(line.listener.events[0].find("他のプログラムが使用中です"), std::string::npos);
+    struct Row {
+        std::string sentence;
+        std::function<void(Line&)> obstruct;
+    };
+    std::vector<Row> rows {
+        {"装置が見つかりません", [](Line& line) { line.terminal.unplug(); }},
+        {"開く権限がありません", [](Line& line) { chmod(line.terminal.path().c_str(), 0); }},
+        {"他のプログラムが使用中です",
+            [](Line& line) {
+                line.port->setDelegate(nullptr);
+                line.port->open();
+            }},
+        {"他のプログラムが使用中です", [](Line& line) { line.lock(getppid()); }},
+        {"ロックしたままです", [](Line& line) { line.lock(std::numeric_limits<int>::max()); }},
+    };
+    // The last needs a lock of another user's.
+    if (geteuid() != 0)
+        rows.pop_back();
+    for (auto const& [sentence, obstruct] : rows) {
+        Line line;
+        auto const node = QString::fromStdString(line.terminal.path());
+        chmod(line.terminal.path().c_str(), 0666);
+        obstruct(line);
+        auto const port = line.makePort(node);
+        {
+            // Root is refused nothing, and removes what others have left.
+            UnprivilegedUser const user;
+            port->open();
+        }
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !line.listener.events.empty(); })) << sentence;
+        EXPECT_NE(line.listener.events[0].find(sentence), std::string::npos)
+            << line.listener.events[0];
+    }
 }
 
 TEST(QtSerialPort, IsSilentAfterItsDelegateOrItselfIsGone)
