@@ -28,6 +28,11 @@ if(TENSIO_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+option(TENSIO_FUZZ "Build the fuzz target (Clang only)" OFF)
+if(TENSIO_FUZZ)
+    add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # tensio_room(NAME SOURCES … LINKS …): one static library a folder; includes are written "room/File.h".
 function(tensio_room name)
     cmake_parse_arguments(ROOM "QT" "" "SOURCES;LINKS" ${ARGN})
