@@ -2,9 +2,11 @@
 
 #include <cstdlib>
 #include <fcntl.h>
+#include <poll.h>
 #include <stdexcept>
 #include <string>
 #include <string_view>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -48,6 +50,39 @@ public:
 private:
     int m_master;
     std::string m_path;
+};
+
+// Looks, beside the reader of a terminal, at what it has not read yet. Made before the reader opens
+// the terminal, which may keep others out.
+class TerminalWatch {
+public:
+    explicit TerminalWatch(PseudoTerminal const& terminal)
+        : m_slave(::open(terminal.path().c_str(), O_RDONLY | O_NOCTTY))
+    {
+    }
+    TerminalWatch(TerminalWatch const&) = delete;
+    TerminalWatch& operator=(TerminalWatch const&) = delete;
+    ~TerminalWatch() { ::close(m_slave); }
+
+    std::size_t unread() const
+    {
+        int count = 0;
+        return ioctl(m_slave, FIONREAD, &count) == 0 ? static_cast<std::size_t>(count) : 0;
+    }
+
+    // What was written reaches the other side a moment later, by way of the system. Nobody may read
+    // meanwhile.
+    void waitForUnread(std::size_t count) const
+    {
+        pollfd watched {m_slave, POLLIN, 0};
+        while (unread() < count) {
+            if (poll(&watched, 1, 5000) <= 0)
+                throw std::runtime_error("what was written does not arrive");
+        }
+    }
+
+private:
+    int m_slave;
 };
 
 } // namespace tensio
