@@ -40,7 +40,7 @@ private:
 
     MainQueue m_mainQueue;
     QtRunLoop m_runLoop {m_mainQueue};
-    QtSerialPortList m_ports {m_runLoop, m_mainQueue};
+    QtSerialPortList m_ports {m_mainQueue};
     SystemClock m_clock;
     QtUserDefaults m_userDefaults;
     QtAlerts m_alerts {m_mainQueue};

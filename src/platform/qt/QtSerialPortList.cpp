@@ -29,13 +29,13 @@ std::vector<std::shared_ptr<SerialPort>> QtSerialPortList::availablePorts()
     std::vector<std::shared_ptr<SerialPort>> ports;
     for (auto const& info : QSerialPortInfo::availablePorts()) {
         QtSerialPort::Place const place {listedName(info).toStdString(), info.systemLocation()};
-        ports.push_back(std::make_shared<QtSerialPort>(place, recordWidth, m_scheduler, m_queue));
+        ports.push_back(std::make_shared<QtSerialPort>(place, recordWidth, m_lineTimers, m_queue));
     }
     for (auto const& path : virtualPorts()) {
         QFileInfo const link(path);
         // Opened under the terminal's own name, for which the system keeps its locks.
         QtSerialPort::Place const place {link.fileName().toStdString(), link.canonicalFilePath()};
-        auto const port = std::make_shared<QtSerialPort>(place, recordWidth, m_scheduler, m_queue);
+        auto const port = std::make_shared<QtSerialPort>(place, recordWidth, m_lineTimers, m_queue);
         QObject::connect(port.get(), &QtSerialPort::openChanged, port.get(),
             [this](bool isOpen) { isVirtualPortOpen.setValue(isOpen); });
         ports.push_back(port);

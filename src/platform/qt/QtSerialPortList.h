@@ -1,21 +1,19 @@
 #pragma once
 
 #include "platform/SerialPort.h"
+#include "platform/qt/MainQueue.h"
+#include "platform/qt/QtRunLoop.h"
 #include "reactive/MutableProperty.h"
-#include "reactive/Scheduler.h"
 
 namespace tensio {
-
-class MainQueue;
 
 // Real ports, then virtual ones. The device's bridge, a CP210x, is listed under a name that holds
 // its driver's customary name beside the system's own.
 class QtSerialPortList : public SerialPortList {
 public:
-    // Both must outlive the list and its ports; the list must outlive its ports.
-    QtSerialPortList(Scheduler& scheduler, MainQueue& queue)
-        : m_scheduler(scheduler)
-        , m_queue(queue)
+    // The queue must outlive the list, the list its ports.
+    explicit QtSerialPortList(MainQueue& queue)
+        : m_queue(queue)
     {
     }
 
@@ -25,8 +23,11 @@ public:
     std::vector<std::shared_ptr<SerialPort>> availablePorts() override;
 
 private:
-    Scheduler& m_scheduler;
     MainQueue& m_queue;
+    // A panel holds back what the ports tell. On the line time goes on: where a burst ended must
+    // be seen even then.
+    MainQueue m_lineQueue;
+    QtRunLoop m_lineTimers {m_lineQueue};
 };
 
 } // namespace tensio

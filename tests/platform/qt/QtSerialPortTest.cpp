@@ -13,6 +13,7 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -27,6 +28,7 @@ namespace {
 struct Listener : SerialPortDelegate {
     std::string data;
     std::vector<std::string> events;
+    std::vector<std::string> chunks;
 
     void serialPortWasOpened() override { events.emplace_back("opened"); }
     void serialPortDidReceiveData(std::string_view bytes) override
@@ -34,6 +36,7 @@ struct Listener : SerialPortDelegate {
         if (data.empty())
             events.emplace_back("data");
         data += bytes;
+        chunks.emplace_back(bytes);
     }
     void serialPortDidEncounterError(ErrorRef error) override
     {
@@ -208,20 +211,36 @@ TEST(QtSerialPort, ClosingIsToldOnceAndMayBeFollowedByAnotherOpening)
     EXPECT_EQ(line.listener.events, (Texts {"opened", "closed", "opened"}));
 }
 
+namespace {
+
+// A virtual port on a line, as a list finds it.
+struct Published {
+    QTemporaryDir runtime;
+    Line line;
+    QtSerialPortList list {line.queue};
+
+    Published()
+    {
+        QFile::setPermissions(
+            runtime.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
+        QDir().mkpath(virtualPortsFolder());
+        publish(line.terminal.path(), QStringLiteral("/SLAB_USBtoUART-x"));
+    }
+
+    static void publish(std::string const& node, QString const& name)
+    {
+        QFile::link(QString::fromStdString(node), virtualPortsFolder() + name);
+    }
+};
+
+} // namespace
+
 TEST(QtSerialPortList, ListsVirtualPortsByTheNameOfTheirLinkAndTellsWhileOneIsOpen)
 {
-    QTemporaryDir runtime;
-    QFile::setPermissions(runtime.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
-    QDir().mkpath(virtualPortsFolder());
-    Line line;
-    QFile::link(QString::fromStdString(line.terminal.path()),
-        virtualPortsFolder() + QStringLiteral("/SLAB_USBtoUART-x"));
-    QFile::link(QStringLiteral("/dev/pts/none"),
-        virtualPortsFolder() + QStringLiteral("/SLAB_USBtoUART-a"));
-
-    QtSerialPortList list(line.runLoop, line.queue);
-    auto const ports = list.availablePorts();
+    Published published;
+    Published::publish("/dev/pts/none", QStringLiteral("/SLAB_USBtoUART-a"));
+    auto const ports = published.list.availablePorts();
     ASSERT_FALSE(ports.empty());
     EXPECT_EQ(ports.back()->name(), "SLAB_USBtoUART-x");
     EXPECT_EQ(
@@ -229,8 +248,35 @@ TEST(QtSerialPortList, ListsVirtualPortsByTheNameOfTheirLinkAndTellsWhileOneIsOp
         0);
     std::vector<bool> open;
     auto const observing
-        = list.isVirtualPortOpen.observe([&](bool isOpen) { open.push_back(isOpen); });
+        = published.list.isVirtualPortOpen.observe([&](bool isOpen) { open.push_back(isOpen); });
     ports.back()->open();
     ports.back()->close();
     EXPECT_EQ(open, (std::vector {false, true, false}));
+}
+
+TEST(QtSerialPortList, APanelHoldsRecordsBackButDoesNotMixThemWithNoise)
+{
+    Published published;
+    auto const& data = published.line.listener.data;
+    TerminalWatch const watch(published.line.terminal);
+    auto const port = published.list.availablePorts().back();
+    port->setDelegate(&published.line.listener);
+    port->open();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return !published.line.listener.events.empty(); }));
+
+    auto hold = published.line.queue.hold();
+    for (auto const* bytes : {"#+0101a", "+0202b"}) {
+        published.line.terminal.write(bytes);
+        watch.waitForUnread(1);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return watch.unread() == 0; }));
+        // Falls due after the port's own silence.
+        QTimer later;
+        later.setSingleShot(true);
+        later.start(40);
+        ASSERT_TRUE(QTest::qWaitFor([&] { return !later.isActive(); }));
+    }
+    EXPECT_TRUE(data.empty());
+    hold.end();
+    ASSERT_TRUE(QTest::qWaitFor([&] { return data.size() == 13; }));
+    EXPECT_EQ(published.line.listener.chunks, (Texts {"#+0101a", "+0202b"}));
 }
