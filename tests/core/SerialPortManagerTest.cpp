@@ -51,6 +51,7 @@ TEST(SerialPortManager, OpensTheFirstPortOfTheDeviceWithItsSettings)
     EXPECT_EQ(first->calls, (Texts {"baud rate 19200", "no parity", "stop bits 1", "open"}));
     EXPECT_TRUE(other->calls.empty());
     EXPECT_TRUE(second->calls.empty());
+    EXPECT_EQ(link.manager.pressure.value(), 0.0f);
     EXPECT_TRUE(link.events.empty()) << "opening is reported by the port, not by the call";
     first->delegate->serialPortWasOpened();
     EXPECT_EQ(link.events, Texts {"opened"});
@@ -94,6 +95,7 @@ TEST(SerialPortManager, OnlyTheFirstEndReachesTheSubscriber)
         delegate->serialPortDidEncounterError(std::make_shared<Error>("os", 1));
         EXPECT_EQ(link.events, (Texts {"opened", event}));
         EXPECT_EQ(link.port->calls.back(), "close");
+        EXPECT_EQ(link.port->delegate, nullptr) << "a closed port has nobody to talk to";
     }
 }
 

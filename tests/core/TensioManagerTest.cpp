@@ -19,6 +19,31 @@ TEST(TensioManager, KeepsRawReadingsAndShowsThemClamped)
         (std::vector {1.0f, -3.0f, 12.5f, 0.0f, 7.0f, 7.0f}));
 }
 
+TEST(TensioManager, StartsIdleAndEachConnectionWithoutATarget)
+{
+    Session session;
+    auto& manager = session.manager;
+    EXPECT_EQ(manager.targetPressure.value(), 0.0f);
+    EXPECT_EQ(manager.maxPressure.value(), 0.0f);
+    EXPECT_EQ(manager.targetPressurePercent.value(), 1.0f);
+    EXPECT_FALSE(manager.isShowingPopup.value() || manager.isMeasuring.value());
+    session.connect(40.0f);
+    manager.disconnectAction.apply(Nothing {});
+    manager.connectAction.apply(Nothing {});
+    EXPECT_EQ(manager.targetPressure.value(), 0.0f);
+}
+
+TEST(TensioManager, ReadingsOfNothingDoNotRestartTheTimer)
+{
+    Session session;
+    session.connect();
+    session.receive({0.0});
+    session.runLoop.advance(Seconds(0.9));
+    session.receive({0.0, 20.0});
+    session.runLoop.advance(Seconds(1.15));
+    EXPECT_FALSE(session.bestPressures().empty()) << "no record between the ticks at 1 s and 2 s";
+}
+
 TEST(TensioManager, ObserversSeeTheCurrentPressureBeforeTheMaximumRises)
 {
     Session session;

@@ -1,6 +1,8 @@
 #include "output/GridPrintView.h"
 #include "output/ListPrintView.h"
+#include "output/Reports.h"
 #include "support/Reports.h"
+#include "support/Session.h"
 
 #include <gtest/gtest.h>
 
@@ -212,9 +214,42 @@ TEST(GridPrintView, SumsUpASelectionInOneBlock)
     EXPECT_NEAR(canvas.texts.back().rect.y, firstRow + (5.5 + 1.25) * large, 1e-9);
 }
 
-TEST(GridPrintView, DrawsTheFullGridForASelectionWhoseAverageIsZero)
+TEST(GridPrintView, DrawsTheFullGridOnlyForASelectionWhoseAverageIsZero)
 {
-    GridPrintView view("山田", finishedMeasurements(1), {0.0f, 0.0f, 0.0f});
-    view.paginate({}, RecordingCanvas());
-    EXPECT_EQ(draw(view, 1).textsThatContain("計測回数").size(), 1U);
+    for (auto const average : {0.0f, 0.1f}) {
+        GridPrintView view("山田", finishedMeasurements(1), {average, average, average});
+        view.paginate({}, RecordingCanvas());
+        EXPECT_EQ(draw(view, 1).textsThatContain("計測回数").empty(), average > 0.0f);
+    }
+}
+
+TEST(Reports, ShowTheMeasurementsOfTheSession)
+{
+    Session session;
+    auto& manager = session.manager;
+    manager.username.setValue("山田");
+    session.connect();
+    for (auto const kind : {ReportKind::List, ReportKind::Grid, ReportKind::Selected})
+        EXPECT_FALSE(hasReport(kind, manager));
+    session.press({20.0});
+    session.press({30.0});
+    EXPECT_TRUE(hasReport(ReportKind::List, manager) && hasReport(ReportKind::Grid, manager));
+    EXPECT_FALSE(hasReport(ReportKind::Selected, manager));
+    manager.measurementList.measurements()[1]->isCounted.setValue(true);
+    EXPECT_TRUE(hasReport(ReportKind::Selected, manager));
+
+    struct Row {
+        ReportKind kind;
+        char const* mark;
+        Texts texts;
+    };
+    for (auto const& [kind, mark, texts] :
+        {Row {ReportKind::List, " kPa", {"20.0 kPa", "30.0 kPa", "30.0 kPa", "30.0 kPa"}},
+            {ReportKind::Grid, "回目", {"計測回数：　1回目", "計測回数：　2回目"}},
+            {ReportKind::Selected, "0.0", {"30.0", "30.0", "30.0", "30.0"}}}) {
+        auto const report = makeReport(kind, manager);
+        ASSERT_EQ(report->paginate({}, RecordingCanvas()), 1);
+        EXPECT_EQ(draw(*report, 1).textsThatContain(mark), texts);
+        EXPECT_FALSE(draw(*report, 1).textsThatContain("山田").empty());
+    }
 }
