@@ -2,9 +2,13 @@
 #include "panels/UserInfoViewController.h"
 #include "support/Session.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QInputMethodEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -199,13 +203,55 @@ TEST(UserInfo, EnterIsOkAndEscapeIsCancel)
     EXPECT_FALSE(dialog.session.manager.isShowingPopup.value());
 }
 
-TEST(UserInfo, ANameCannotHoldWhatWouldBreakATable)
+TEST(UserInfo, ANameCannotHoldWhatWouldBreakATableHoweverItGetsIn)
+{
+    Dialog dialog;
+    auto& name = dialog.input("nameInput");
+    name.clear();
+    QTest::keyClicks(&name, QStringLiteral("a\tb"));
+    EXPECT_FALSE(name.text().contains(u'\t'));
+    for (auto const* text : {u"a\tb", u"a\nb", u"a\r\nb", u"山田\t", u"\t"}) {
+        name.clear();
+        name.insert(QString::fromUtf16(text));
+        QGuiApplication::clipboard()->setText(QString::fromUtf16(text));
+        name.paste();
+        QInputMethodEvent event;
+        event.setCommitString(QString::fromUtf16(text));
+        QApplication::sendEvent(&name, &event);
+        EXPECT_FALSE(name.text().contains(QRegularExpression(QStringLiteral("[\\t\\r\\n]"))))
+            << name.text().toStdString();
+    }
+}
+
+TEST(UserInfo, TenCharactersAreTenAsTheUserSeesThem)
+{
+    // One character each: a kanji, one of two units, a combining mark, a flag, a family, a skin
+    // tone, a dakuten.
+    for (auto const* text :
+        {u"山", u"𠮷", u"e\u0301", u"🇯🇵", u"👨‍👩‍👧", u"👍🏽", u"か\u3099"}) {
+        auto const character = QString::fromUtf16(text);
+        for (int const count : {1, 10, 11, 400}) {
+            Dialog dialog;
+            dialog.fill(character.repeated(count), QStringLiteral("30"));
+            dialog.click("okButton");
+            EXPECT_EQ(dialog.isConnecting(), count <= 10) << character.toStdString() << count;
+            EXPECT_EQ(dialog.input("nameInput").text(), character.repeated(std::min(count, 10)));
+        }
+    }
+}
+
+TEST(UserInfo, SurvivesAMegabytePastedForAName)
 {
     Dialog dialog;
     dialog.input("nameInput").clear();
-    QTest::keyClicks(&dialog.input("nameInput"), QStringLiteral("a\tb"));
-    dialog.input("nameInput").insert(QStringLiteral("c\td"));
-    EXPECT_FALSE(dialog.input("nameInput").text().contains(u'\t'));
+    QGuiApplication::clipboard()->setText(QStringLiteral("山").repeated(1'000'000));
+    dialog.input("nameInput").paste();
+    EXPECT_FALSE(dialog.mainWindow.grab().isNull());
+    dialog.input("pressureInput").setText(QStringLiteral("30"));
+    dialog.click("okButton");
+    EXPECT_EQ(dialog.input("nameInput").text(), QStringLiteral("山").repeated(10));
+    dialog.click("okButton");
+    EXPECT_TRUE(dialog.isConnecting());
 }
 
 TEST(Header, SavesBetweenSessionsOnceThereIsSomethingToSave)

@@ -1,6 +1,7 @@
 #include "platform/qt/QtSaving.h"
 
 #include "platform/qt/QtScreen.h"
+#include "support/UnprivilegedUser.h"
 
 #include <QApplication>
 #include <QClipboard>
@@ -13,6 +14,7 @@
 #include <csignal>
 #include <gtest/gtest.h>
 #include <sys/resource.h>
+#include <sys/stat.h>
 
 using namespace tensio;
 
@@ -75,6 +77,26 @@ TEST(QtFileWriter, SaysSoWhenThePlaceCannotBeWritten)
     EXPECT_FALSE(writer.writeAtomically("", "x"));
     EXPECT_FALSE(writer.writeAtomically("/proc/none", "x"));
     EXPECT_TRUE(writer.writeAtomically(folder.filePath(QStringLiteral("empty")).toStdString(), ""));
+}
+
+TEST(QtFileWriter, LeavesAloneWhatMayNotBeWritten)
+{
+    QTemporaryDir folder;
+    auto const path = folder.filePath(QStringLiteral("old.csv"));
+    QtFileWriter writer;
+    ASSERT_TRUE(writer.writeAtomically(path.toStdString(), "old"));
+    struct Row {
+        mode_t file;
+        mode_t folder;
+    };
+    for (auto const& [fileMode, folderMode] : std::vector<Row> {{0444, 0777}, {0666, 0555}}) {
+        chmod(path.toLocal8Bit().constData(), fileMode);
+        chmod(folder.path().toLocal8Bit().constData(), folderMode);
+        UnprivilegedUser const user;
+        EXPECT_FALSE(writer.writeAtomically(path.toStdString(), "new")) << fileMode;
+        EXPECT_EQ(contents(path), "old");
+        EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
+    }
 }
 
 TEST(QtScreen, PutsTheWindowOnTheClipboardAndReadsItBackAsPng)
