@@ -1,13 +1,8 @@
 #include "core/NumberFormat.h"
 #include "device-simulator/RecordedStream.h"
-#include "support/ManualRunLoop.h"
-#include "support/TerminalSession.h"
-
-#include <QCoreApplication>
-#include <QTest>
+#include "support/TerminalPlayer.h"
 
 #include <algorithm>
-#include <cmath>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -60,68 +55,13 @@ std::string describe(Measurement const& measurement)
     return text;
 }
 
-// A session whose bytes go through a real terminal while its time is virtual.
-struct Playing {
-    MainQueue queue;
-    ManualRunLoop runLoop;
-    TerminalSession session {queue, runLoop};
-    TerminalWatch watch {session.terminal};
-
-    Playing()
-    {
-        bool isOpen = false;
-        auto const observing
-            = session.manager.connectAction.observe([&](auto const&) { isOpen = true; });
-        session.manager.connectAction.apply(Nothing {});
-        EXPECT_TRUE(QTest::qWaitFor([&] { return isOpen; }));
-    }
-
-    void write(std::string_view bytes)
-    {
-        session.terminal.write(bytes);
-        watch.waitForUnread(bytes.size());
-        while (watch.unread() > 0)
-            QCoreApplication::processEvents();
-        settle();
-    }
-
-    // Timers of the session fall due in between what the event loop delivers.
-    void pause(double seconds)
-    {
-        constexpr double step = 0.001;
-        for (auto left = std::lround(seconds / step); left > 0; --left) {
-            runLoop.advance(Seconds(step));
-            settle();
-        }
-    }
-
-    void end(std::string const& how)
-    {
-        if (how == "pull") {
-            session.terminal.unplug();
-            EXPECT_TRUE(QTest::qWaitFor([&] { return !session.manager.isMeasuring.value(); }));
-            return;
-        }
-        if (how.empty())
-            pause(3.0);
-        session.manager.disconnectAction.apply(Nothing {});
-    }
-
-    Texts measurements() const
-    {
-        Texts texts;
-        for (auto const& measurement : session.manager.measurementList.measurements())
-            texts.push_back(describe(*measurement));
-        return texts;
-    }
-
-private:
-    static void settle()
-    {
-        QCoreApplication::sendPostedEvents();
-        QCoreApplication::sendPostedEvents();
-    }
-};
+Texts describe(Measurements const& measurements)
+{
+    Texts texts;
+    for (auto const& measurement : measurements)
+        texts.push_back(describe(*measurement));
+    return texts;
+}
 
 } // namespace
 
@@ -131,13 +71,17 @@ TEST_P(RecordedStreams, YieldTheirMeasurements)
 {
     auto const stream = readStream(GetParam());
     ASSERT_FALSE(stream.writes.empty());
-    Playing playing;
+    TerminalPlayer player;
     for (auto const& [pauseSeconds, bytes] : stream.writes) {
-        playing.pause(pauseSeconds);
-        playing.write(bytes);
+        player.pause(pauseSeconds);
+        player.write(bytes);
     }
-    playing.end(stream.end);
-    EXPECT_EQ(playing.measurements(), stream.measurements);
+    if (stream.end == "pull")
+        player.pull();
+    else if (stream.end.empty())
+        player.pause(3.0);
+    player.session.manager.disconnectAction.apply(Nothing {});
+    EXPECT_EQ(describe(player.measurements()), stream.measurements);
 }
 
 INSTANTIATE_TEST_SUITE_P(Streams, RecordedStreams,

@@ -40,6 +40,12 @@ public:
             throw std::runtime_error("short write to the terminal");
     }
 
+    bool hasReader() const
+    {
+        pollfd watched {m_master, 0, 0};
+        return poll(&watched, 1, 0) >= 0 && (watched.revents & POLLHUP) == 0;
+    }
+
     void unplug()
     {
         if (m_master >= 0)
