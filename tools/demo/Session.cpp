@@ -2,6 +2,7 @@
 
 #include "LatencyMeter.h"
 #include "app/Application.h"
+#include "feedback/GraphView.h"
 #include "panels/HistorySlice.h"
 #include "platform/qt/VirtualPorts.h"
 #include "printing/PainterCanvas.h"
@@ -15,10 +16,12 @@
 
 namespace tensio {
 
-Session::Session(Application& application, LatencyMeter& meter, QString const& folder)
+Session::Session(
+    Application& application, LatencyMeter& meter, QString const& folder, int pastHours)
     : m_application(application)
     , m_meter(meter)
     , m_stage(application.window(), folder)
+    , m_pastHours(pastHours)
 {
     m_simulator.setProcessChannelMode(QProcess::ForwardedChannels);
 }
@@ -61,6 +64,14 @@ void Session::plugIn(QStringList const& options)
         [&] { return QFile::exists(virtualPortsFolder() + u'/' + port); });
 }
 
+void Session::addPast() const
+{
+    constexpr int pointsPerHour = 20 * 3600;
+    auto* plotter = m_application.window().findChild<GraphView*>()->plotter();
+    for (int point = 0; point < m_pastHours * pointsPerHour; ++point)
+        plotter->addPressurePoint(static_cast<float>(point % 45));
+}
+
 void Session::measureThreeTimes()
 {
     std::puts("Plug the simulated device in, press OK again, measure three times.");
@@ -69,6 +80,9 @@ void Session::measureThreeTimes()
     auto const counting = manager.serialPortManager.pressure.observeChanges(
         [this](float) { m_meter.recordArrived(); });
     m_stage.click(QStringLiteral("okButton"));
+    m_stage.waitUntil(
+        QStringLiteral("the connection"), [&] { return !manager.isShowingPopup.value(); });
+    addPast();
     m_stage.waitUntil(QStringLiteral("the first pressure"),
         [&] { return manager.currentPressure.value() > 5.0f; });
     m_stage.waitFor(600);

@@ -14,7 +14,8 @@ class LatencyMeter;
 // One session as a clinician would run it, with the simulated device on a real terminal.
 class Session {
 public:
-    Session(Application& application, LatencyMeter& meter, QString const& folder);
+    // The graph shows that many hours of earlier pressing, to see whether age slows it down.
+    Session(Application& application, LatencyMeter& meter, QString const& folder, int pastHours);
 
     // Throws DemoFailure when something does not go as it should.
     void play();
@@ -22,6 +23,7 @@ public:
 private:
     void refuseWithoutDevice();
     void plugIn(QStringList const& options);
+    void addPast() const;
     void measureThreeTimes();
     void finish();
     void select();
@@ -35,6 +37,7 @@ private:
     Application& m_application;
     LatencyMeter& m_meter;
     Stage m_stage;
+    int m_pastHours;
     QTemporaryDir m_temporary;
     QProcess m_simulator;
 };
