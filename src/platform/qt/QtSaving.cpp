@@ -27,6 +27,13 @@ bool reachesTheDisk(QSaveFile& file)
 #endif
 }
 
+// The panel would take a folder that is not there for the name of the file.
+QString startingFolder()
+{
+    auto const desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+    return QFileInfo(desktop).isDir() ? desktop : QString();
+}
+
 } // namespace
 
 std::optional<std::string> QtSavePanel::runModal(std::string const& fileType)
@@ -34,8 +41,7 @@ std::optional<std::string> QtSavePanel::runModal(std::string const& fileType)
     auto const type = QString::fromStdString(fileType);
     auto const hold = m_queue.hold();
     QFileDialog panel(QApplication::activeWindow(), QStringLiteral("名前を付けて保存"),
-        QStandardPaths::writableLocation(QStandardPaths::DesktopLocation),
-        QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type));
+        startingFolder(), QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type));
     panel.setAcceptMode(QFileDialog::AcceptSave);
     panel.setDefaultSuffix(type);
     if (panel.exec() != QDialog::Accepted)

@@ -1,5 +1,6 @@
 #include "platform/qt/QtSaving.h"
 
+#include "platform/qt/MainQueue.h"
 #include "platform/qt/QtScreen.h"
 #include "support/UnprivilegedUser.h"
 
@@ -7,8 +8,11 @@
 #include <QClipboard>
 #include <QDir>
 #include <QFile>
+#include <QFileDialog>
 #include <QImage>
+#include <QLineEdit>
 #include <QTemporaryDir>
+#include <QTimer>
 #include <QWidget>
 
 #include <csignal>
@@ -97,6 +101,32 @@ TEST(QtFileWriter, LeavesAloneWhatMayNotBeWritten)
         EXPECT_EQ(contents(path), "old");
         EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
     }
+}
+
+TEST(QtSavePanel, StartsAtTheDesktopIfThereIsOneAndProposesNoName)
+{
+    auto const home = qgetenv("HOME");
+    QTemporaryDir folder;
+    qputenv("HOME", QFile::encodeName(folder.path()));
+    MainQueue queue;
+    QtSavePanel savePanel(queue);
+    QDir const desktop(folder.filePath(QStringLiteral("Desktop")));
+    for (bool const exists : {false, true}) {
+        if (exists)
+            desktop.mkpath(QStringLiteral("."));
+        bool isShown = false;
+        QTimer::singleShot(0, [&] {
+            auto* panel = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+            isShown = panel;
+            EXPECT_EQ(panel->directory() == desktop, exists);
+            EXPECT_EQ(
+                panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text(), QString());
+            panel->reject();
+        });
+        EXPECT_FALSE(savePanel.runModal("csv").has_value());
+        EXPECT_TRUE(isShown);
+    }
+    qputenv("HOME", home);
 }
 
 TEST(QtScreen, PutsTheWindowOnTheClipboardAndReadsItBackAsPng)
