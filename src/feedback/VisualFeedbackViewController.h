@@ -21,6 +21,7 @@ namespace tensio {
 // builds the numbers along the scales.
 class VisualFeedbackViewController : public QObject {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(VisualFeedbackViewController)
 
 public:
     // The view is not owned; it must outlive the controller.

@@ -18,6 +18,7 @@ namespace tensio {
 // The strip at the top: the subject's name, date and time, and the save buttons.
 class HeaderViewController : public QObject {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HeaderViewController)
 
 public:
     // The view is not owned; it must outlive the controller.

@@ -21,6 +21,7 @@ class HistorySlice;
 // selected ones.
 class HistoryViewController : public QObject {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(HistoryViewController)
 
 public:
     // The view is not owned; it and the manager must outlive the controller.

@@ -23,6 +23,7 @@ class UserInfoViewController;
 // information dialog and tells the user of failed and lost connections.
 class InfoControlsViewController : public QObject {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(InfoControlsViewController)
 
 public:
     // Nothing handed in is owned; all must outlive the controller.

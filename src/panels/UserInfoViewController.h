@@ -21,6 +21,7 @@ class UserInfoWindow;
 // connect command. Closes, and stores what was entered, when the connection has opened.
 class UserInfoViewController : public QObject {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(UserInfoViewController)
 
 public:
     static constexpr int maxNameLength = 10;
