@@ -87,7 +87,7 @@ void MeasurementList::updateEnabledStates()
         measurement->isEnabled.setValue(!isFull || measurement->isCounted.value());
 }
 
-void MeasurementList::publish()
+void MeasurementList::publish() const
 {
     m_pipe.observer.sendValue(slice());
 }

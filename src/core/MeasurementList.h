@@ -38,7 +38,7 @@ public:
 private:
     void updateSelectedAverage();
     void updateEnabledStates();
-    void publish();
+    void publish() const;
 
     std::ptrdiff_t m_startingIndex = 0;
     Measurements m_measurements;

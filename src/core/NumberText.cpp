@@ -1,8 +1,8 @@
 #include "core/NumberText.h"
 
 #include <algorithm>
-#include <locale.h>
-#include <stdlib.h>
+#include <locale.h> // NOLINT(modernize-deprecated-headers): newlocale is POSIX
+#include <stdlib.h> // NOLINT(modernize-deprecated-headers): strtof_l is POSIX
 #include <string>
 
 namespace tensio {

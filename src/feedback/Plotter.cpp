@@ -101,7 +101,7 @@ QPolygonF Plotter::polyline(Path path, double fromX, double toX) const
         = static_cast<std::size_t>(std::clamp(std::ceil((toX + reach) / *m_dx) + 1.0, 0.0, last));
 
     QPolygonF points;
-    points.reserve(static_cast<qsizetype>(end - begin + 2));
+    points.reserve(static_cast<qsizetype>(end - begin) + 2);
     if (begin == 0)
         points << QPointF(0.0, 0.0);
     for (auto index = begin; index <= end; ++index) {

@@ -16,7 +16,7 @@ class RecordGatherer {
 public:
     static constexpr Seconds silence {0.020};
     // Noise without a pause must not fill the memory.
-    static constexpr std::size_t maxHeldBytes = 6 * 4096;
+    static constexpr std::size_t maxHeldBytes = std::size_t {6} * 4096;
 
     using Deliver = std::function<void(std::string_view chunk)>;
 

@@ -29,6 +29,7 @@ std::size_t QtAlerts::runModal(
     box.setWindowTitle(QStringLiteral("tensio"));
     box.setText(QString::fromStdString(message));
     std::vector<QAbstractButton*> added;
+    added.reserve(buttons.size());
     for (auto const& title : buttons)
         added.push_back(box.addButton(QString::fromStdString(title),
             added.empty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole));
