@@ -12,7 +12,7 @@ void OrvButtonCell::drawBorderAndBackground(QPainter& painter, QRectF frame) con
     auto const field = frame.adjusted(0.5, 0.5, -0.5, -0.5);
     painter.drawRoundedRect(field, 6.0, 6.0);
 
-    QPointF const anchor(field.right() - 3.0, field.top() + 7.0);
+    QPointF const anchor(frame.right() - 3.0, frame.top() + 7.0);
     QPolygonF const resting {anchor, anchor + QPointF(-5.0, 10.0), anchor + QPointF(-10.0, 0.0)};
     QPolygonF const highlighted {
         anchor + QPointF(-5.0, 0.0), anchor + QPointF(0.0, 10.0), anchor + QPointF(-10.0, 10.0)};

@@ -14,6 +14,7 @@ public:
         : m_layout(layout)
     {
     }
+    explicit PdfReport(QPageLayout&&) = delete;
 
     bool hasRoomFor(PrintView& view) const override;
     std::optional<std::string> render(PrintView& view) const override;

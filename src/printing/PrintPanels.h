@@ -20,7 +20,10 @@ public:
     // Both change the printer's settings; it must outlive the panel.
     virtual void openPageSetup(QPrinter& printer, QWidget& parent, std::function<void()> agreed)
         = 0;
-    virtual void openPrint(QPrinter& printer, QWidget& parent, std::function<void()> agreed) = 0;
+    // The user may choose among that many pages.
+    virtual void openPrint(
+        QPrinter& printer, int pageCount, QWidget& parent, std::function<void()> agreed)
+        = 0;
 };
 
 } // namespace tensio

@@ -8,6 +8,7 @@
 #include "ui_PrintPreview.h"
 
 #include <QDialog>
+#include <QPageRanges>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 
@@ -48,14 +49,16 @@ void PrintPreviewController::viewDidLoad()
         connect(button, &QAbstractButton::clicked, this, [this, kind = kind] { choose(kind); });
     connect(m_ui->previousButton, &QAbstractButton::clicked, this, [this] { turnPage(-1); });
     connect(m_ui->nextButton, &QAbstractButton::clicked, this, [this] { turnPage(+1); });
-    connect(
-        m_ui->zoomInButton, &QAbstractButton::clicked, m_preview, [this] { m_preview->zoomIn(); });
-    connect(m_ui->zoomOutButton, &QAbstractButton::clicked, m_preview,
-        [this] { m_preview->zoomOut(); });
-    connect(
-        m_ui->fitPageButton, &QAbstractButton::clicked, m_preview, &QPrintPreviewWidget::fitInView);
-    connect(m_ui->fitWidthButton, &QAbstractButton::clicked, m_preview,
-        &QPrintPreviewWidget::fitToWidth);
+    for (auto const& [button, zoom] :
+        {std::pair {m_ui->zoomInButton, +[](QPrintPreviewWidget& preview) { preview.zoomIn(); }},
+            {m_ui->zoomOutButton, +[](QPrintPreviewWidget& preview) { preview.zoomOut(); }},
+            {m_ui->fitPageButton, +[](QPrintPreviewWidget& preview) { preview.fitInView(); }},
+            {m_ui->fitWidthButton, +[](QPrintPreviewWidget& preview) { preview.fitToWidth(); }}}) {
+        connect(button, &QAbstractButton::clicked, this, [this, zoom = zoom] {
+            zoom(*m_preview);
+            showPosition();
+        });
+    }
     connect(
         m_ui->pageSetupButton, &QAbstractButton::clicked, this, &PrintPreviewController::setUpPage);
     connect(m_ui->savePdfButton, &QAbstractButton::clicked, this,
@@ -90,6 +93,9 @@ void PrintPreviewController::showPages(QPrinter& printer)
     m_ui->savePdfButton->setEnabled(hasPages);
     m_ui->messageLabel->setText(hasPages ? QString() : QString::fromUtf8(paperTooSmallMessage));
     m_ui->messageLabel->setVisible(!hasPages);
+    // Where nothing is drawn, the preview would keep the pages of before.
+    m_preview->setVisible(hasPages);
+    m_ui->positionLabel->setVisible(hasPages);
 }
 
 void PrintPreviewController::showPosition()
@@ -125,12 +131,14 @@ void PrintPreviewController::print()
             {"OK"});
         return;
     }
-    m_panels.openPrint(*m_printer, *m_window, [this] {
-        // The panel may have changed the paper.
-        if (fits(*m_view, m_printer->pageLayout())) {
+    m_panels.openPrint(*m_printer, m_preview->pageCount(), *m_window, [this] {
+        // The panel may have changed the paper, and asked for some pages only.
+        m_pageLayout = m_printer->pageLayout();
+        if (fits(*m_view, m_pageLayout)) {
             drawPages(*m_view, *m_printer);
             m_window->close();
         } else {
+            m_printer->setPageRanges({});
             m_preview->updatePreview();
             m_alerts.runModal(AlertStyle::Warning, paperTooSmallMessage, {"OK"});
         }

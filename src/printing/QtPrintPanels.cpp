@@ -12,14 +12,12 @@ namespace tensio {
 namespace {
 
 // Without an event loop of its own, so that nothing else waits.
-template<typename Panel>
-void open(QPrinter& printer, QWidget& parent, std::function<void()> agreed)
+void open(QDialog& panel, QWidget& parent, std::function<void()> agreed)
 {
-    auto* panel = new Panel(&printer, &parent);
-    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel.setAttribute(Qt::WA_DeleteOnClose);
     QObject::connect(
-        panel, &QDialog::accepted, &parent, [agreed = std::move(agreed)] { agreed(); });
-    panel->QDialog::open();
+        &panel, &QDialog::accepted, &parent, [agreed = std::move(agreed)] { agreed(); });
+    panel.open();
 }
 
 } // namespace
@@ -31,12 +29,15 @@ bool QtPrintPanels::hasPrinters() const
 
 void QtPrintPanels::openPageSetup(QPrinter& printer, QWidget& parent, std::function<void()> agreed)
 {
-    open<QPageSetupDialog>(printer, parent, std::move(agreed));
+    open(*new QPageSetupDialog(&printer, &parent), parent, std::move(agreed));
 }
 
-void QtPrintPanels::openPrint(QPrinter& printer, QWidget& parent, std::function<void()> agreed)
+void QtPrintPanels::openPrint(
+    QPrinter& printer, int pageCount, QWidget& parent, std::function<void()> agreed)
 {
-    open<QPrintDialog>(printer, parent, std::move(agreed));
+    auto* panel = new QPrintDialog(&printer, &parent);
+    panel->setMinMax(1, pageCount);
+    open(*panel, parent, std::move(agreed));
 }
 
 } // namespace tensio

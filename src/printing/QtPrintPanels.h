@@ -8,7 +8,8 @@ class QtPrintPanels : public PrintPanels {
 public:
     bool hasPrinters() const override;
     void openPageSetup(QPrinter& printer, QWidget& parent, std::function<void()> agreed) override;
-    void openPrint(QPrinter& printer, QWidget& parent, std::function<void()> agreed) override;
+    void openPrint(
+        QPrinter& printer, int pageCount, QWidget& parent, std::function<void()> agreed) override;
 };
 
 } // namespace tensio

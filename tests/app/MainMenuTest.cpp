@@ -1,11 +1,15 @@
 #include "app/MainMenu.h"
 
+#include "core/Utf16.h"
+#include "output/GridPrintView.h"
+#include "output/ListPrintView.h"
 #include "support/Session.h"
 
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <set>
 
@@ -80,20 +84,32 @@ TEST(MainMenu, RunsEachCommandOfTheDelegate)
     menus.session.press({20.0});
     menus.session.manager.disconnectAction.apply(Nothing {});
     menus.session.manager.measurementList.measurements()[0]->isCounted.setValue(true);
+    auto& saving = menus.session.saving;
+    saving.answer = "/folder/file";
+    saving.clipboard = "picture";
     struct Row {
         QString title;
         std::string panel;
+        std::function<bool()> isRightFile;
     };
-    for (auto const& [title, panel] : {Row {QStringLiteral("CSVとして"), "panel csv"},
-             {QStringLiteral("選択した測定をCSV"), "panel csv"},
-             {QStringLiteral("一覧をPDF"), "panel pdf"},
-             {QStringLiteral("グリッドをPDF"), "panel pdf"},
-             {QStringLiteral("画面を"), "panel png"}}) {
-        menus.session.saving.log.clear();
+    auto const holds = [&](std::string const& text) {
+        return saving.written.find(encodeUtf16(text).substr(2)) != std::string::npos;
+    };
+    auto const isView = [&](std::type_info const& view) { return saving.written == view.name(); };
+    for (auto const& [title, panel, isRightFile] :
+        std::vector<Row> {
+            {QStringLiteral("CSVとして"), "panel csv", [&] { return holds("1回目"); }},
+            {QStringLiteral("選択した測定をCSV"), "panel csv", [&] { return holds("①"); }},
+            {QStringLiteral("一覧をPDF"), "panel pdf",
+                [&] { return isView(typeid(ListPrintView)); }},
+            {QStringLiteral("グリッドをPDF"), "panel pdf",
+                [&] { return isView(typeid(GridPrintView)); }},
+            {QStringLiteral("画面を"), "panel png", [&] { return saving.written == "picture"; }}}) {
+        saving.log.clear();
         menus.choose(title);
         menus.session.runLoop.advance(Seconds(0.5));
-        ASSERT_FALSE(menus.session.saving.log.empty()) << title.toStdString();
-        EXPECT_EQ(menus.session.saving.log.back(), panel) << title.toStdString();
+        EXPECT_EQ(std::ranges::count(saving.log, panel), 1) << title.toStdString();
+        EXPECT_TRUE(isRightFile()) << title.toStdString();
     }
     for (auto const& title : {QStringLiteral("一覧を印刷"), QStringLiteral("グリッドを印刷"),
              QStringLiteral("選択した測定を印刷")})

@@ -113,7 +113,7 @@ TEST(Saving, WritesAReportAsPdfOrTellsWhyNot)
     Finished session;
     session.manager.saveViewAsPdf(view);
     EXPECT_EQ(session.saving.log, (Texts {"panel pdf", "write /folder/file"}));
-    EXPECT_EQ(session.saving.written, "pages");
+    EXPECT_EQ(session.saving.written, typeid(ListPrintView).name());
     session.saving.diskIsFull = true;
     session.manager.saveViewAsPdf(view);
     session.saving.diskIsFull = false;

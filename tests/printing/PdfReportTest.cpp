@@ -4,11 +4,11 @@
 #include "output/ListPrintView.h"
 #include "printing/PageDrawing.h"
 #include "printing/PainterCanvas.h"
+#include "support/PdfText.h"
 #include "support/Reports.h"
 
 #include <QImage>
 #include <QPainter>
-#include <QProcess>
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -16,18 +16,6 @@
 using namespace tensio;
 
 namespace {
-
-// What a reader finds who searches or copies; runs of blanks and line ends count as one blank.
-std::string textOf(std::string const& pdf)
-{
-    QProcess reader;
-    reader.start(QStringLiteral("pdftotext"),
-        {QStringLiteral("-layout"), QStringLiteral("-"), QStringLiteral("-")});
-    reader.write(pdf.data(), static_cast<qint64>(pdf.size()));
-    reader.closeWriteChannel();
-    EXPECT_TRUE(reader.waitForFinished());
-    return QString::fromUtf8(reader.readAllStandardOutput()).simplified().toStdString();
-}
 
 std::string pdfOf(PrintView& view)
 {
@@ -99,7 +87,7 @@ int strayInk(PrintView& view, int page)
 TEST(PdfReport, SaysWhatTheMeasurementsHold)
 {
     ListPrintView list("目山一二 舌子", finishedMeasurements(99));
-    auto const text = textOf(pdfOf(list));
+    auto const text = pdfText(pdfOf(list));
     EXPECT_EQ(text.rfind("氏名 測定日時 計測回数 最大圧 目標圧 "
                          "目山一二 舌子 2024年 3月05日 14:07:09 1 回目 10.0 kPa 30.0 kPa "
                          "目山一二 舌子 2024年 3月05日 14:08:09 2 回目 11.0 kPa 30.0 kPa ",
@@ -113,16 +101,16 @@ TEST(PdfReport, SaysWhatTheMeasurementsHold)
 TEST(PdfReport, SaysWhatBlocksHold)
 {
     GridPrintView grid("山田 花子", finishedMeasurements(1));
-    EXPECT_EQ(textOf(pdfOf(grid)),
+    EXPECT_EQ(pdfText(pdfOf(grid)),
         "氏名：山田 花子 測定日時：2024年 3月05日 14:07:09 計測回数： 1回目 最大圧 10.0 kPa 目標圧 "
         "30.0 kPa ＜ORV舌圧測定器での測定結果＞");
     GridPrintView selection("山田 花子", finishedMeasurements(2), {10.5f, 10.0f, 11.0f});
-    EXPECT_EQ(textOf(pdfOf(selection)),
+    EXPECT_EQ(pdfText(pdfOf(selection)),
         "氏名：山田 花子 測定日時：2024年 3月05日 14:08:09 測定データ ① 10.0 kPa ② 11.0 kPa "
         "平均値: "
         "10.5 kPa 最大値: 11.0 kPa 最小値: 10.0 kPa ＜ORV舌圧測定器での測定結果＞");
     GridPrintView many("山田", finishedMeasurements(99));
-    EXPECT_EQ(countOf(textOf(pdfOf(many)), "氏名：山田"), 99);
+    EXPECT_EQ(countOf(pdfText(pdfOf(many)), "氏名：山田"), 99);
 }
 
 TEST(PdfReport, KeepsEveryTextInsideItsCell)

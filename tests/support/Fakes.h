@@ -9,6 +9,7 @@
 #include "platform/UserDefaults.h"
 
 #include <map>
+#include <typeinfo>
 #include <utility>
 
 namespace tensio {
@@ -79,16 +80,16 @@ public:
     }
 };
 
-// Makes the same file of every view.
+// Makes a file that says what kind of view it was made of.
 class FakePdfRenderer : public PdfRenderer {
 public:
     bool hasRoom = true;
     bool fails = false;
 
     bool hasRoomFor(PrintView&) const override { return hasRoom; }
-    std::optional<std::string> render(PrintView&) const override
+    std::optional<std::string> render(PrintView& view) const override
     {
-        return fails ? std::nullopt : std::optional<std::string>("pages");
+        return fails ? std::nullopt : std::optional<std::string>(typeid(view).name());
     }
 };
 

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QProcess>
+
+#include <gtest/gtest.h>
+#include <string>
+
+namespace tensio {
+
+// What a reader finds who searches or copies; runs of blanks and line ends count as one blank.
+inline std::string pdfText(std::string const& pdf)
+{
+    QProcess reader;
+    reader.start(QStringLiteral("pdftotext"),
+        {QStringLiteral("-layout"), QStringLiteral("-"), QStringLiteral("-")});
+    reader.write(pdf.data(), static_cast<qint64>(pdf.size()));
+    reader.closeWriteChannel();
+    EXPECT_TRUE(reader.waitForFinished());
+    return QString::fromUtf8(reader.readAllStandardOutput()).simplified().toStdString();
+}
+
+} // namespace tensio
