@@ -140,7 +140,7 @@ TEST(LineRuns, TenMegabytesOfNoise)
         + " KB more after the last 7.5 MB");
 }
 
-TEST(LineRuns, AnHourAtLineRateInAnySplit)
+TEST(LineRuns, AnHourAtLineRateInSmallPieces)
 {
     constexpr std::size_t records = 3600 * 320;
     TerminalPlayer player;
