@@ -70,35 +70,48 @@ TimeSlice GraphView::timeSlice() const
 
 QImage const& GraphView::frame(QSize size, double devicePixelRatio)
 {
-    bool const isBackgroundStale = m_background.size() != size
-        || m_backgroundUpperBound != upperBoundPressure.value()
-        || m_backgroundTimeWindow != timeWindow.value();
-    if (isBackgroundStale) {
-        m_background = renderBackground(size);
-        m_backgroundUpperBound = upperBoundPressure.value();
-        m_backgroundTimeWindow = timeWindow.value();
-    }
-    if (m_frame.size() != size)
-        m_frame = QImage(size, QImage::Format_RGB32);
-    m_frame.setDevicePixelRatio(1.0);
-
-    auto const designSize = designFrame(*this).size();
-    auto const toDevice = upwardTransform(designSize, size);
-    QPainter painter(&m_frame);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.drawImage(0, 0, m_background);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setClipRect(toDevice.mapRect(inside(designSize)).toRect());
-    painter.setTransform(toDevice);
-    drawLine(painter, heightOf(targetPressure.value()), targetColor.value());
-    drawLine(painter, heightOf(maxPressure.value()), colorFromHexString(QStringLiteral("#4dd736")));
-    painter.resetTransform();
+    auto const toDevice = upwardTransform(designFrame(*this).size(), size);
+    bool const isGroundNew = renewGround(size);
     if (m_plotter)
-        m_isSettled = m_sweeps.draw(painter, *m_plotter, size, toDevice, timeSlice());
-    painter.end();
+        m_isSettled = m_sweeps.update(*m_plotter, size, toDevice, timeSlice());
+    m_frame.setDevicePixelRatio(1.0);
+    auto const changed = isGroundNew ? QRect(QPoint(0, 0), size) : m_sweeps.changed();
+    if (!changed.isEmpty())
+        paint(changed, toDevice);
     m_frame.setDevicePixelRatio(devicePixelRatio);
     return m_frame;
+}
+
+void GraphView::paint(QRect area, QTransform const& toDevice)
+{
+    QPainter painter(&m_frame);
+    painter.setCompositionMode(QPainter::CompositionMode_Source);
+    painter.drawImage(area, m_background, area);
+    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setClipRect(toDevice.mapRect(inside(designFrame(*this).size())).toRect() & area);
+    painter.setTransform(toDevice);
+    drawLine(painter, m_ground.targetHeight, m_ground.targetColor);
+    drawLine(painter, m_ground.maxHeight, colorFromHexString(QStringLiteral("#4dd736")));
+    painter.resetTransform();
+    if (m_plotter)
+        m_sweeps.draw(painter, *m_plotter);
+}
+
+bool GraphView::renewGround(QSize size)
+{
+    Ground const ground {size, upperBoundPressure.value(), timeWindow.value(),
+        heightOf(targetPressure.value()), targetColor.value(), heightOf(maxPressure.value())};
+    if (m_ground == ground)
+        return false;
+    bool const isGridNew = m_ground.size != size || m_ground.upperBound != ground.upperBound
+        || m_ground.timeWindow != ground.timeWindow;
+    if (isGridNew)
+        m_background = renderBackground(size);
+    if (m_ground.size != size)
+        m_frame = QImage(size, QImage::Format_RGB32);
+    m_ground = ground;
+    return true;
 }
 
 QImage GraphView::renderBackground(QSize size) const

@@ -53,7 +53,21 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    // What lies under the sweeps.
+    struct Ground {
+        QSize size;
+        float upperBound = 0.0f;
+        float timeWindow = 0.0f;
+        double targetHeight = 0.0;
+        QColor targetColor;
+        double maxHeight = 0.0;
+
+        bool operator==(Ground const&) const = default;
+    };
+
     TimeSlice timeSlice() const;
+    bool renewGround(QSize size);
+    void paint(QRect area, QTransform const& toDevice);
     QImage renderBackground(QSize size) const;
     void drawGrid(QPainter& painter) const;
     void drawLine(QPainter& painter, double y, QColor const& color) const;
@@ -66,8 +80,7 @@ private:
 
     SweepPicture m_sweeps;
     QImage m_background;
-    float m_backgroundUpperBound = 0.0f;
-    float m_backgroundTimeWindow = 0.0f;
+    Ground m_ground;
     QImage m_frame;
     Scheduler const* m_clock = nullptr;
     bool m_isSettled = true;

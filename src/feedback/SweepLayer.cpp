@@ -60,22 +60,34 @@ bool SweepLayer::catchUp(Plotter const& plotter, TimeSlice const& slice)
 
 void SweepLayer::draw(QPainter& painter, Plotter const& plotter) const
 {
-    auto const size = m_finished.size();
-    auto const rightEdge
-        = (plotter.rightEnd(plotter.paths()[m_sweep]) + Plotter::reach) * m_toDevice.m11();
-    int const end
-        = static_cast<int>(std::min(std::ceil(rightEdge) + 1.0, static_cast<double>(size.width())));
-    if (plotter.paths()[m_sweep].count == 0 || end <= m_column) {
-        painter.drawImage(0, 0, m_finished);
+    int const end = endOfLiveColumns(plotter);
+    drawFinished(painter, 0, m_column);
+    drawFinished(painter, end, m_finished.width());
+    if (end == m_column)
         return;
-    }
     // The sweep's end goes over a copy of the finished columns under it, so that blending happens
     // in the same order and the same precision as if it had been committed.
-    auto tail = m_finished.copy(m_column, 0, end - m_column, size.height());
+    auto tail = m_finished.copy(m_column, 0, end - m_column, m_finished.height());
     stroke(tail, m_column, plotter, m_column, end);
-    painter.drawImage(QPoint(0, 0), m_finished, QRect(0, 0, m_column, size.height()));
     painter.drawImage(m_column, 0, tail);
-    painter.drawImage(QPoint(end, 0), m_finished, QRect(end, 0, size.width() - end, size.height()));
+}
+
+void SweepLayer::drawFinished(QPainter& painter, int fromColumn, int endColumn) const
+{
+    QRect const columns(fromColumn, 0, endColumn - fromColumn, m_finished.height());
+    // The painter would take an empty part for the whole.
+    if (!columns.isEmpty())
+        painter.drawImage(columns.topLeft(), m_finished, columns);
+}
+
+int SweepLayer::endOfLiveColumns(Plotter const& plotter) const
+{
+    auto const path = plotter.paths()[m_sweep];
+    if (path.count == 0)
+        return m_column;
+    auto const rightEdge = (plotter.rightEnd(path) + Plotter::reach) * m_toDevice.m11();
+    auto const end = std::min(std::ceil(rightEdge) + 1.0, static_cast<double>(m_finished.width()));
+    return std::max(m_column, static_cast<int>(end));
 }
 
 bool SweepLayer::commitUpTo(

@@ -31,7 +31,14 @@ public:
     bool catchUp(Plotter const& plotter, TimeSlice const& slice);
     void draw(QPainter& painter, Plotter const& plotter) const;
 
+    std::size_t sweep() const { return m_sweep; }
+    // Left of the first column the picture stays as it is while the sweep runs; right of the last
+    // one the sweep has not come yet.
+    int firstLiveColumn() const { return m_column; }
+    int endOfLiveColumns(Plotter const& plotter) const;
+
 private:
+    void drawFinished(QPainter& painter, int fromColumn, int endColumn) const;
     bool commitUpTo(
         Plotter const& plotter, int endColumn, int stripColumns, TimeSlice const& slice);
     void stroke(QImage& image, int imageColumn, Plotter const& plotter, int fromColumn,

@@ -12,16 +12,21 @@ namespace tensio {
 // that follow. Until it is done, the old picture is shown drawn out, new pressures over it.
 class SweepPicture {
 public:
-    // Paints onto a surface of that size in device pixels; toDevice maps the plotter's design units
-    // onto it. Whether this is what stroking every sweep gives; if not, the next frames come to it.
-    bool draw(QPainter& painter, Plotter const& plotter, QSize size, QTransform const& toDevice,
-        TimeSlice const& slice);
+    // Comes up to the plotter, for a surface of that size in device pixels; toDevice maps the
+    // plotter's design units onto it. Whether the picture is now what stroking every sweep gives;
+    // if not, the next frames come to it.
+    bool update(
+        Plotter const& plotter, QSize size, QTransform const& toDevice, TimeSlice const& slice);
+    // What the latest update can have changed.
+    QRect changed() const { return m_changed; }
+    void draw(QPainter& painter, Plotter const& plotter) const { m_shown.draw(painter, plotter); }
 
 private:
-    void follow(Plotter const& plotter, QSize size, QTransform const& toDevice);
-    bool catchUp(Plotter const& plotter, TimeSlice const& slice);
+    // Whether what is shown is another layer now.
+    bool follow(Plotter const& plotter, QSize size, QTransform const& toDevice);
 
     SweepLayer m_shown;
+    QRect m_changed;
     // While every stroke is made anew: the new picture, and the one before the change.
     std::optional<SweepLayer> m_rebuilt;
     SweepLayer m_beforeChange;

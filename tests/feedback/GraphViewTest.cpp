@@ -136,7 +136,8 @@ struct Trace {
 TEST(GraphView, LayersLookExactlyLikeStrokingEverySweepEachTime)
 {
     std::vector<Trace> const traces {{"smooth", smooth, 450, 1.0, 0}, {"noisy", noisy, 450, 1.0, 0},
-        {"wrapped", smooth, 1700, 1.0, 0}, {"noisy, wrapped, one and a half", noisy, 1300, 1.5, 0},
+        {"wrapped", smooth, 1700, 1.0, 0}, {"just wrapped", smooth, 603, 1.0, 0},
+        {"noisy, wrapped, one and a half", noisy, 1300, 1.5, 0},
         {"rescaled in the middle of a sweep", smooth, 900, 1.0, 60},
         {"shrunk past the edge", noisy, 500, 1.0, 10}, {"odd scale", smooth, 700, 0.73, 45}};
     for (auto const& trace : traces) {
@@ -219,6 +220,30 @@ TEST(GraphView, AResetInTheMiddleOfAChangeLeavesNothingToShow)
     graph.view.plotter()->reset();
     EXPECT_EQ(differingPixels(graph.view.frame(Change().size), ground), 0);
     EXPECT_TRUE(graph.view.isSettled());
+}
+
+TEST(GraphView, AFrameDoesNotDependOnTheFramesBefore)
+{
+    auto const setState = [](GraphView& view, int state) {
+        view.targetPressure.setValue(static_cast<float>(20 + state / 30));
+        view.maxPressure.setValue(static_cast<float>(40 + state / 50));
+        view.targetColor.setValue(state / 20 % 2 == 0 ? Qt::red : Qt::white);
+    };
+    Graph graph;
+    for (int state = 0; state < 700; ++state) {
+        graph.view.plotter()->addPressurePoint(smooth(state));
+        setState(graph.view, state);
+        graph.view.frame(Change().size);
+        if (state % 100 != 43 && state != 600)
+            continue;
+        Graph fresh;
+        for (int point = 0; point <= state; ++point)
+            fresh.view.plotter()->addPressurePoint(smooth(point));
+        setState(fresh.view, state);
+        EXPECT_EQ(
+            differingPixels(graph.view.frame(Change().size), fresh.view.frame(Change().size)), 0)
+            << state;
+    }
 }
 
 TEST(GraphView, DrawsGridAndLinesWhereTheyBelong)
