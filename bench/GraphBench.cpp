@@ -103,7 +103,6 @@ private:
     std::vector<double> m_milliseconds;
 };
 
-// One sweep alone is measured at its end as well, so that the number of sweeps is all that differs.
 void measureFrames(benchmark::State& state, float (*pressure)(int), int pointsPerFrame)
 {
     Trace trace(pressure, static_cast<int>(state.range(0)));
