@@ -1,5 +1,6 @@
 #include "NaiveReader.h"
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 #include <limits>
@@ -142,6 +143,23 @@ std::optional<float> recordPressure(std::vector<std::string_view> const& record)
     return record[0] == "+" ? size : -size;
 }
 
+// Records, the last perhaps cut short.
+bool isAsTheDeviceWrites(std::string_view text)
+{
+    while (!text.empty()) {
+        auto const record = text.substr(0, recordCharacters);
+        if (record[0] != '+' && record[0] != '-')
+            return false;
+        auto const digits = record.substr(1, 4);
+        if (!std::ranges::all_of(digits, isDigit))
+            return false;
+        if (record.size() == recordCharacters && !isWithin(record.back(), 0x00, 0x7f))
+            return false;
+        text.remove_prefix(record.size());
+    }
+    return true;
+}
+
 void readChunk(std::string_view chunk, int milliseconds, std::vector<Reading>& readings)
 {
     auto const characters = charactersOf(chunk);
@@ -173,21 +191,30 @@ std::vector<Reading> readNaively(FuzzInput const& input)
 {
     std::vector<Reading> readings;
     std::string held;
+    bool isCut = false;
     int now = 0;
+    auto const read = [&](std::size_t length, int time) {
+        readChunk(held.substr(0, length), time, readings);
+        held.erase(0, length);
+    };
     auto const fallSilent = [&](int pause) {
         if (!held.empty() && pause >= silenceMilliseconds) {
-            readChunk(held, now + silenceMilliseconds, readings);
-            held.clear();
+            isCut = isAsTheDeviceWrites(held);
+            if (!isCut)
+                read(held.size(), now + silenceMilliseconds);
         }
         now += pause;
     };
     for (auto const& [pause, bytes] : input.writes) {
         fallSilent(pause);
-        held += bytes;
-        if (held.size() % recordCharacters == 0 || held.size() > mostHeld) {
-            readChunk(held, now, readings);
+        if (isCut && !isAsTheDeviceWrites(held + bytes))
             held.clear();
-        }
+        isCut = false;
+        held += bytes;
+        if (held.size() % recordCharacters == 0 || held.size() > mostHeld)
+            read(held.size(), now);
+        else if (isAsTheDeviceWrites(held))
+            read(held.size() / recordCharacters * recordCharacters, now);
     }
     fallSilent(input.restMilliseconds);
     if (input.endsByPulling)

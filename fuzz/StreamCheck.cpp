@@ -3,6 +3,7 @@
 #include "FuzzInput.h"
 #include "NaiveReader.h"
 #include "NaiveSession.h"
+#include "core/DeviceRecord.h"
 #include "platform/RecordGatherer.h"
 #include "support/Session.h"
 
@@ -63,7 +64,7 @@ Outcome play(FuzzInput const& input)
     manager.username.setValue(name);
     manager.changeTargetPressurePercentAction.apply(input.targetPressurePercent);
 
-    RecordGatherer gatherer(session.runLoop, 6,
+    RecordGatherer gatherer(session.runLoop, deviceRecordShape,
         [&](std::string_view chunk) { session.port->delegate->serialPortDidReceiveData(chunk); });
     for (auto const& [pause, bytes] : input.writes) {
         session.runLoop.advance(Seconds(pause / 1000.0));

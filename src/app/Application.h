@@ -3,6 +3,7 @@
 #include "app/AppDelegate.h"
 #include "app/MainMenu.h"
 #include "app/MainWindowController.h"
+#include "core/DeviceRecord.h"
 #include "core/TensioManager.h"
 #include "output/CsvReport.h"
 #include "platform/qt/MainQueue.h"
@@ -40,7 +41,7 @@ private:
 
     MainQueue m_mainQueue;
     QtRunLoop m_runLoop {m_mainQueue};
-    QtSerialPortList m_ports {m_mainQueue};
+    QtSerialPortList m_ports {m_mainQueue, deviceRecordShape};
     SystemClock m_clock;
     QtUserDefaults m_userDefaults;
     QtAlerts m_alerts {m_mainQueue};

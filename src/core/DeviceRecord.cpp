@@ -30,6 +30,15 @@ std::optional<float> readRecord(std::u32string_view record)
     return (*integer + *tenths / 10.0f) * (record.front() == U'+' ? 1.0f : -1.0f);
 }
 
+bool fitsRecord(char character, std::size_t position)
+{
+    if (position == 0)
+        return character == '+' || character == '-';
+    if (position < deviceRecordWidth - 1)
+        return character >= '0' && character <= '9';
+    return static_cast<unsigned char>(character) < 0x80;
+}
+
 } // namespace
 
 std::vector<float> readRecords(std::string_view chunk)
@@ -43,6 +52,15 @@ std::vector<float> readRecords(std::string_view chunk)
             pressures.push_back(*pressure);
     }
     return pressures;
+}
+
+bool areDeviceRecords(std::string_view bytes)
+{
+    for (std::size_t index = 0; index < bytes.size(); ++index) {
+        if (!fitsRecord(bytes[index], index % deviceRecordWidth))
+            return false;
+    }
+    return true;
 }
 
 } // namespace tensio

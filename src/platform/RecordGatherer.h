@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/RecordShape.h"
 #include "reactive/Scheduler.h"
 
 #include <cstddef>
@@ -10,8 +11,9 @@
 namespace tensio {
 
 // Joins what the operating system split: bytes are handed on as soon as they make up whole records.
-// A rest waits for 20 ms of silence, then goes as it is, so that noise costs at most the burst it
-// came in.
+// Of bytes that are records without doubt the whole ones go at once and the cut one waits until its
+// rest comes, however long: a bridge may send seldom. Any other rest waits for 20 ms of silence,
+// then goes as it is, so that noise costs at most the burst it came in.
 class RecordGatherer {
 public:
     static constexpr Seconds silence {0.020};
@@ -20,7 +22,7 @@ public:
 
     using Deliver = std::function<void(std::string_view chunk)>;
 
-    RecordGatherer(Scheduler& scheduler, std::size_t recordWidth, Deliver deliver);
+    RecordGatherer(Scheduler& scheduler, RecordShape shape, Deliver deliver);
 
     void receive(std::string_view bytes);
     // Hands on what is held, whole or not.
@@ -28,10 +30,15 @@ public:
     void discard();
 
 private:
+    void fallSilent();
+    void handOn(std::size_t length);
+
     Scheduler& m_scheduler;
-    std::size_t m_recordWidth;
+    RecordShape m_shape;
     Deliver m_deliver;
     std::string m_held;
+    // What is held is the beginning of a record, and silence followed it.
+    bool m_isCutBySilence = false;
     Subscription m_silenceTimer;
 };
 

@@ -1,5 +1,6 @@
 #include "platform/RecordGatherer.h"
 
+#include "core/DeviceRecord.h"
 #include "support/ManualRunLoop.h"
 
 #include <gtest/gtest.h>
@@ -12,7 +13,7 @@ struct Gathering {
     ManualRunLoop runLoop;
     std::vector<std::string> chunks;
     RecordGatherer gatherer {
-        runLoop, 6, [this](std::string_view chunk) { chunks.emplace_back(chunk); }};
+        runLoop, deviceRecordShape, [this](std::string_view chunk) { chunks.emplace_back(chunk); }};
 
     std::string joined() const
     {
@@ -36,7 +37,7 @@ TEST(RecordGatherer, LosesNoRecordHoweverTheReadsFall)
             if (end < stream.size() && (cuts >> (end - 1) & 1U) == 0)
                 continue;
             gathering.gatherer.receive(std::string_view(stream).substr(begin, end - begin));
-            gathering.runLoop.advance(Seconds(0.019));
+            gathering.runLoop.advance(Seconds(end % 2 == 0 ? 0.019 : 1.5));
             begin = end;
         }
         ASSERT_EQ(gathering.joined(), stream) << "cuts " << cuts;
@@ -46,13 +47,36 @@ TEST(RecordGatherer, LosesNoRecordHoweverTheReadsFall)
     }
 }
 
-TEST(RecordGatherer, HandsARestOnAfterSilenceSoThatTheNextBurstIsClean)
+TEST(RecordGatherer, KeepsWhatIsNoRecordApartFromTheNextBurst)
+{
+    struct {
+        char const* what;
+        std::vector<std::string> bursts;
+        std::vector<std::string> chunks;
+    } const cases[] {
+        {"a stray byte before a record", {"#+0101a", "+0202b"}, {"#+0101a", "+0202b"}},
+        {"a stray byte after a record", {"+0101a#", "+0202b"}, {"+0101a#", "+0202b"}},
+        {"a lost digit", {"+011a+0202b", "+0303c"}, {"+011a+0202b", "+0303c"}},
+        {"a beginning whose end is lost", {"+0101a+02", "+0303c"}, {"+0101a", "+02", "+0303c"}},
+        {"a lost filler", {"+0101", "+0202b"}, {"+0101", "+0202b"}},
+        {"a beginning twice lost", {"+01", "+02", "+0303c"}, {"+01", "+02", "+0303c"}},
+        {"a filler of two bytes, cut", {"+0101\xc3", "\xa9"}, {"+0101\xc3", "\xa9"}},
+    };
+    for (auto const& [what, bursts, chunks] : cases) {
+        Gathering gathering;
+        for (auto const& burst : bursts) {
+            gathering.gatherer.receive(burst);
+            gathering.runLoop.advance(Seconds(0.021));
+        }
+        EXPECT_EQ(gathering.chunks, chunks) << what;
+    }
+}
+
+TEST(RecordGatherer, HandsWholeRecordsOnWithoutWaitingForACutOne)
 {
     Gathering gathering;
-    gathering.gatherer.receive("#+0101a");
-    gathering.runLoop.advance(Seconds(0.021));
-    gathering.gatherer.receive("+0202b");
-    EXPECT_EQ(gathering.chunks, (std::vector<std::string> {"#+0101a", "+0202b"}));
+    gathering.gatherer.receive("+0101a-0202b+03");
+    EXPECT_EQ(gathering.chunks, (std::vector<std::string> {"+0101a-0202b"}));
 }
 
 TEST(RecordGatherer, DoesNotGrowUnderNoiseWithoutAPause)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/DeviceRecord.h"
 #include "core/TensioManager.h"
 #include "output/CsvReport.h"
 #include "platform/qt/MainQueue.h"
@@ -23,7 +24,7 @@ public:
     {
         QtSerialPort::Place const place {
             SerialPortManager::deviceNameFragment, QString::fromStdString(m_path)};
-        return {std::make_shared<QtSerialPort>(place, 6, m_scheduler, m_queue)};
+        return {std::make_shared<QtSerialPort>(place, deviceRecordShape, m_scheduler, m_queue)};
     }
 
 private:

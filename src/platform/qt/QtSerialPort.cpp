@@ -9,11 +9,10 @@
 
 namespace tensio {
 
-QtSerialPort::QtSerialPort(
-    Place place, std::size_t recordWidth, Scheduler& scheduler, MainQueue& queue)
+QtSerialPort::QtSerialPort(Place place, RecordShape shape, Scheduler& scheduler, MainQueue& queue)
     : m_place(std::move(place))
     , m_queue(queue)
-    , m_gatherer(scheduler, recordWidth,
+    , m_gatherer(scheduler, shape,
           [this](std::string_view chunk) {
               tell([bytes = std::string(chunk)](
                        SerialPortDelegate& delegate) { delegate.serialPortDidReceiveData(bytes); });

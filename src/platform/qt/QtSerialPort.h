@@ -28,7 +28,7 @@ public:
     };
 
     // The scheduler and the queue must outlive the port.
-    QtSerialPort(Place place, std::size_t recordWidth, Scheduler& scheduler, MainQueue& queue);
+    QtSerialPort(Place place, RecordShape shape, Scheduler& scheduler, MainQueue& queue);
     ~QtSerialPort() override;
 
     std::string name() const override { return m_place.name; }

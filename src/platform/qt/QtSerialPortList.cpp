@@ -10,7 +10,6 @@ namespace tensio {
 
 namespace {
 
-constexpr std::size_t recordWidth = 6;
 constexpr quint16 bridgeVendor = 0x10c4;
 
 QString listedName(QSerialPortInfo const& info)
@@ -29,13 +28,13 @@ std::vector<std::shared_ptr<SerialPort>> QtSerialPortList::availablePorts()
     std::vector<std::shared_ptr<SerialPort>> ports;
     for (auto const& info : QSerialPortInfo::availablePorts()) {
         QtSerialPort::Place const place {listedName(info).toStdString(), info.systemLocation()};
-        ports.push_back(std::make_shared<QtSerialPort>(place, recordWidth, m_lineTimers, m_queue));
+        ports.push_back(std::make_shared<QtSerialPort>(place, m_shape, m_lineTimers, m_queue));
     }
     for (auto const& path : virtualPorts()) {
         QFileInfo const link(path);
         // Opened under the terminal's own name, for which the system keeps its locks.
         QtSerialPort::Place const place {link.fileName().toStdString(), link.canonicalFilePath()};
-        auto const port = std::make_shared<QtSerialPort>(place, recordWidth, m_lineTimers, m_queue);
+        auto const port = std::make_shared<QtSerialPort>(place, m_shape, m_lineTimers, m_queue);
         QObject::connect(port.get(), &QtSerialPort::openChanged, port.get(),
             [this](bool isOpen) { isVirtualPortOpen.setValue(isOpen); });
         ports.push_back(port);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/RecordShape.h"
 #include "platform/SerialPort.h"
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/QtRunLoop.h"
@@ -12,8 +13,9 @@ namespace tensio {
 class QtSerialPortList : public SerialPortList {
 public:
     // The queue must outlive the list, the list its ports.
-    explicit QtSerialPortList(MainQueue& queue)
+    QtSerialPortList(MainQueue& queue, RecordShape shape)
         : m_queue(queue)
+        , m_shape(shape)
     {
     }
 
@@ -24,6 +26,7 @@ public:
 
 private:
     MainQueue& m_queue;
+    RecordShape m_shape;
     // A panel holds back what the ports tell. On the line time goes on: where a burst ended must
     // be seen even then.
     MainQueue m_lineQueue;

@@ -1,5 +1,6 @@
 #include "platform/qt/QtSerialPort.h"
 
+#include "core/DeviceRecord.h"
 #include "device-simulator/PressingStory.h"
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/QtRunLoop.h"
@@ -62,8 +63,8 @@ struct Line {
 
     std::unique_ptr<QtSerialPort> makePort(QString const& node)
     {
-        auto made
-            = std::make_unique<QtSerialPort>(QtSerialPort::Place {"port", node}, 6, runLoop, queue);
+        auto made = std::make_unique<QtSerialPort>(
+            QtSerialPort::Place {"port", node}, deviceRecordShape, runLoop, queue);
         made->setDelegate(&listener);
         made->setBaudRate(19200);
         return made;
@@ -125,7 +126,7 @@ TEST(QtSerialPort, TellsALossOnceAfterEverythingThatArrived)
     while (flood.elapsed() < 20)
         QCoreApplication::processEvents();
     EXPECT_EQ(line.listener.events, (Texts {"opened", "data", "removed", "closed"}));
-    EXPECT_EQ(line.listener.data, "+0101a+02");
+    EXPECT_EQ(line.listener.chunks, (Texts {"+0101a", "+02"}));
 }
 
 TEST(QtSerialPort, TellsALossAlsoInSilence)
@@ -217,7 +218,7 @@ namespace {
 struct Published {
     QTemporaryDir runtime;
     Line line;
-    QtSerialPortList list {line.queue};
+    QtSerialPortList list {line.queue, deviceRecordShape};
 
     Published()
     {
