@@ -1,16 +1,19 @@
 #include "app/MainWindowController.h"
 #include "core/Utf16.h"
+#include "output/ListPrintView.h"
 #include "panels/HistorySlice.h"
+#include "printing/PdfReport.h"
 #include "support/Session.h"
 
 #include <QLabel>
+#include <QPageLayout>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
 using namespace tensio;
 
-TEST(OddReadings, HarmNeitherGaugeNorGraphNorAverageNorFile)
+TEST(OddReadings, HarmNeitherGaugeNorGraphNorAverageNorFiles)
 {
     struct Row {
         std::string record;
@@ -44,5 +47,10 @@ TEST(OddReadings, HarmNeitherGaugeNorGraphNorAverageNorFile)
         EXPECT_NE(session.saving.written.find(encodeUtf16("0.05\t" + cell + "\t").substr(2)),
             std::string::npos)
             << record;
+        ListPrintView list("山田", session.manager.measurementList.measurements());
+        QPageLayout const paper(
+            QPageSize(QPageSize::A4), QPageLayout::Portrait, QMarginsF(72.0, 72.0, 72.0, 72.0));
+        auto const pdf = PdfReport(paper).render(list);
+        EXPECT_TRUE(pdf && pdf->starts_with("%PDF") && pdf->size() > 1000) << record;
     }
 }
