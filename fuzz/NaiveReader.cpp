@@ -160,6 +160,17 @@ bool isAsTheDeviceWrites(std::string_view text)
     return true;
 }
 
+// Where records begin that are as the device writes them, last to the end and have that many bytes,
+// but are shifted against the beginning of the text; 0 when there are none.
+std::size_t shiftedStart(std::string_view text, std::size_t leastBytes)
+{
+    for (std::size_t start = 1; start + leastBytes <= text.size(); ++start) {
+        if (start % recordCharacters != 0 && isAsTheDeviceWrites(text.substr(start)))
+            return start;
+    }
+    return 0;
+}
+
 void readChunk(std::string_view chunk, int milliseconds, std::vector<Reading>& readings)
 {
     auto const characters = charactersOf(chunk);
@@ -197,11 +208,16 @@ std::vector<Reading> readNaively(FuzzInput const& input)
         readChunk(held.substr(0, length), time, readings);
         held.erase(0, length);
     };
+    auto const giveUp = [&](int time) {
+        if (held.size() % recordCharacters != 0 || shiftedStart(held, 2) == 0)
+            readChunk(held, time, readings);
+        held.clear();
+    };
     auto const fallSilent = [&](int pause) {
         if (!held.empty() && pause >= silenceMilliseconds) {
             isCut = isAsTheDeviceWrites(held);
             if (!isCut)
-                read(held.size(), now + silenceMilliseconds);
+                giveUp(now + silenceMilliseconds);
         }
         now += pause;
     };
@@ -211,14 +227,17 @@ std::vector<Reading> readNaively(FuzzInput const& input)
             held.clear();
         isCut = false;
         held += bytes;
-        if (held.size() % recordCharacters == 0 || held.size() > mostHeld)
-            read(held.size(), now);
-        else if (isAsTheDeviceWrites(held))
+        read(shiftedStart(held, 2 * recordCharacters), now);
+        if (isAsTheDeviceWrites(held))
             read(held.size() / recordCharacters * recordCharacters, now);
+        else if (held.size() > mostHeld)
+            giveUp(now);
+        else if (held.size() % recordCharacters == 0 && shiftedStart(held, 1) == 0)
+            read(held.size(), now);
     }
     fallSilent(input.restMilliseconds);
     if (input.endsByPulling)
-        readChunk(held, now, readings);
+        giveUp(now);
     return readings;
 }
 

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -14,6 +15,8 @@ namespace tensio {
 // Of bytes that are records without doubt the whole ones go at once and the cut one waits until its
 // rest comes, however long: a bridge may send seldom. Any other rest waits for 20 ms of silence,
 // then goes as it is, so that noise costs at most the burst it came in.
+// A stray or a lost byte shifts a stream that knows no silence: two records beyond doubt that begin
+// off the beat are where reading goes on, and until then nothing is read that might be shifted.
 class RecordGatherer {
 public:
     static constexpr Seconds silence {0.020};
@@ -24,6 +27,7 @@ public:
 
     RecordGatherer(Scheduler& scheduler, RecordShape shape, Deliver deliver);
 
+    // What is delivered must not call the gatherer, nor end it.
     void receive(std::string_view bytes);
     // Hands on what is held, whole or not.
     void flush();
@@ -32,6 +36,8 @@ public:
 private:
     void fallSilent();
     void handOn(std::size_t length);
+    std::optional<std::size_t> startOffBeat(std::size_t from, std::size_t leastBytes) const;
+    std::size_t tail() const;
 
     Scheduler& m_scheduler;
     RecordShape m_shape;

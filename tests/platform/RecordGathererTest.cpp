@@ -3,7 +3,9 @@
 #include "core/DeviceRecord.h"
 #include "support/ManualRunLoop.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
 
 using namespace tensio;
 
@@ -77,6 +79,43 @@ TEST(RecordGatherer, HandsWholeRecordsOnWithoutWaitingForACutOne)
     Gathering gathering;
     gathering.gatherer.receive("+0101a-0202b+03");
     EXPECT_EQ(gathering.chunks, (std::vector<std::string> {"+0101a-0202b"}));
+}
+
+TEST(RecordGatherer, ReadsNothingWrongInAStreamThatALostOrStrayByteShifts)
+{
+    struct {
+        char const* what;
+        std::string head;
+        std::string record;
+        float pressure;
+    } const cases[] {
+        {"a stray byte", "#", "+0235X", 23.5f},
+        {"a stray sign", "+", "+0235X", 23.5f},
+        {"a stray byte before negative readings", "#", "-1235X", -123.5f},
+        {"opened in mid-record, the filler a digit", "2357", "+02357", 23.5f},
+        {"a byte lost later", "+0235\n+0235\n+025\n", "+0235\n", 23.5f},
+        {"a filler lost that is a sign", "+0235++0235", "+0235+", 23.5f},
+        {"signs for fillers", "35+", "+0235+", 23.5f},
+    };
+    for (auto const& [what, head, record, pressure] : cases) {
+        for (std::size_t const length : {1U, 5U, 6U, 7U, 32U, 64U, 600U}) {
+            Gathering gathering;
+            auto stream = head;
+            for (int count = 0; count < 1000; ++count)
+                stream += record;
+            for (std::size_t begin = 0; begin < stream.size(); begin += length) {
+                gathering.gatherer.receive(std::string_view(stream).substr(begin, length));
+                gathering.runLoop.advance(Seconds(0.003));
+            }
+            gathering.gatherer.flush();
+            std::vector<float> read;
+            for (auto const& chunk : gathering.chunks)
+                std::ranges::copy(readRecords(chunk), std::back_inserter(read));
+            EXPECT_GE(read.size(), 890U) << what << ", pieces of " << length;
+            EXPECT_EQ(std::ranges::count(read, pressure), std::ssize(read))
+                << what << ", pieces of " << length;
+        }
+    }
 }
 
 TEST(RecordGatherer, DoesNotGrowUnderNoiseWithoutAPause)
