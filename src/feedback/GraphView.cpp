@@ -57,7 +57,12 @@ void GraphView::setUp(ImageView& maxPressureImage, ImageView& targetPressureImag
 
 void GraphView::paintEvent(QPaintEvent* /*event*/)
 {
-    QPainter(this).drawImage(0, 0, frame(size() * devicePixelRatioF(), devicePixelRatioF()));
+    QPainter painter(this);
+    // At a fractional scale the picture may end a pixel short of the view: the border goes on
+    // there.
+    painter.fillRect(QRect(width() - 1, 0, 1, height()), Qt::black);
+    painter.fillRect(QRect(0, height() - 1, width(), 1), Qt::black);
+    painter.drawImage(0, 0, frame(size() * devicePixelRatioF(), devicePixelRatioF()));
     placeMarkers();
     if (!m_isSettled)
         Q_EMIT needsFrame();

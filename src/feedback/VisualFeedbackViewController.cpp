@@ -104,8 +104,10 @@ void VisualFeedbackViewController::observeChanges()
     onChange(m_viewModel.targetPressure, [this](float) { redraw(); });
     onChange(m_viewModel.shouldReset, [this](bool shouldReset) {
         auto* plotter = m_ui->graphView->plotter();
-        if (shouldReset && plotter)
+        if (shouldReset && plotter) {
             plotter->reset();
+            redraw();
+        }
     });
 }
 
