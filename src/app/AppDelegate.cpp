@@ -2,6 +2,7 @@
 
 #include "core/TensioManager.h"
 
+#include <QGuiApplication>
 #include <QMenu>
 
 #include <utility>
@@ -27,7 +28,10 @@ AppDelegate::AppDelegate(
 void AppDelegate::applicationDidFinishLaunching()
 {
     m_tensioManager.setUpTargetPressureMenu(m_defaultTargetMenu);
-    m_statusItem.show();
+    // Under X a status bar may come later. Elsewhere it cannot, and Qt complains when it is
+    // missing.
+    bool const mayComeLater = QGuiApplication::platformName() == QStringLiteral("xcb");
+    m_statusItem.setVisible(mayComeLater || QSystemTrayIcon::isSystemTrayAvailable());
 }
 
 void AppDelegate::applicationWillTerminate()
