@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "toolkit/GrantedSizes.h"
 #include "toolkit/Resources.h"
 #include "toolkit/StyleSheet.h"
 
@@ -50,6 +51,8 @@ void prepareLook()
     QFont font(QStringLiteral("Noto Sans CJK JP"));
     font.setPixelSize(14);
     QApplication::setFont(font);
+    if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
+        new GrantedSizes(*qApp);
     // Alerts and system panels; the windows of the design carry their own, scaled.
     qApp->setStyleSheet(styleSheet(1.0));
 }

@@ -1,10 +1,14 @@
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
+#include "toolkit/GrantedSizes.h"
 #include "toolkit/Picture.h"
 #include "toolkit/StyleSheet.h"
 
+#include <QApplication>
 #include <QFontMetrics>
+#include <QTest>
 #include <QWidget>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 #include <stdexcept>
@@ -33,6 +37,17 @@ TEST(DesignFrame, PlacesLateComersAtTheScaleTheirTreeIsShownAt)
     scaleDesign(root, 1.0);
     EXPECT_EQ(late.geometry(), QRect(10, 10, 21, 21));
     EXPECT_EQ(flipped(QRectF(1.0, 2.0, 3.0, 4.0), 100.0), QRectF(1.0, 94.0, 3.0, 4.0));
+}
+
+TEST(GrantedSizes, AWindowOfAFixedSizeTakesALargerOne)
+{
+    GrantedSizes const granted(*qApp);
+    QWidget widget;
+    widget.setFixedSize(100, 100);
+    widget.show();
+    ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
+    EXPECT_GE(widget.windowHandle()->maximumWidth(), 8000);
+    EXPECT_GE(widget.windowHandle()->maximumHeight(), 8000);
 }
 
 TEST(StyleSheet, ScalesItsLengthsAndKeepsHairlines)
