@@ -1,24 +1,12 @@
 #include "platform/qt/QtAlerts.h"
 
+#include "platform/qt/FrontWindow.h"
 #include "platform/qt/MainQueue.h"
 
-#include <QApplication>
 #include <QMessageBox>
 #include <QPushButton>
 
 namespace tensio {
-
-namespace {
-
-// A dialog may be open without being the active window, when the user looks at another program.
-QWidget* frontWindow()
-{
-    if (auto* modal = QApplication::activeModalWidget())
-        return modal;
-    return QApplication::activeWindow();
-}
-
-} // namespace
 
 std::size_t QtAlerts::runModal(
     AlertStyle style, std::string const& message, std::vector<std::string> const& buttons)

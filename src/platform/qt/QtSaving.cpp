@@ -1,8 +1,8 @@
 #include "platform/qt/QtSaving.h"
 
+#include "platform/qt/FrontWindow.h"
 #include "platform/qt/MainQueue.h"
 
-#include <QApplication>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QSaveFile>
@@ -40,8 +40,8 @@ std::optional<std::string> QtSavePanel::runModal(std::string const& fileType)
 {
     auto const type = QString::fromStdString(fileType);
     auto const hold = m_queue.hold();
-    QFileDialog panel(QApplication::activeWindow(), QStringLiteral("名前を付けて保存"),
-        startingFolder(), QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type));
+    QFileDialog panel(frontWindow(), QStringLiteral("名前を付けて保存"), startingFolder(),
+        QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type));
     panel.setAcceptMode(QFileDialog::AcceptSave);
     panel.setDefaultSuffix(type);
     if (panel.exec() != QDialog::Accepted)
