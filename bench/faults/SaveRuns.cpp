@@ -8,7 +8,10 @@
 #include <QTemporaryDir>
 #include <QTimer>
 
+#include <cerrno>
 #include <gtest/gtest.h>
+#include <initializer_list>
+#include <limits>
 #include <map>
 #include <random>
 #include <sys/mount.h>
@@ -115,6 +118,78 @@ int saveWith(Target const& target, QString const& call, int count, QString const
     return strace.exitStatus() == QProcess::NormalExit ? strace.exitCode() : -1;
 }
 
+struct Levels {
+    int all = 0;
+    int wrong = 0;
+    int successes = 0;
+    int lastError = 0; // of the writing that filled the disk
+
+    std::string text(std::string const& disk) const
+    {
+        return std::to_string(all) + " fill levels of " + disk + ": " + std::to_string(wrong)
+            + " torn, false or left over, " + std::to_string(successes) + " with room";
+    }
+};
+
+constexpr int page = 4096;
+
+// Fills the disk with a file of at most so many bytes; how many there were room for.
+qint64 fill(QFile& file, qint64 most)
+{
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    qint64 written = 0;
+    while (written < most && file.write(QByteArray(page, 'f')) == page)
+        written += page;
+    syncfs(file.handle());
+    return written;
+}
+
+void empty(QFile& file)
+{
+    file.resize(0);
+    syncfs(file.handle());
+    file.remove();
+}
+
+// From no room at all to so many pages more than the file has.
+Levels saveAtEveryFillLevel(QString const& place, int sparePages)
+{
+    QDir const folder(place);
+    auto const path = folder.filePath(QStringLiteral("結果.csv")).toStdString();
+    std::string const bytes(size, 'n');
+    QtFileWriter writer;
+    EXPECT_TRUE(writer.writeAtomically(path, "old"));
+    QFile filler(folder.filePath(QStringLiteral("filler")));
+    Levels levels;
+    auto const capacity = fill(filler, std::numeric_limits<qint64>::max());
+    levels.lastError = errno;
+    empty(filler);
+    for (int room = 0; room <= size + sparePages * page; room += page) {
+        EXPECT_TRUE(writer.writeAtomically(path, "old"));
+        fill(filler, capacity - room);
+        bool const claims = writer.writeAtomically(path, bytes);
+        QFile file(QString::fromStdString(path));
+        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+        auto const expected = claims ? QByteArray::fromStdString(bytes) : QByteArray("old");
+        levels.wrong += file.readAll() == expected ? 0 : 1;
+        levels.wrong += folder.entryList(QDir::Files | QDir::Hidden).size() == 2 ? 0 : 1;
+        levels.successes += claims ? 1 : 0;
+        ++levels.all;
+        empty(filler);
+    }
+    EXPECT_EQ(levels.wrong, 0);
+    EXPECT_GT(levels.successes, 0);
+    EXPECT_GT(levels.all - levels.successes, size / page - 2);
+    return levels;
+}
+
+bool hasRun(std::initializer_list<QString> const& words)
+{
+    QStringList command(words);
+    auto const program = command.takeFirst();
+    return QProcess::execute(program, command) == 0;
+}
+
 } // namespace
 
 TEST(SaveRuns, EverySystemCallFailsOnce)
@@ -125,7 +200,8 @@ TEST(SaveRuns, EverySystemCallFailsOnce)
         auto const calls = callsOfASave(exists);
         ASSERT_GE(calls.size(), 10U);
         for (auto const& [call, count] : calls) {
-            for (auto const* error : {"error=ENOSPC", "error=EIO", "error=EINTR", "error=EACCES"}) {
+            for (auto const* error :
+                {"error=ENOSPC", "error=EIO", "error=EINTR", "error=EACCES", "error=EDQUOT"}) {
                 Target const target(exists);
                 auto const result = saveWith(target, call, count, QString::fromLatin1(error));
                 auto const before = tally;
@@ -141,7 +217,7 @@ TEST(SaveRuns, EverySystemCallFailsOnce)
     EXPECT_EQ(tally.torn, 0);
     EXPECT_EQ(tally.falseSuccesses, 0);
     EXPECT_GT(tally.runs - claims, 20) << "calls that matter must be among them";
-    report("each system call refused with 4 errors: " + tally.text());
+    report("each system call refused with 5 errors: " + tally.text());
 }
 
 TEST(SaveRuns, KilledAtEverySystemCall)
@@ -188,34 +264,30 @@ TEST(SaveRuns, EveryFillLevelOfASmallDisk)
     auto const place = folder.path().toLocal8Bit();
     if (mount("tmpfs", place.constData(), "tmpfs", 0, "size=1m") != 0)
         GTEST_SKIP() << "only root mounts a small disk";
-    auto const path = folder.filePath(QStringLiteral("結果.csv")).toStdString();
-    QtFileWriter writer;
-    int levels = 0;
-    int wrong = 0;
-    int successes = 0;
-    constexpr int page = 4096;
-    std::string const bytes(size, 'n');
-    for (int room = 0; room <= size + 2 * page; room += page) {
-        EXPECT_TRUE(writer.writeAtomically(path, "old"));
-        QFile filler(folder.filePath(QStringLiteral("filler")));
-        EXPECT_TRUE(filler.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-        while (filler.write(QByteArray(page, 'f')) == page) { }
-        filler.resize(filler.size() / page * page - room);
-        bool const claims = writer.writeAtomically(path, bytes);
-        QFile file(QString::fromStdString(path));
-        EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-        wrong += file.readAll() == (claims ? QByteArray::fromStdString(bytes) : QByteArray("old"))
-            ? 0
-            : 1;
-        wrong += QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size() == 2 ? 0 : 1;
-        successes += claims ? 1 : 0;
-        ++levels;
-        filler.remove();
-    }
+    auto const levels = saveAtEveryFillLevel(folder.path(), 2);
     umount(place.constData());
-    EXPECT_EQ(wrong, 0);
-    EXPECT_GT(successes, 0);
-    EXPECT_GT(levels - successes, size / page - 2);
-    report(std::to_string(levels) + " fill levels of a small disk: " + std::to_string(wrong)
-        + " torn, false or left over, " + std::to_string(successes) + " with room");
+    report(levels.text("a small disk"));
+}
+
+TEST(SaveRuns, EveryFillLevelOfAQuota)
+{
+    QTemporaryDir folder;
+    auto const image = folder.filePath(QStringLiteral("image"));
+    auto const place = folder.filePath(QStringLiteral("disk"));
+    QDir().mkdir(place);
+    if (!hasRun({QStringLiteral("truncate"), QStringLiteral("-s"), QStringLiteral("256M"), image})
+        || !hasRun({QStringLiteral("mkfs.btrfs"), QStringLiteral("-q"), image})
+        || !hasRun(
+            {QStringLiteral("mount"), QStringLiteral("-o"), QStringLiteral("loop"), image, place}))
+        GTEST_SKIP() << "only root mounts a disk with quotas";
+    EXPECT_TRUE(hasRun(
+        {QStringLiteral("btrfs"), QStringLiteral("quota"), QStringLiteral("enable"), place}));
+    EXPECT_TRUE(hasRun({QStringLiteral("btrfs"), QStringLiteral("quota"), QStringLiteral("rescan"),
+        QStringLiteral("-w"), place}));
+    EXPECT_TRUE(hasRun({QStringLiteral("btrfs"), QStringLiteral("qgroup"), QStringLiteral("limit"),
+        QStringLiteral("1M"), QStringLiteral("0/5"), place}));
+    auto const levels = saveAtEveryFillLevel(place, 128);
+    EXPECT_TRUE(hasRun({QStringLiteral("umount"), place}));
+    EXPECT_EQ(levels.lastError, EDQUOT);
+    report(levels.text("a quota"));
 }
