@@ -3,11 +3,11 @@
 #include "core/NumberFormat.h"
 #include "core/NumberText.h"
 #include "core/TensioManager.h"
+#include "panels/NameValidator.h"
 #include "panels/UserInfoWindow.h"
 #include "toolkit/DesignFrame.h"
 #include "ui_UserInfo.h"
 
-#include <QRegularExpressionValidator>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -60,9 +60,7 @@ UserInfoViewController::~UserInfoViewController()
 
 void UserInfoViewController::viewDidLoad()
 {
-    // A name is one cell of a table.
-    m_ui->nameInput->setValidator(new QRegularExpressionValidator(
-        QRegularExpression(QStringLiteral("[^\\t\\r\\n]*")), m_ui->nameInput));
+    m_ui->nameInput->setValidator(new NameValidator(m_ui->nameInput));
     m_ui->pressureInput->setText(pressureText(m_tensioManager.defaultTargetPressure.value()));
     m_ui->nameInput->setText(QString::fromStdString(m_tensioManager.username.value()));
     m_subscriptions.push_back(m_tensioManager.connectAction.observe([this](auto const& event) {
