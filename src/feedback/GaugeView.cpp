@@ -20,10 +20,8 @@ void GaugeView::paintEvent(QPaintEvent* /*event*/)
 {
     auto const designSize = designFrame(*this).size();
     auto const upward = upwardTransform(designSize, size());
-    auto const inner = upward
-                           .mapRect(QRectF(border, border, designSize.width() - 2.0 * border,
-                               designSize.height() - 2.0 * border))
-                           .toRect();
+    auto const inner = wholePixels(upward.mapRect(QRectF(
+        border, border, designSize.width() - 2.0 * border, designSize.height() - 2.0 * border)));
 
     QPainter painter(this);
     painter.fillRect(rect(), Qt::black);

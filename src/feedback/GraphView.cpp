@@ -94,7 +94,7 @@ void GraphView::paint(QRect area, QTransform const& toDevice)
     painter.drawImage(area, m_background, area);
     painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setClipRect(toDevice.mapRect(inside(designFrame(*this).size())).toRect() & area);
+    painter.setClipRect(wholePixels(toDevice.mapRect(inside(designFrame(*this).size()))) & area);
     painter.setTransform(toDevice);
     drawLine(painter, m_ground.targetHeight, m_ground.targetColor);
     drawLine(painter, m_ground.maxHeight, colorFromHexString(QStringLiteral("#4dd736")));
@@ -125,7 +125,7 @@ QImage GraphView::renderBackground(QSize size) const
     background.fill(Qt::black);
     auto const designSize = designFrame(*this).size();
     auto const toDevice = upwardTransform(designSize, size);
-    auto const inner = toDevice.mapRect(inside(designSize)).toRect();
+    auto const inner = wholePixels(toDevice.mapRect(inside(designSize)));
     QPainter painter(&background);
     painter.fillRect(inner, colorFromHexString(QStringLiteral("#001c58")));
     painter.setClipRect(inner);

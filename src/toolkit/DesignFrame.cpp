@@ -6,8 +6,6 @@
 #include <QVariant>
 #include <QWidget>
 
-#include <cmath>
-
 namespace tensio {
 
 namespace {
@@ -16,17 +14,9 @@ constexpr auto frameProperty = "designFrame";
 constexpr auto iconProperty = "designIconSize";
 constexpr auto scaleProperty = "designScale";
 
-int toPixels(double units, double scale)
-{
-    return static_cast<int>(std::lround(units * scale));
-}
-
-// Edges are rounded, not sizes, so that neighbours stay neighbours.
 QRect scaled(QRectF frame, double scale)
 {
-    QPoint const topLeft(toPixels(frame.left(), scale), toPixels(frame.top(), scale));
-    QPoint const bottomRight(toPixels(frame.right(), scale), toPixels(frame.bottom(), scale));
-    return {topLeft, QSize(bottomRight.x() - topLeft.x(), bottomRight.y() - topLeft.y())};
+    return wholePixels({frame.topLeft() * scale, frame.bottomRight() * scale});
 }
 
 void scaleIcon(QAbstractButton& button, double scale)
@@ -85,6 +75,13 @@ void scaleDesign(QWidget& root, double scale)
     root.resize(scaled(frame, scale).size());
     root.setStyleSheet(styleSheet(scale));
     scaleChildren(root, scale);
+}
+
+QRect wholePixels(QRectF rect)
+{
+    QPoint const topLeft(qRound(rect.left()), qRound(rect.top()));
+    QPoint const end(qRound(rect.right()), qRound(rect.bottom()));
+    return {topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())};
 }
 
 QRectF flipped(QRectF frame, double parentHeight)

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <QRectF>
+#include <QRect>
 
 class QWidget;
 
@@ -22,6 +22,10 @@ double designScale(QWidget const& widget);
 // Gives the root and all that stand in it their size, icon and style for the scale. The root's
 // position is its owner's.
 void scaleDesign(QWidget& root, double scale);
+
+// The nearest whole pixels. Edges are rounded, not sizes, so that neighbours stay neighbours and
+// borders equally wide.
+QRect wholePixels(QRectF rect);
 
 // The same rectangle with y growing the other way in a parent of that height.
 QRectF flipped(QRectF frame, double parentHeight);

@@ -65,9 +65,8 @@ QImage restroke(Plotter const& plotter, QImage const& ground)
     }
     auto picture = ground;
     QPainter painter(&picture);
-    painter.setClipRect(
-        toDevice.mapRect(QRectF(2.0, 2.0, designSize.width() - 4.0, designSize.height() - 4.0))
-            .toRect());
+    painter.setClipRect(wholePixels(
+        toDevice.mapRect(QRectF(2.0, 2.0, designSize.width() - 4.0, designSize.height() - 4.0))));
     painter.drawImage(0, 0, sweeps);
     painter.end();
     return picture;

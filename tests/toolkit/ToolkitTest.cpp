@@ -36,6 +36,7 @@ TEST(DesignFrame, PlacesLateComersAtTheScaleTheirTreeIsShownAt)
     EXPECT_EQ(late.geometry(), early.geometry());
     scaleDesign(root, 1.0);
     EXPECT_EQ(late.geometry(), QRect(10, 10, 21, 21));
+    EXPECT_EQ(wholePixels(QRectF(1.344, 1.344, 40.312, 40.312)), QRect(1, 1, 41, 41));
     EXPECT_EQ(flipped(QRectF(1.0, 2.0, 3.0, 4.0), 100.0), QRectF(1.0, 94.0, 3.0, 4.0));
 }
 
