@@ -4,6 +4,7 @@
 #include "core/TensioManager.h"
 #include "panels/UserInfoViewController.h"
 #include "toolkit/ButtonCommand.h"
+#include "toolkit/OppositeButtons.h"
 #include "ui_InfoControls.h"
 
 #include <array>
@@ -63,8 +64,7 @@ void InfoControlsViewController::showReadOuts()
 
 void InfoControlsViewController::showMeasuringState(bool isMeasuring)
 {
-    m_ui->startButton->setEnabled(!isMeasuring);
-    m_ui->finishButton->setEnabled(isMeasuring);
+    enableOppositeButtons(*m_ui->startButton, !isMeasuring, *m_ui->finishButton, isMeasuring);
     m_ui->statusImageView->setPicture(
         Picture::named(isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off")));
     m_ui->statusLabel->setText(isMeasuring ? QStringLiteral("測定中") : QStringLiteral("待機中"));

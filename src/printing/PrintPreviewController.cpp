@@ -5,6 +5,7 @@
 #include "platform/Alerts.h"
 #include "printing/PageDrawing.h"
 #include "printing/PrintPanels.h"
+#include "toolkit/OppositeButtons.h"
 #include "ui_PrintPreview.h"
 
 #include <QDialog>
@@ -103,8 +104,7 @@ void PrintPreviewController::showPosition()
     int const page = m_preview->currentPage();
     int const count = m_preview->pageCount();
     m_ui->positionLabel->setText(QStringLiteral("%1 / %2 ページ").arg(page).arg(count));
-    m_ui->previousButton->setEnabled(page > 1);
-    m_ui->nextButton->setEnabled(page < count);
+    enableOppositeButtons(*m_ui->previousButton, page > 1, *m_ui->nextButton, page < count);
     m_ui->zoomLabel->setText(QStringLiteral("%1%").arg(qRound(m_preview->zoomFactor() * 100.0)));
 }
 

@@ -77,9 +77,11 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     EXPECT_EQ(preview.position(), "1 / 2 ページ");
     EXPECT_FALSE(preview.find<QPushButton>("previousButton").isEnabled());
     EXPECT_FALSE(preview.find<QPushButton>("selectedButton").isEnabled()) << "nothing is selected";
+    preview.find<QPushButton>("nextButton").setFocus();
     preview.click("nextButton");
     EXPECT_EQ(preview.position(), "2 / 2 ページ");
     EXPECT_FALSE(preview.find<QPushButton>("nextButton").isEnabled());
+    EXPECT_TRUE(preview.find<QPushButton>("previousButton").hasFocus()) << "not the zoom";
     preview.click("gridButton");
     EXPECT_EQ(preview.position(), "2 / 8 ページ");
 
