@@ -1,6 +1,7 @@
 #include "controls/PopUpButton.h"
 #include "panels/InfoControlsViewController.h"
 #include "support/Session.h"
+#include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
 
 #include <QLabel>
@@ -61,6 +62,24 @@ TEST(InfoControls, ReadOutsShowOneDecimalAtACalmRate)
     EXPECT_EQ(panel.text("currentPressureLabel"), QStringLiteral("100.0"));
 }
 
+TEST(InfoControls, TheDecimalPointStandsStill)
+{
+    Panel panel;
+    scaleDesign(panel.view, 1.0);
+    panel.window.show();
+    auto const pictureOfDecimal = [&](float pressure) {
+        panel.session.runLoop.advance(Seconds(1.0));
+        panel.session.manager.currentPressure.setValue(pressure);
+        auto& label = panel.find<QLabel>("currentPressureLabel");
+        int const width = label.fontMetrics().horizontalAdvance(QStringLiteral(".5"));
+        return label.grab(QRect(label.width() - width, 0, width, label.height())).toImage();
+    };
+    auto const oneDigit = pictureOfDecimal(5.5f);
+    EXPECT_EQ(pictureOfDecimal(25.5f), oneDigit);
+    EXPECT_EQ(pictureOfDecimal(125.5f), oneDigit);
+    EXPECT_NE(pictureOfDecimal(25.6f), oneDigit);
+}
+
 TEST(InfoControls, HasDataFollowsTheSliceFromItsFirstChange)
 {
     Session session;
@@ -99,9 +118,11 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
 
     panel.session.connect();
     panel.expectState(true);
+    EXPECT_EQ(panel.window.focusWidget()->objectName(), QStringLiteral("finishButton"));
     panel.session.press({10.0});
     panel.click("finishButton");
     panel.expectState(false);
+    EXPECT_EQ(panel.window.focusWidget()->objectName(), QStringLiteral("startButton"));
     EXPECT_TRUE(panel.alerts.messages.empty());
     panel.alerts.answer = 1;
     panel.click("startButton");
