@@ -20,6 +20,8 @@ namespace {
 constexpr double firstTileX = 139.0;
 constexpr double gap = 4.0;
 constexpr double bottom = 7.0;
+// No text comes closer to the edge of a tile.
+constexpr double leastMargin = 6.0;
 // Top of the Japanese em box over the baseline. The line box of the typeface is taller, and would
 // push big and small texts that belong together off a common line.
 constexpr double ascent = 0.88;
@@ -40,6 +42,9 @@ HistorySlice::HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measure
     setDesignFrame(*this, flipped(frame, designFrame(parent).height()));
     setFocusPolicy(Qt::StrongFocus);
     describe();
+    auto const onChange = [this](bool) { showSelectable(); };
+    m_subscriptions.push_back(m_measurement->isEnabled.observeChanges(onChange));
+    m_subscriptions.push_back(m_tensioManager.isMeasuring.observe(onChange));
 }
 
 void HistorySlice::paintEvent(QPaintEvent* /*event*/)
@@ -50,6 +55,7 @@ void HistorySlice::paintEvent(QPaintEvent* /*event*/)
     painter.scale(width() / size.width(), height() / size.height());
     auto const& background = m_measurement->isCounted.value() ? m_bgImageSelected : m_bgImage;
     background.draw(painter, QRectF(QPointF(0.0, 0.0), size));
+    drawCircle(painter);
     drawOutline(painter);
     painter.setPen(Qt::black);
     drawText(painter, {{10.0, 30.0, 30.0, 30.0}, 15.0, m_numberText});
@@ -85,9 +91,20 @@ void HistorySlice::leaveEvent(QEvent* event)
     update();
 }
 
+bool HistorySlice::isSelectable() const
+{
+    return m_measurement->isEnabled.value() && !m_tensioManager.isMeasuring.value();
+}
+
+void HistorySlice::showSelectable()
+{
+    setCursor(isSelectable() ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    update();
+}
+
 void HistorySlice::toggle()
 {
-    if (!m_measurement->isEnabled.value() || m_tensioManager.isMeasuring.value())
+    if (!isSelectable())
         return;
     m_measurement->isCounted.setValue(!m_measurement->isCounted.value());
     describe();
@@ -109,7 +126,8 @@ void HistorySlice::drawText(QPainter& painter, Text const& text) const
     textFont.setPixelSize(static_cast<int>(text.size));
     // 100.0 is a little wider than its rectangle.
     double const textWidth = QFontMetricsF(textFont).horizontalAdvance(text.text);
-    double const squeeze = std::min(1.0, text.rect.width() / textWidth);
+    double const room = text.rect.right() - std::max(text.rect.left(), leastMargin);
+    double const squeeze = std::min(1.0, room / textWidth);
     double const baseline = designFrame(*this).height() - text.rect.bottom() + ascent * text.size;
     painter.save();
     painter.setFont(textFont);
@@ -119,13 +137,25 @@ void HistorySlice::drawText(QPainter& painter, Text const& text) const
     painter.restore();
 }
 
-void HistorySlice::drawOutline(QPainter& painter) const
+void HistorySlice::drawCircle(QPainter& painter) const
 {
-    if (!hasFocus() && !underMouse())
+    if (!isSelectable() || m_measurement->isCounted.value())
         return;
     auto const size = designFrame(*this).size();
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(colorFromHexString(QStringLiteral("#0067b8")), hasFocus() ? 3.0 : 1.5));
+    painter.setBrush(Qt::white);
+    painter.setPen(QPen(colorFromHexString(QStringLiteral("#5b6472")), 1.0));
+    painter.drawEllipse(QPointF(size.width() / 2.0, size.height() - 5.5), 3.5, 3.5);
+}
+
+void HistorySlice::drawOutline(QPainter& painter) const
+{
+    bool const isHovered = underMouse() && isSelectable();
+    if (!hasFocus() && !isHovered)
+        return;
+    painter.setBrush(isHovered ? QColor(0, 103, 184, 24) : QColor(Qt::transparent));
+    painter.setPen(hasFocus() ? QPen(colorFromHexString(QStringLiteral("#1f2937")), 3.0)
+                              : QPen(colorFromHexString(QStringLiteral("#0067b8")), 2.0));
+    auto const size = designFrame(*this).size();
     painter.drawRoundedRect(
         QRectF(QPointF(0.0, 0.0), size).adjusted(1.5, 1.5, -1.5, -1.5), 6.0, 6.0);
 }

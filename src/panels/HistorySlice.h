@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/Measurement.h"
+#include "reactive/Subscription.h"
 #include "toolkit/Picture.h"
 
 #include <QWidget>
@@ -10,8 +11,8 @@ namespace tensio {
 class TensioManager;
 
 // One tile of the history strip: number, best pressure and time of a finished measurement. A click,
-// or Space, selects it or takes the selection back, but only between sessions. The texts are those
-// of the moment it was made.
+// or Space, selects it or takes the selection back, but only between sessions; a circle on its foot
+// says that it may be selected. The texts are those of the moment it was made.
 class HistorySlice : public QWidget {
     Q_OBJECT
 
@@ -38,9 +39,12 @@ private:
         QString text;
     };
 
+    bool isSelectable() const;
+    void showSelectable();
     void toggle();
     void describe();
     void drawText(QPainter& painter, Text const& text) const;
+    void drawCircle(QPainter& painter) const;
     void drawOutline(QPainter& painter) const;
 
     TensioManager& m_tensioManager;
@@ -50,6 +54,7 @@ private:
     QString m_numberText;
     QString m_pressureText;
     QString m_dateString;
+    Subscriptions m_subscriptions;
 };
 
 } // namespace tensio

@@ -57,7 +57,7 @@ TEST(History, ATileSaysNumberPressureAndTime)
     EXPECT_EQ(tile->pressureText(), QStringLiteral("35.2"));
     EXPECT_EQ(tile->dateString(), QStringLiteral("09:05:03"));
     EXPECT_EQ(tile->accessibleName(), QStringLiteral("2回目 35.2 kPa 09:05:03 未選択"));
-    EXPECT_EQ(designFrame(*tile), QRectF(219.0, 7.0, 76.0, 62.0));
+    EXPECT_EQ(designFrame(*tile), QRectF(225.0, 5.0, 82.0, 64.0));
 }
 
 TEST(History, ShowsThePageAndTurnsIt)
@@ -81,8 +81,10 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     strip.press(0);
     EXPECT_FALSE(strip.session.manager.measurementList.measurements().front()->isCounted.value());
 
+    auto const fixed = strip.tiles().at(0)->grab().toImage();
     strip.finish();
     auto const plain = strip.tiles().at(0)->grab().toImage();
+    EXPECT_NE(plain, fixed) << "shows that it may be selected now";
     strip.press(0);
     EXPECT_NE(strip.tiles().at(0)->grab().toImage(), plain);
     EXPECT_TRUE(strip.tiles().at(0)->accessibleName().endsWith(QStringLiteral("選択中")));
@@ -91,6 +93,7 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     EXPECT_EQ(strip.average(), QStringLiteral("30.2"));
     strip.press(3);
     EXPECT_EQ(strip.average(), QStringLiteral("30.2")) << "a fourth cannot be selected";
+    EXPECT_EQ(strip.tiles().at(3)->cursor().shape(), Qt::ArrowCursor) << "nor does it look so";
     strip.press(0);
     strip.press(3);
     EXPECT_EQ(strip.average(), QStringLiteral("43.5"));
