@@ -8,6 +8,7 @@
 #include "toolkit/DesignFrame.h"
 #include "ui_UserInfo.h"
 
+#include <QStyle>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -40,6 +41,23 @@ std::optional<float> readPressure(QLineEdit const& input)
     return readNumber(input.text().toStdString());
 }
 
+// What the style sheet shows of it.
+void setRefused(QLineEdit& input, QLabel& hint, bool isRefused)
+{
+    for (auto* widget : std::initializer_list<QWidget*> {&input, &hint}) {
+        widget->setProperty("refused", isRefused);
+        widget->style()->unpolish(widget);
+        widget->style()->polish(widget);
+    }
+}
+
+// The entry stands out, without a message, until it is edited or passes.
+void refuse(QLineEdit& input, QLabel& hint)
+{
+    setRefused(input, hint, true);
+    input.setFocus();
+}
+
 } // namespace
 
 UserInfoViewController::UserInfoViewController(TensioManager& tensioManager, QWidget const& opener)
@@ -67,6 +85,10 @@ void UserInfoViewController::viewDidLoad()
         if (std::holds_alternative<ValueEvent<Nothing>>(event))
             connectionOpened();
     }));
+    for (auto const& [input, hint] :
+        {std::pair {m_ui->nameInput, m_ui->nameHint}, {m_ui->pressureInput, m_ui->pressureHint}})
+        connect(input, &QLineEdit::textChanged, this,
+            [input = input, hint = hint] { setRefused(*input, *hint, false); });
     connect(
         m_ui->incPressureButton, &QAbstractButton::clicked, this, [this] { changePressure(0.1f); });
     connect(m_ui->decPressureButton, &QAbstractButton::clicked, this,
@@ -97,6 +119,8 @@ void UserInfoViewController::changePressure(float step)
 
 void UserInfoViewController::ok()
 {
+    setRefused(*m_ui->nameInput, *m_ui->nameHint, false);
+    setRefused(*m_ui->pressureInput, *m_ui->pressureHint, false);
     if (isNameValid() && isPressureValid())
         m_tensioManager.connectAction.apply(Nothing {});
 }
@@ -108,7 +132,7 @@ bool UserInfoViewController::isNameValid()
     if (!name.isEmpty() && end == name.size())
         return true;
     m_ui->nameInput->setText(name.left(end));
-    m_ui->nameInput->setFocus();
+    refuse(*m_ui->nameInput, *m_ui->nameHint);
     return false;
 }
 
@@ -121,7 +145,7 @@ bool UserInfoViewController::isPressureValid()
     bool const isNumber = pressure && !std::isnan(*pressure);
     if (isNumber)
         m_ui->pressureInput->setText(pressureText(valid));
-    m_ui->pressureInput->setFocus();
+    refuse(*m_ui->pressureInput, *m_ui->pressureHint);
     return false;
 }
 

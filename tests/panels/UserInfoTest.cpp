@@ -52,6 +52,16 @@ struct Dialog {
             ->focusWidget()
             ->objectName();
     }
+    // The entries that stand out.
+    QStringList refused() const
+    {
+        QStringList names;
+        for (auto const* input : mainWindow.findChildren<QLineEdit*>()) {
+            if (input->property("refused").toBool())
+                names << input->objectName();
+        }
+        return names;
+    }
 };
 
 struct Entry {
@@ -121,7 +131,10 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
         EXPECT_EQ(dialog.input("nameInput").text(), entry.nameAfter);
         EXPECT_EQ(dialog.input("pressureInput").text(), entry.pressureAfter);
         EXPECT_EQ(dialog.focused(), entry.focusAfter);
+        EXPECT_EQ(dialog.refused(), QStringList {entry.focusAfter});
         EXPECT_FALSE(dialog.isConnecting());
+        dialog.fill(QStringLiteral("花"), QStringLiteral("31"));
+        EXPECT_TRUE(dialog.refused().isEmpty());
     }
 }
 
