@@ -8,7 +8,8 @@ namespace {
 constexpr QColor titleOff(255, 255, 255);
 constexpr QColor titleOn(255, 0, 0);
 constexpr QColor titleDisabled(140, 148, 160);
-constexpr QColor outline(255, 255, 255);
+constexpr QColor hoverRing(255, 255, 255);
+constexpr QColor focusRing(92, 184, 255);
 } // namespace
 
 DopeRadioButton::DopeRadioButton(QWidget* parent)
@@ -52,8 +53,8 @@ void DopeRadioButton::paintEvent(QPaintEvent* /*event*/)
     bool const isMarked = hasFocus() || (underMouse() && isEnabled());
     if (isMarked) {
         painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(outline, hasFocus() ? 2.0 : 1.0));
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1.0, 1.0, -1.0, -1.0), 6.0, 6.0);
+        painter.setPen(hasFocus() ? QPen(focusRing, 3.0) : QPen(hoverRing, 1.0));
+        painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 6.0, 6.0);
     }
 }
 

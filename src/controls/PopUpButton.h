@@ -38,6 +38,7 @@ protected:
 private:
     void addRow(std::size_t index);
     void fitRows();
+    void drawOutline(QPainter& painter, QRectF frame) const;
 
     std::vector<Item> m_items;
     std::optional<std::size_t> m_selected;
