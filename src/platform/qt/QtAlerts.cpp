@@ -3,6 +3,7 @@
 #include "platform/qt/FrontWindow.h"
 #include "platform/qt/MainQueue.h"
 
+#include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -16,6 +17,7 @@ std::size_t QtAlerts::runModal(
     box.setIcon(style == AlertStyle::Critical ? QMessageBox::Critical : QMessageBox::Warning);
     box.setWindowTitle(QStringLiteral("tensio"));
     box.setText(QString::fromStdString(message));
+    box.layout()->setContentsMargins(24, 20, 24, 20);
     std::vector<QAbstractButton*> added;
     added.reserve(buttons.size());
     for (auto const& title : buttons)
