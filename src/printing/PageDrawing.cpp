@@ -53,6 +53,8 @@ bool drawPages(PrintView& view, QPagedPaintDevice& device)
     QPainter painter;
     if (pages.empty() || !painter.begin(&device))
         return false;
+    // Of the preview, which is far coarser than paper.
+    painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(device.logicalDpiX() / pointsPerInch, device.logicalDpiY() / pointsPerInch);
     // A view counts from the corner of the paper, a device perhaps from that of its margins.
     painter.translate(-device.pageLayout().paintRect(QPageLayout::Point).topLeft());
