@@ -2,6 +2,7 @@
 #include "support/Session.h"
 #include "toolkit/DesignFrame.h"
 
+#include <QLabel>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -44,6 +45,31 @@ TEST(TensioView, ScalesTheDesignUniformlyAndCentresIt)
         EXPECT_EQ(window.find("rootView").geometry(), root);
         EXPECT_EQ(window.find("startButton").size(), startButton);
         EXPECT_FALSE(window.controller->window().grab().isNull());
+    }
+}
+
+TEST(TensioView, LongestTextsFitAtEveryScale)
+{
+    Window window;
+    auto& manager = window.session.manager;
+    window.session.connect(80.0f);
+    manager.username.setValue("東海林龍太郎左衛門尉");
+    window.session.receive({999.9});
+    window.session.runLoop.advance(Seconds(3.0));
+    manager.disconnectAction.apply(Nothing {});
+    manager.measurementList.measurements().front()->isCounted.setValue(true);
+    manager.maxPressure.setValue(999.9f);
+    static_cast<QPushButton&>(window.find("startButton")).click();
+    for (auto const size :
+        {QSize(350, 350), QSize(700, 700), QSize(1560, 1100), QSize(2080, 1450)}) {
+        window.controller->window().resize(size);
+        int texts = 0;
+        for (auto const* label : window.controller->window().findChildren<QLabel*>()) {
+            texts += label->isVisible() && !label->text().isEmpty() ? 1 : 0;
+            EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width())
+                << label->objectName().toStdString() << size.width();
+        }
+        EXPECT_GT(texts, 40);
     }
 }
 
