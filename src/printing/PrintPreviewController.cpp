@@ -42,8 +42,10 @@ void PrintPreviewController::viewDidLoad()
     m_ui->pageAreaLayout->addWidget(m_preview);
     connect(m_preview, &QPrintPreviewWidget::paintRequested, this,
         [this](QPrinter* printer) { showPages(*printer); });
+    // Queued, since on its way to another page the preview says for a moment that it is at the
+    // last.
     connect(m_preview, &QPrintPreviewWidget::previewChanged, this,
-        &PrintPreviewController::showPosition);
+        &PrintPreviewController::showPosition, Qt::QueuedConnection);
 
     for (auto const& [button, kind] : {std::pair {m_ui->listButton, ReportKind::List},
              {m_ui->gridButton, ReportKind::Grid}, {m_ui->selectedButton, ReportKind::Selected}})
