@@ -8,6 +8,7 @@ namespace {
 constexpr QColor titleOff(255, 255, 255);
 constexpr QColor titleOn(255, 0, 0);
 constexpr QColor titleDisabled(140, 148, 160);
+constexpr QColor pressedGround(255, 255, 255, 60);
 constexpr QColor hoverRing(255, 255, 255);
 constexpr QColor focusRing(92, 184, 255);
 } // namespace
@@ -50,9 +51,9 @@ void DopeRadioButton::paintEvent(QPaintEvent* /*event*/)
     painter.setFont(font());
     painter.drawText(textRect, Qt::AlignCenter, text());
 
-    bool const isMarked = hasFocus() || (underMouse() && isEnabled());
+    bool const isMarked = isEnabled() && (hasFocus() || underMouse() || isDown());
     if (isMarked) {
-        painter.setBrush(Qt::NoBrush);
+        painter.setBrush(isDown() ? pressedGround : QColor(Qt::transparent));
         painter.setPen(hasFocus() ? QPen(focusRing, 3.0) : QPen(hoverRing, 1.0));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 6.0, 6.0);
     }

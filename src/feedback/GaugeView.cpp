@@ -59,6 +59,9 @@ void GaugeView::drawLine(QPainter& painter, float pressure, QColor const& color)
 {
     auto const size = designFrame(*this).size();
     auto const y = std::round(fractionOf(pressure) * size.height());
+    // On the border, of which the clip may leave a sliver at fractional scales.
+    if (y <= 0.0 || y >= size.height())
+        return;
     painter.setPen(QPen(color, 4.0, Qt::SolidLine, Qt::FlatCap));
     painter.drawLine(QPointF(0.0, y), QPointF(size.width(), y));
 }
