@@ -167,14 +167,22 @@ void Stage::chooseFromMenu(QString const& title) const
 
 void Stage::takePicture(QString const& name) const
 {
-    auto picture = m_window.grab().toImage();
-    QPainter painter(&picture);
-    for (auto* dialog : QApplication::topLevelWidgets()) {
-        if (!dialog->isVisible() || dialog == &m_window)
-            continue;
-        painter.drawPixmap(
-            dialog->geometry().topLeft() - m_window.geometry().topLeft(), dialog->grab());
+    // Dialogs may stand out over the edges of the main window.
+    QWidgetList windows {&m_window};
+    auto frame = m_window.geometry();
+    for (auto* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && window != &m_window) {
+            windows << window;
+            frame |= window->geometry();
+        }
     }
+    auto const ratio = m_window.devicePixelRatioF();
+    QImage picture((QSizeF(frame.size()) * ratio).toSize(), QImage::Format_RGB32);
+    picture.setDevicePixelRatio(ratio);
+    picture.fill(QColor(0x70, 0x78, 0x84));
+    QPainter painter(&picture);
+    for (auto* window : windows)
+        painter.drawPixmap(window->geometry().topLeft() - frame.topLeft(), window->grab());
     painter.end();
     keep(picture, name);
 }

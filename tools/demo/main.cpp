@@ -1,3 +1,4 @@
+#include "Gallery.h"
 #include "LatencyMeter.h"
 #include "Session.h"
 #include "app/Application.h"
@@ -8,11 +9,23 @@
 
 namespace {
 
-int play(tensio::Application& application, tensio::LatencyMeter& meter, QString const& folder,
-    int pastHours)
+constexpr auto usage
+    = "usage: tensio-demo FOLDER [HOURS]\n"
+      "Plays an unattended session and leaves its pictures and files in the folder. With HOURS, so "
+      "much pressing is on the graph already.\n"
+      "usage: tensio-demo --gallery FOLDER\n"
+      "Leaves a picture of every look of every window in the folder.\n";
+
+int play(
+    tensio::Application& application, tensio::LatencyMeter& meter, QStringList const& arguments)
 {
+    bool const isGallery = arguments.at(1) == QStringLiteral("--gallery");
+    auto const folder = isGallery ? arguments.value(2) : arguments.at(1);
     try {
-        tensio::Session(application, meter, folder, pastHours).play();
+        if (isGallery)
+            tensio::Gallery(application, folder).show();
+        else
+            tensio::Session(application, meter, folder, arguments.value(2).toInt()).play();
     } catch (tensio::DemoFailure const& failure) {
         std::fprintf(stderr, "The session failed: %s\n", failure.what());
         return 1;
@@ -29,17 +42,13 @@ int main(int argc, char** argv)
         qputenv("QT_QPA_PLATFORM", "offscreen");
     tensio::LatencyMeter meter(argc, argv);
     if (argc != 2 && argc != 3) {
-        std::fputs("usage: tensio-demo FOLDER [HOURS]\nPlays an unattended session and leaves its "
-                   "pictures and files in the folder. With HOURS, so much pressing is on the graph "
-                   "already.\n",
-            stderr);
+        std::fputs(usage, stderr);
         return 2;
     }
-    int const pastHours = argc == 3 ? QString::fromLocal8Bit(argv[2]).toInt() : 0;
     tensio::prepareLook();
     tensio::Application application;
     application.window().show();
-    QTimer::singleShot(0, &meter,
-        [&] { meter.exit(play(application, meter, QString::fromLocal8Bit(argv[1]), pastHours)); });
+    QTimer::singleShot(
+        0, &meter, [&] { meter.exit(play(application, meter, QApplication::arguments())); });
     return tensio::LatencyMeter::exec();
 }
