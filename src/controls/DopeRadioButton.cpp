@@ -7,7 +7,6 @@ namespace tensio {
 namespace {
 constexpr QColor titleOff(255, 255, 255);
 constexpr QColor titleOn(255, 0, 0);
-constexpr QColor titleDisabled(140, 148, 160);
 constexpr QColor pressedGround(255, 255, 255, 60);
 constexpr QColor hoverRing(255, 255, 255);
 constexpr QColor focusRing(92, 184, 255);
@@ -38,8 +37,9 @@ void DopeRadioButton::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
+    painter.setOpacity(isEnabled() ? 1.0 : 0.45);
     QRectF textRect = rect();
-    auto color = isEnabled() ? titleOff : titleDisabled;
+    auto color = titleOff;
     if (isChecked()) {
         if (m_bgImage) {
             textRect = QRectF(QPointF(0.0, 0.0), m_bgImage->size());

@@ -144,7 +144,7 @@ void HistorySlice::drawCircle(QPainter& painter) const
     auto const size = designFrame(*this).size();
     painter.setBrush(Qt::white);
     painter.setPen(QPen(colorFromHexString(QStringLiteral("#5b6472")), 1.0));
-    painter.drawEllipse(QPointF(size.width() / 2.0, size.height() - 5.5), 3.5, 3.5);
+    painter.drawEllipse(QPointF(size.width() / 2.0, size.height() - 6.0), 3.0, 3.0);
 }
 
 void HistorySlice::drawOutline(QPainter& painter) const

@@ -81,7 +81,7 @@ void Gallery::showMainWindow(QSize size)
     selectThree();
     take(QStringLiteral("7-selected"));
     forgetAll();
-    measure(std::vector<float>(99, 100.0f));
+    measure(std::vector<float>(99, 100.0f), 25);
     m_manager.currentPressure.setValue(999.9f);
     m_manager.maxPressure.setValue(999.9f);
     m_manager.targetPressure.setValue(80.0f);
@@ -209,16 +209,17 @@ void Gallery::press()
     m_manager.serialPortManager.pressure.setValue(25.3f);
 }
 
-void Gallery::measure(std::vector<float> const& bestPressures)
+void Gallery::measure(std::vector<float> const& bestPressures, int firstNumber)
 {
     m_manager.username.setValue(longestName.toStdString());
     m_manager.isMeasuring.setValue(true);
-    int number = 0;
+    int number = firstNumber;
     for (float const bestPressure : bestPressures) {
-        auto const measurement = std::make_shared<Measurement>(++number);
+        auto const measurement = std::make_shared<Measurement>(number);
         measurement->bestPressure = bestPressure;
         measurement->targetPressure = 80.0f;
-        measurement->timeStamp = m_manager.currentTime.value() + std::chrono::seconds(13 * number);
+        measurement->timeStamp
+            = m_manager.currentTime.value() + std::chrono::seconds(13 * number++);
         m_manager.measurementList.add(measurement);
     }
 }

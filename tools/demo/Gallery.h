@@ -28,7 +28,7 @@ private:
     void showPreview();
 
     void forgetAll();
-    void measure(std::vector<float> const& bestPressures);
+    void measure(std::vector<float> const& bestPressures, int firstNumber = 1);
     void press();
     void selectThree();
     void take(QString const& name) const;
