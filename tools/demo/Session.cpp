@@ -31,7 +31,7 @@ void Session::play()
     m_stage.waitFor(300);
     m_stage.takePicture(QStringLiteral("1-idle"));
     refuseWithoutDevice();
-    measureThreeTimes();
+    measure();
     finish();
     select();
     save();
@@ -72,9 +72,9 @@ void Session::addPast() const
         plotter->addPressurePoint(static_cast<float>(point % 45));
 }
 
-void Session::measureThreeTimes()
+void Session::measure()
 {
-    std::puts("Plug the simulated device in, press OK again, measure three times.");
+    std::puts("Plug the simulated device in, press OK again, measure six times.");
     plugIn({QStringLiteral("--stamps"), m_temporary.filePath(QStringLiteral("stamps"))});
     auto& manager = m_application.tensioManager();
     auto const counting = manager.serialPortManager.pressure.observeChanges(
@@ -87,13 +87,35 @@ void Session::measureThreeTimes()
         [&] { return manager.currentPressure.value() > 5.0f; });
     m_stage.waitFor(600);
     m_stage.takePicture(QStringLiteral("4-below-target"));
-    m_stage.waitUntil(QStringLiteral("a pressure at the target"),
-        [&] { return manager.currentPressure.value() >= manager.targetPressure.value(); });
+    waitForTarget();
     m_stage.waitFor(750);
     m_stage.takePicture(QStringLiteral("5-blinking"));
-    m_stage.waitUntil(QStringLiteral("three measurements"),
-        [&] { return manager.measurementList.measurements().size() >= 3; });
-    m_stage.takePicture(QStringLiteral("6-three-measurements"));
+    waitForMeasurements(4);
+    waitForTarget();
+    m_stage.waitFor(900);
+    m_stage.takePicture(QStringLiteral("6-measuring"));
+    m_stage.takeNumberedPicture(QStringLiteral("6-measuring-numbered"),
+        QStringLiteral(
+            "nameCaption dateTimeLabel printButton scaleCaption gaugeView graphView timeCaption "
+            "maxPressureImage targetPressureImage targetCard currentCard maxCard statusImageView "
+            "startButton titleLabel averageCaption")
+            .split(u' '));
+    waitForMeasurements(6);
+    m_stage.takePicture(QStringLiteral("6-six-measurements"));
+}
+
+void Session::waitForTarget() const
+{
+    auto& manager = m_application.tensioManager();
+    m_stage.waitUntil(QStringLiteral("a pressure at the target"),
+        [&] { return manager.currentPressure.value() >= manager.targetPressure.value(); });
+}
+
+void Session::waitForMeasurements(std::size_t count) const
+{
+    auto const& list = m_application.tensioManager().measurementList;
+    m_stage.waitUntil(QStringLiteral("%1 measurements").arg(count),
+        [&] { return list.measurements().size() >= count; });
 }
 
 void Session::finish()
@@ -133,10 +155,14 @@ void Session::save()
 
 void Session::lookAtMenus()
 {
-    std::puts("Open each menu.");
+    std::puts("Open each menu, and what the program tells about itself.");
     int number = 1;
     for (auto* menu : m_stage.menus())
         m_stage.openMenu(*menu, QStringLiteral("11-menu-%1").arg(number++));
+    m_stage.chooseFromMenu(QStringLiteral("tensioについて(&A)"));
+    m_stage.waitFor(100);
+    m_stage.takePicture(QStringLiteral("11-about"));
+    m_stage.click(QStringLiteral("closeButton"));
 }
 
 void Session::printReports()

@@ -24,7 +24,9 @@ private:
     void refuseWithoutDevice();
     void plugIn(QStringList const& options);
     void addPast() const;
-    void measureThreeTimes();
+    void measure();
+    void waitForTarget() const;
+    void waitForMeasurements(std::size_t count) const;
     void finish();
     void select();
     void save();

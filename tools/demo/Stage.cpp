@@ -14,6 +14,7 @@
 #include <QTest>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 
 namespace tensio {
@@ -176,6 +177,8 @@ void Stage::takePicture(QString const& name) const
             frame |= window->geometry();
         }
     }
+    if (auto* front = QApplication::activeModalWidget(); windows.removeOne(front))
+        windows << front;
     auto const ratio = m_window.devicePixelRatioF();
     QImage picture((QSizeF(frame.size()) * ratio).toSize(), QImage::Format_RGB32);
     picture.setDevicePixelRatio(ratio);
@@ -187,10 +190,35 @@ void Stage::takePicture(QString const& name) const
     keep(picture, name);
 }
 
+void Stage::takeNumberedPicture(QString const& name, QStringList const& controls) const
+{
+    constexpr int size = 22;
+    auto picture = m_window.grab().toImage();
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    for (int number = 1; auto const& each : controls) {
+        auto const& control = find(each);
+        QRect const frame(control.mapTo(&m_window, QPoint(0, 0)), control.size());
+        QRect spot(0, 0, size, size);
+        // Beside what is small, so as not to cover it.
+        spot.moveCenter(frame.height() < 2 * size
+                ? QPoint(frame.left() - size / 2 - 1, frame.center().y())
+                : frame.topLeft());
+        spot.moveLeft(std::max(spot.left(), 1));
+        painter.setPen(QPen(Qt::white, 2.0));
+        painter.setBrush(Qt::darkMagenta);
+        painter.drawEllipse(spot);
+        painter.drawText(spot, Qt::AlignCenter, QString::number(number++));
+    }
+    painter.end();
+    keep(picture, name);
+}
+
 void Stage::keep(QImage const& picture, QString const& name) const
 {
     auto const path = m_folder.filePath(name + QStringLiteral(".png"));
-    if (!picture.save(path))
+    // Packed little, since the session waits meanwhile.
+    if (!picture.save(path, "PNG", 80))
         fail(QStringLiteral("cannot write ") + path);
     std::printf("  %s\n", qPrintable(path));
 }

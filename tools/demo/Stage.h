@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
 #include <stdexcept>
@@ -51,6 +52,8 @@ public:
 
     // The main window with the dialogs that stand above it.
     void takePicture(QString const& name) const;
+    // The main window with numbers from 1 at the corners of these of its controls, for a manual.
+    void takeNumberedPicture(QString const& name, QStringList const& controls) const;
     void keep(QImage const& picture, QString const& name) const;
 
 private:
