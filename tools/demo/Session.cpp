@@ -45,6 +45,7 @@ void Session::refuseWithoutDevice()
 {
     std::puts("Start without a device: the connection is refused.");
     m_stage.click(QStringLiteral("startButton"));
+    m_stage.type(QStringLiteral("pressureInput"), QStringLiteral("30.0"));
     m_stage.type(QStringLiteral("nameInput"), QStringLiteral("山田 花子"));
     m_stage.waitFor(100);
     m_stage.takePicture(QStringLiteral("2-dialog"));
@@ -56,7 +57,7 @@ void Session::refuseWithoutDevice()
 
 void Session::plugIn(QStringList const& options)
 {
-    auto const program
+    QString const program
         = QCoreApplication::applicationDirPath() + QStringLiteral("/tensio-device-simulator");
     m_simulator.start(program, options);
     auto const port = QStringLiteral("SLAB_USBtoUART-simulator");
