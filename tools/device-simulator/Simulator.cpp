@@ -63,7 +63,9 @@ void Simulator::scheduleNext()
 {
     if (m_ahead.empty()) {
         if (m_options.playsOnce) {
-            onFinished();
+            // A reader gets the last record only while there is a terminal, and the silence after
+            // it ends a measurement.
+            QTimer::singleShot(3000, this, [this] { onFinished(); });
             return;
         }
         auto const& recorded = m_options.recordedStream;
