@@ -56,12 +56,12 @@ bool QtFileWriter::writeAtomically(std::string const& path, std::string_view byt
     if (!file.open(QIODevice::WriteOnly))
         return false;
     // The old file must not be replaced before all of the new one is known to be there: committing
-    // alone does not notice a truncated file.
+    // alone does not notice a truncated file. Afterwards nothing may call the save a failure.
     if (file.write(bytes.data(), size) != size || !reachesTheDisk(file) || file.size() != size) {
         file.cancelWriting();
         return false;
     }
-    return file.commit() && QFileInfo(file.fileName()).size() == size;
+    return file.commit();
 }
 
 } // namespace tensio
