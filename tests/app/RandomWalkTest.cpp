@@ -1,3 +1,4 @@
+#include "app/MainMenu.h"
 #include "app/MainWindowController.h"
 #include "feedback/GaugeView.h"
 #include "feedback/GraphView.h"
@@ -10,6 +11,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QLabel>
+#include <QMenu>
 
 #include <algorithm>
 #include <cmath>
@@ -25,6 +27,8 @@ public:
     explicit Walk(unsigned seed)
         : m_random(seed)
     {
+        m_controller.setPrintMenu(m_mainMenu.printMenu());
+        m_delegate.applicationDidFinishLaunching();
         // Small, so that painting it costs little.
         window().resize(260, 173);
         window().show();
@@ -41,6 +45,7 @@ public:
     int losses = 0;
     int refusals = 0;
     int choices = 0;
+    int prints = 0;
     std::size_t mostMeasurements = 0;
     std::size_t mostCounted = 0;
 
@@ -66,6 +71,7 @@ public:
         checkHistory();
         checkSession();
         checkPanels();
+        checkMenus();
         checkLiveArea();
         return m_broken;
     }
@@ -166,6 +172,13 @@ private:
         return odd[static_cast<std::size_t>(upTo(static_cast<int>(odd.size()) - 1))];
     }
 
+    void print(ReportKind kind)
+    {
+        ++prints;
+        bool const mayPrint = hasReport(kind, manager()) && !manager().isMeasuring.value();
+        m_emptyPrints += mayPrint ? 0 : 1;
+    }
+
     void expect(bool holds, char const* invariant)
     {
         if (!holds)
@@ -219,8 +232,8 @@ private:
             ++choices;
         expect(manager().isMeasuring.value() == manager().connectAction.isExecuting(),
             "measuring is being connected");
-        // The clock, the end of a burst, the blinking, two read-outs and the frame.
-        expect(m_session.runLoop.liveTimers() <= 6, "no more timers than there are uses");
+        // The clock, the end of a burst, the blinking, two read-outs, the frame and a screenshot.
+        expect(m_session.runLoop.liveTimers() <= 7, "no more timers than there are uses");
     }
 
     void checkPanels()
@@ -241,6 +254,24 @@ private:
                 == std::ssize(manager().sliceOfMeasurements.value()),
             "one tile for each visible measurement");
         checkDialog();
+    }
+
+    void checkMenus()
+    {
+        expect(m_emptyPrints == 0, "no printing of nothing, nor while measuring");
+        expect(m_mainMenu.printMenu().actions().constFirst()->isEnabled()
+                == find<QAbstractButton>("saveButton").isEnabled(),
+            "printing and saving are allowed alike");
+        auto const kept = manager().defaultTargetPressure.value();
+        auto const& stored = m_session.userDefaults.stored;
+        expect(stored.empty() || stored.at(TensioManager::defaultTargetPressureKey) == kept,
+            "the default target is stored");
+        auto const targets = m_defaultTargetMenu.actions();
+        expect(std::ranges::all_of(targets,
+                   [&](auto const* each) {
+                       return each->isChecked() == (each->data().toFloat() == kept);
+                   }),
+            "the default target is the one marked");
     }
 
     void checkDialog()
@@ -282,7 +313,12 @@ private:
     Session m_session;
     FakeAlerts m_windowAlerts;
     MainWindowController m_controller {m_session.manager, m_session.runLoop, m_windowAlerts};
+    QMenu m_defaultTargetMenu;
+    AppDelegate m_delegate {m_session.manager, m_session.runLoop, m_defaultTargetMenu,
+        [this](ReportKind kind) { print(kind); }};
+    MainMenu m_mainMenu {window(), m_defaultTargetMenu, m_delegate, m_session.manager};
     RandomUser m_user {m_random};
+    int m_emptyPrints = 0;
     Line m_line = Line::Closed;
     std::size_t m_shown = 0;
     QStringList m_broken;
@@ -310,6 +346,7 @@ TEST(RandomWalk, NeverLeavesTheStatesThatThereAre)
     EXPECT_GT(walk.losses, 5);
     EXPECT_GT(walk.refusals, 5);
     EXPECT_GT(walk.choices, 0);
+    EXPECT_GT(walk.prints, 20);
     EXPECT_EQ(walk.mostMeasurements, 99U);
     EXPECT_EQ(walk.mostCounted, 3U);
 }

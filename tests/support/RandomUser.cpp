@@ -1,7 +1,10 @@
 #include "support/RandomUser.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
+#include <QMenu>
+#include <QMenuBar>
 #include <QTest>
 #include <QWheelEvent>
 
@@ -42,6 +45,8 @@ bool RandomUser::eventFilter(QObject* watched, QEvent* event)
 
 QString RandomUser::act()
 {
+    if (upTo(9) == 0)
+        return chooseCommand();
     auto* const control = anyControl();
     if (!control)
         return QStringLiteral("nothing to touch");
@@ -60,6 +65,27 @@ QString RandomUser::act()
 
     (this->*deed.perform)(*control);
     return what;
+}
+
+QString RandomUser::chooseCommand()
+{
+    QList<QAction*> commands;
+    for (auto* window : reachableWindows()) {
+        for (auto const* bar : window->findChildren<QMenuBar*>()) {
+            for (auto const* menu : bar->actions())
+                commands << menu->menu()->actions();
+        }
+    }
+    // Whatever ends the walk, or opens a window that is not looked at, has a role of its own.
+    erase_if(commands, [](QAction const* command) {
+        return !command->isEnabled() || command->isSeparator()
+            || command->menuRole() != QAction::TextHeuristicRole;
+    });
+    if (commands.isEmpty())
+        return QStringLiteral("nothing to choose");
+    auto* const command = commands[upTo(static_cast<int>(commands.size()) - 1)];
+    command->trigger();
+    return QStringLiteral("choose ") + command->text();
 }
 
 int RandomUser::upTo(int highest)
@@ -129,8 +155,14 @@ void RandomUser::answerMenu()
     if (!menu)
         return;
     auto const rows = menu->findChildren<QWidget*>();
+    auto const commands = menu->actions();
     if (!rows.isEmpty() && upTo(3) != 0)
         QTest::mouseClick(rows[upTo(static_cast<int>(rows.size()) - 1)], Qt::LeftButton);
+    else if (rows.isEmpty() && !commands.isEmpty() && upTo(3) != 0)
+        QTest::mouseClick(menu, Qt::LeftButton, {},
+            static_cast<QMenu*>(menu)
+                ->actionGeometry(commands[upTo(static_cast<int>(commands.size()) - 1)])
+                .center());
     else
         QTest::keyClick(menu, Qt::Key_Escape);
     menu->close();

@@ -9,13 +9,13 @@ class QWidget;
 
 namespace tensio {
 
-// Somebody who clicks, doubles, types, keys and scrolls at random. The controls are whatever takes
-// the focus or a click in the windows that can be reached at that moment.
+// Somebody who clicks, doubles, types, keys, scrolls and chooses from menus at random. The controls
+// are whatever takes the focus or a click in the windows that can be reached at that moment.
 class RandomUser : public QObject {
 public:
     explicit RandomUser(std::mt19937& random);
 
-    // Does one thing to one control. What it was.
+    // Does one thing to one control, or chooses one command. What it was.
     QString act();
 
     // A menu has an event loop of its own, so it is answered from in there.
@@ -23,6 +23,7 @@ public:
 
 private:
     int upTo(int highest);
+    QString chooseCommand();
     QWidget* anyControl();
     void click(QWidget& control);
     void doubleClick(QWidget& control);
