@@ -45,16 +45,6 @@ struct Menus {
                 action->trigger();
         }
     }
-
-    std::string checkedTargets() const
-    {
-        std::string titles;
-        for (auto const* action : defaultTargetMenu.actions()) {
-            if (action->isChecked())
-                titles += action->text().toStdString() + ";";
-        }
-        return titles;
-    }
 };
 
 } // namespace
@@ -132,17 +122,4 @@ TEST(MainMenu, HasNoShortcutOrMnemonicTwice)
             EXPECT_TRUE(shortcut.isEmpty() || shortcuts.insert(shortcut).second);
         }
     }
-}
-
-TEST(DefaultTargetMenu, ChecksExactlyWhatIsStored)
-{
-    Menus menus;
-    menus.delegate.applicationDidFinishLaunching();
-    EXPECT_EQ(menus.defaultTargetMenu.actions().size(), 15);
-    EXPECT_EQ(menus.checkedTargets(), "30.0 kPa;");
-    for (int repeat = 0; repeat < 2; ++repeat) {
-        menus.defaultTargetMenu.actions()[5]->trigger();
-        EXPECT_EQ(menus.checkedTargets(), "55.0 kPa;");
-    }
-    EXPECT_EQ(menus.session.userDefaults.stored[TensioManager::defaultTargetPressureKey], 55.0f);
 }

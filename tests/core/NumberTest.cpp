@@ -1,4 +1,3 @@
-#include "core/DateText.h"
 #include "core/NumberFormat.h"
 #include "core/NumberText.h"
 
@@ -30,10 +29,4 @@ TEST(Number, ReadsOnlyWholeNumbersInCNotation)
     EXPECT_EQ(readNumber("-05"), -5.0f);
     EXPECT_EQ(readNumber("1e1"), 10.0f);
     EXPECT_EQ(readNumber(std::string_view("5\0", 2)), std::nullopt);
-}
-
-TEST(DateText, HasLeadingZerosAndTwentyFourHours)
-{
-    Date const date {std::chrono::seconds(1709629629)};
-    EXPECT_EQ(formatLocalTime(date, "%Y/%m/%d %H:%M:%S"), "2024/03/05 09:07:09");
 }

@@ -36,7 +36,7 @@ void writeFile(QString const& path, QByteArray const& bytes)
 
 } // namespace
 
-TEST(Settings, OnlyANumberAboveZeroReplacesTheFirstDefault)
+TEST(Settings, OnlyANumberAboveZeroReplacesTheFirstDefaultAndAChoiceIsKept)
 {
     struct Row {
         QByteArray value;
@@ -50,8 +50,13 @@ TEST(Settings, OnlyANumberAboveZeroReplacesTheFirstDefault)
         QTemporaryDir folder;
         auto const path = folder.filePath(QStringLiteral("tensio.ini"));
         writeFile(path, "[General]\ntarget%20pressure=" + value + "\n");
-        EXPECT_EQ(Started(path).manager.defaultTargetPressure.value(), target)
-            << value.left(40).constData();
+        {
+            Started started(path);
+            EXPECT_EQ(started.manager.defaultTargetPressure.value(), target)
+                << value.left(40).constData();
+            started.manager.setTargetPressure(55);
+        }
+        EXPECT_EQ(Started(path).manager.defaultTargetPressure.value(), 55.0f);
     }
 }
 

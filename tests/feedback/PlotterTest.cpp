@@ -30,12 +30,6 @@ std::vector<std::size_t> counts(Plotter const& plotter)
 
 } // namespace
 
-TEST(Plotter, HoldsTwentyPointsASecond)
-{
-    for (std::int64_t window = 10; window <= 60; window += 5)
-        EXPECT_EQ(makePlotter(window).pointsPerScreen(), 20 * window);
-}
-
 TEST(Plotter, BeginsTheNextSweepWhenOneIsFull)
 {
     auto plotter = makePlotter(10);

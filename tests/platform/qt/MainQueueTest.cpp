@@ -31,16 +31,6 @@ void turnEventLoop()
 
 } // namespace
 
-TEST(MainQueue, DeliversFromTheEventLoopInOrder)
-{
-    Queue test;
-    test.post("a");
-    test.post("b");
-    EXPECT_EQ(test.log, "");
-    turnEventLoop();
-    EXPECT_EQ(test.log, "ab");
-}
-
 TEST(MainQueue, HoldsEverythingBackUntilTheLastHoldEnds)
 {
     Queue test;
