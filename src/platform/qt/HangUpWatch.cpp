@@ -1,8 +1,6 @@
 #include "platform/qt/HangUpWatch.h"
 
-#ifdef Q_OS_UNIX
 #include <poll.h>
-#endif
 #include <utility>
 
 namespace tensio {
@@ -11,16 +9,10 @@ namespace {
 
 constexpr int intervalMilliseconds = 250;
 
-bool hasHungUp(qintptr descriptor)
+bool hasHungUp(int descriptor)
 {
-#ifdef Q_OS_UNIX
-    pollfd watched {static_cast<int>(descriptor), 0, 0};
+    pollfd watched {descriptor, 0, 0};
     return poll(&watched, 1, 0) > 0 && (watched.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
-#else
-    // Elsewhere Qt's own report is reliable.
-    Q_UNUSED(descriptor);
-    return false;
-#endif
 }
 
 } // namespace
@@ -34,7 +26,7 @@ HangUpWatch::HangUpWatch(std::function<void()> onHangUp)
     });
 }
 
-void HangUpWatch::start(qintptr descriptor)
+void HangUpWatch::start(int descriptor)
 {
     m_descriptor = descriptor;
     m_timer.start();

@@ -12,12 +12,12 @@ class HangUpWatch {
 public:
     explicit HangUpWatch(std::function<void()> onHangUp);
 
-    void start(qintptr descriptor);
+    void start(int descriptor);
     void stop() { m_timer.stop(); }
 
 private:
     QTimer m_timer;
-    qintptr m_descriptor = -1;
+    int m_descriptor = -1;
 };
 
 } // namespace tensio

@@ -18,7 +18,7 @@ QString sentence(QSerialPort const& port, QString const& node)
         return QStringLiteral(
             "装置が見つかりません（%1）。\nケーブルを接続し直してから、もう一度お試しください。")
             .arg(node);
-    if (!info.isReadable() || !info.isWritable()) {
+    if (!info.isReadable()) {
         return QStringLiteral("装置のポートを開く権限がありません（%1）。\n"
                               "このコンピュータの管理者に、ポートの使用許可を依頼してください。")
             .arg(node);

@@ -12,11 +12,8 @@ namespace tensio {
 QtSerialPort::QtSerialPort(Place place, RecordShape shape, Scheduler& scheduler, MainQueue& queue)
     : m_place(std::move(place))
     , m_queue(queue)
-    , m_gatherer(scheduler, shape,
-          [this](std::string_view chunk) {
-              tell([bytes = std::string(chunk)](
-                       SerialPortDelegate& delegate) { delegate.serialPortDidReceiveData(bytes); });
-          })
+    , m_gatherer(
+          scheduler, shape, [this](std::string_view chunk) { tellOfData(std::string(chunk)); })
     , m_hangUpWatch([this] { lose(); })
 {
     m_line.setPortName(m_place.node);
@@ -78,6 +75,7 @@ void QtSerialPort::open()
 
 void QtSerialPort::close()
 {
+    ++m_closeCount;
     if (!m_isOpen)
         return;
     m_gatherer.discard();
@@ -109,6 +107,14 @@ void QtSerialPort::closeLine()
         return;
     m_line.close();
     Q_EMIT openChanged(false);
+}
+
+void QtSerialPort::tellOfData(std::string bytes)
+{
+    tell([this, count = m_closeCount, bytes = std::move(bytes)](SerialPortDelegate& delegate) {
+        if (count == m_closeCount)
+            delegate.serialPortDidReceiveData(bytes);
+    });
 }
 
 void QtSerialPort::tell(std::function<void(SerialPortDelegate&)> message)

@@ -37,7 +37,7 @@ public:
     void setParity(Parity parity) override;
     void setNumberOfStopBits(int count) override;
     void open() override;
-    // What had not been delivered yet is dropped: who closes does not want to hear more.
+    // Data that had not been delivered yet are dropped: who closes does not want to hear more.
     void close() override;
 
 Q_SIGNALS:
@@ -47,6 +47,7 @@ private:
     void readyRead();
     void lose();
     void closeLine();
+    void tellOfData(std::string bytes);
     void tell(std::function<void(SerialPortDelegate&)> message);
 
     Place m_place;
@@ -56,6 +57,8 @@ private:
     RecordGatherer m_gatherer;
     HangUpWatch m_hangUpWatch;
     bool m_isOpen = false;
+    // Tells data from before a close from those after it.
+    unsigned m_closeCount = 0;
 };
 
 } // namespace tensio

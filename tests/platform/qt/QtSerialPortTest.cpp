@@ -4,14 +4,12 @@
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/QtRunLoop.h"
 #include "platform/qt/QtSerialPortList.h"
-#include "platform/qt/VirtualPorts.h"
 #include "support/PseudoTerminal.h"
+#include "support/RuntimeFolder.h"
 #include "support/UnprivilegedUser.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -138,6 +136,7 @@ TEST(QtSerialPort, SaysWhatToDoWhenItDoesNotOpen)
         {"開く権限がありません", [](Line& line) { chmod(line.terminal.path().c_str(), 0); }},
         {"他のプログラムが使用中です",
             [](Line& line) {
+                chmod(line.terminal.path().c_str(), 0444);
                 line.port->setDelegate(nullptr);
                 line.port->open();
             }},
@@ -179,39 +178,61 @@ TEST(QtSerialPort, IsSilentAfterItsDelegateOrItselfIsGone)
     EXPECT_TRUE(line.listener.events.empty());
 }
 
-TEST(QtSerialPort, ClosingIsToldOnceAndMayBeFollowedByAnotherOpening)
+TEST(QtSerialPort, ClosingDropsDataIsToldOnceAndMayBeFollowedByAnotherOpening)
 {
     Line line;
+    TerminalWatch const watch(line.terminal);
     line.open();
+    auto hold = line.queue.hold();
+    line.terminal.write("+0101a");
+    watch.waitForUnread(1);
+    ASSERT_TRUE(QTest::qWaitFor([&] { return watch.unread() == 0; }));
     line.port->close();
     line.port->close();
-    ASSERT_TRUE(line.hears("closed"));
     line.port->open();
+    hold.end();
     ASSERT_TRUE(QTest::qWaitFor([&] { return line.listener.events.size() == 3; }));
     EXPECT_EQ(line.listener.events, (Texts {"opened", "closed", "opened"}));
+}
+
+TEST(HangUpWatch, TellsThatTheOtherSideHasGoneUntilItIsStopped)
+{
+    struct Watched {
+        PseudoTerminal terminal;
+        int descriptor = ::open(terminal.path().c_str(), O_RDONLY | O_NOCTTY);
+        int told = 0;
+        HangUpWatch watch {[this] {
+            ++told;
+            watch.stop();
+        }};
+
+        Watched() { watch.start(descriptor); }
+        ~Watched() { ::close(descriptor); }
+        bool tells()
+        {
+            terminal.unplug();
+            return QTest::qWaitFor([this] { return told > 0; });
+        }
+    };
+    Watched first;
+    // Its turn comes after the first one's.
+    Watched second;
+    ASSERT_TRUE(second.tells());
+    EXPECT_EQ(first.told, 0);
+    ASSERT_TRUE(first.tells());
+    EXPECT_TRUE(Watched().tells());
+    EXPECT_EQ(first.told + second.told, 2);
 }
 
 namespace {
 
 // A virtual port on a line, as a list finds it.
 struct Published {
-    QTemporaryDir runtime;
+    RuntimeFolder folder;
     Line line;
     QtSerialPortList list {line.queue, deviceRecordShape};
 
-    Published()
-    {
-        QFile::setPermissions(
-            runtime.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        qputenv("XDG_RUNTIME_DIR", runtime.path().toLocal8Bit());
-        QDir().mkpath(virtualPortsFolder());
-        publish(line.terminal.path(), QStringLiteral("/SLAB_USBtoUART-x"));
-    }
-
-    static void publish(std::string const& node, QString const& name)
-    {
-        QFile::link(QString::fromStdString(node), virtualPortsFolder() + name);
-    }
+    Published() { folder.publish(line.terminal.path(), QStringLiteral("x")); }
 };
 
 } // namespace
@@ -219,7 +240,7 @@ struct Published {
 TEST(QtSerialPortList, ListsVirtualPortsByTheNameOfTheirLinkAndTellsWhileOneIsOpen)
 {
     Published published;
-    Published::publish("/dev/pts/none", QStringLiteral("/SLAB_USBtoUART-a"));
+    published.folder.publish("/dev/pts/none", QStringLiteral("a"));
     auto const ports = published.list.availablePorts();
     ASSERT_FALSE(ports.empty());
     EXPECT_EQ(ports.back()->name(), "SLAB_USBtoUART-x");
