@@ -1,6 +1,7 @@
 #include "output/GridPrintView.h"
 #include "output/ListPrintView.h"
 #include "output/Reports.h"
+#include "support/RecordingCanvas.h"
 #include "support/Reports.h"
 #include "support/Session.h"
 
@@ -9,52 +10,6 @@
 using namespace tensio;
 
 namespace {
-
-struct DrawnText {
-    PrintRect rect;
-    double fontSize;
-    TextAlignment alignment;
-    std::string text;
-
-    bool operator==(DrawnText const&) const = default;
-};
-
-struct Drawing {
-    std::vector<DrawnText> texts;
-    std::vector<PrintRect> frames;
-
-    std::vector<std::string> textsThatContain(std::string const& part) const
-    {
-        std::vector<std::string> found;
-        for (auto const& text : texts) {
-            if (text.text.find(part) != std::string::npos)
-                found.push_back(text.text);
-        }
-        return found;
-    }
-};
-
-// Notes what is drawn. Capitals are half of a line of 11.3 points at 8 points.
-class RecordingCanvas : public PrintCanvas {
-public:
-    Drawing drawing;
-
-    double capHeight(double fontSize) const override { return fontSize * 5.65 / 8.0; }
-    void drawText(
-        PrintRect rect, double fontSize, TextAlignment alignment, std::string const& text) override
-    {
-        drawing.texts.push_back({rect, fontSize, alignment, text});
-    }
-    void strokeRect(PrintRect rect) override { drawing.frames.push_back(rect); }
-};
-
-Drawing draw(PrintView& view, int page)
-{
-    RecordingCanvas canvas;
-    view.rectForPage(page);
-    view.draw(canvas);
-    return canvas.drawing;
-}
 
 using Texts = std::vector<std::string>;
 using enum TextAlignment;
