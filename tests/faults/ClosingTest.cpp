@@ -1,37 +1,45 @@
 #include "app/Application.h"
-#include "platform/qt/VirtualPorts.h"
 #include "support/PseudoTerminal.h"
+#include "support/RuntimeFolder.h"
 
 #include <QApplication>
-#include <QDir>
-#include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSettings>
-#include <QTemporaryDir>
 #include <QTimer>
 
+#include <chrono>
 #include <gtest/gtest.h>
 
 using namespace tensio;
 
 namespace {
 
-// The program as it is started, with a terminal published as the device.
-struct Program {
-    QTemporaryDir folder;
+// What the program as it is started finds: a terminal published as the device, and no settings.
+class Surroundings {
+public:
     PseudoTerminal terminal;
 
-    Program()
+    Surroundings()
     {
-        QFile::setPermissions(
-            folder.path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-        qputenv("XDG_RUNTIME_DIR", folder.path().toLocal8Bit());
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
-        QDir().mkpath(virtualPortsFolder());
-        QFile::link(QString::fromStdString(terminal.path()),
-            virtualPortsFolder() + QStringLiteral("/SLAB_USBtoUART-x"));
+        setSettingsPath(m_folder.path());
+        m_folder.publish(terminal.path(), QStringLiteral("x"));
     }
+    Surroundings(Surroundings const&) = delete;
+    Surroundings& operator=(Surroundings const&) = delete;
+    ~Surroundings() { setSettingsPath(m_settingsBefore); }
+
+private:
+    static void setSettingsPath(QString const& path)
+    {
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, path);
+    }
+
+    RuntimeFolder m_folder;
+    QString m_settingsBefore {QFileInfo(
+        QSettings(QSettings::IniFormat, QSettings::UserScope, QStringLiteral("tensio")).fileName())
+                                  .path()};
 };
 
 QWidget* find(QWidget const& window, char const* name)
@@ -54,7 +62,7 @@ void click(QWidget const& window, char const* name)
 TEST(Closing, TheWindowEndsTheProgramAndClosesThePort)
 {
     for (std::string const moment : {"idle", "dialog open", "measuring"}) {
-        Program program;
+        Surroundings surroundings;
         Application application;
         auto& window = application.window();
         auto& manager = application.tensioManager();
@@ -65,7 +73,7 @@ TEST(Closing, TheWindowEndsTheProgramAndClosesThePort)
             bool const isMeasuring = manager.currentPressure.value() > 0.0f;
             bool const isDialogOpen = manager.isShowingPopup.value();
             if (moment == "idle" || (moment == "dialog open" && isDialogOpen) || isMeasuring) {
-                EXPECT_EQ(program.terminal.hasReader(), isMeasuring) << moment;
+                EXPECT_EQ(surroundings.terminal.hasReader(), isMeasuring) << moment;
                 window.close();
             } else if (isDialogOpen && !manager.connectAction.isExecuting()) {
                 input(window, "nameInput").setText(QStringLiteral("山田"));
@@ -73,11 +81,13 @@ TEST(Closing, TheWindowEndsTheProgramAndClosesThePort)
             } else if (!manager.isMeasuring.value()) {
                 click(window, "startButton");
             } else if (!isDialogOpen) {
-                program.terminal.write("+0101a");
+                surroundings.terminal.write("+0101a");
             }
         });
         user.start(1);
+        // A moment that never comes.
+        QTimer::singleShot(std::chrono::seconds(30), &user, [] { QApplication::exit(1); });
         EXPECT_EQ(QApplication::exec(), 0) << moment;
-        EXPECT_FALSE(program.terminal.hasReader()) << moment;
+        EXPECT_FALSE(surroundings.terminal.hasReader()) << moment;
     }
 }

@@ -4,7 +4,6 @@
 #include "platform/qt/QtRunLoop.h"
 #include "support/TerminalSession.h"
 
-#include <QTest>
 #include <QWidget>
 
 #include <algorithm>
@@ -22,14 +21,7 @@ struct Clinic {
     QWidget view {&window};
     InfoControlsViewController controller {session.manager, runLoop, session.alerts, view};
 
-    bool connect()
-    {
-        bool isOpen = false;
-        auto const observing
-            = session.manager.connectAction.observe([&](auto const&) { isOpen = true; });
-        session.manager.connectAction.apply(Nothing {});
-        return QTest::qWaitFor([&] { return isOpen; });
-    }
+    bool connect() { return session.connect(); }
 
     // Until the port has read it.
     bool write(std::string_view bytes)

@@ -4,7 +4,6 @@
 #include "support/TerminalSession.h"
 
 #include <QCoreApplication>
-#include <QTest>
 
 #include <algorithm>
 #include <cmath>
@@ -21,11 +20,7 @@ struct TerminalPlayer {
 
     TerminalPlayer()
     {
-        bool isOpen = false;
-        auto const observing
-            = session.manager.connectAction.observe([&](auto const&) { isOpen = true; });
-        session.manager.connectAction.apply(Nothing {});
-        if (!QTest::qWaitFor([&] { return isOpen; }))
+        if (!session.connect())
             throw std::runtime_error("the port does not open");
     }
 

@@ -8,6 +8,8 @@
 #include "support/Fakes.h"
 #include "support/PseudoTerminal.h"
 
+#include <QTest>
+
 namespace tensio {
 
 // A list of one real port, on a terminal, under the device's name.
@@ -53,6 +55,17 @@ struct TerminalSession {
         : queue(theQueue)
         , runLoop(theRunLoop)
     {
+    }
+
+    // Whether the port opens.
+    bool connect()
+    {
+        bool isOpen = false;
+        auto const observing = manager.connectAction.observe([&](auto const& event) {
+            isOpen = std::holds_alternative<ValueEvent<Nothing>>(event);
+        });
+        manager.connectAction.apply(Nothing {});
+        return QTest::qWaitFor([&] { return isOpen; });
     }
 };
 
