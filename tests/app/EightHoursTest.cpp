@@ -1,46 +1,14 @@
 #include "app/MainWindowController.h"
 #include "feedback/GraphView.h"
+#include "support/AllocationCount.h"
 #include "support/Session.h"
 
 #include <QCoreApplication>
+#include <QPixmapCache>
 
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <malloc.h>
-#include <new>
 
 using namespace tensio;
-
-// What the program holds, by its own count. The pictures of the sweeps are not in it; they have
-// the window's size.
-namespace {
-std::ptrdiff_t liveBytes = 0;
-std::ptrdiff_t liveBlocks = 0;
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    auto* const block = std::malloc(size);
-    if (!block)
-        throw std::bad_alloc();
-    liveBytes += static_cast<std::ptrdiff_t>(malloc_usable_size(block));
-    ++liveBlocks;
-    return block;
-}
-
-void operator delete(void* block) noexcept
-{
-    if (!block)
-        return;
-    liveBytes -= static_cast<std::ptrdiff_t>(malloc_usable_size(block));
-    --liveBlocks;
-    std::free(block);
-}
-
-void operator delete(void* block, std::size_t /*size*/) noexcept
-{
-    operator delete(block);
-}
 
 namespace {
 
@@ -48,7 +16,8 @@ constexpr int recordsPerSecond = 20;
 constexpr int recordsPerHour = 3600 * recordsPerSecond;
 constexpr int hours = 8;
 
-// What must stay the same from one hour to the next.
+// What must stay the same from one hour to the next. The pictures of the sweeps are not in it; they
+// have the window's size.
 struct Inventory {
     std::ptrdiff_t blocks = 0;
     std::size_t timers = 0;
@@ -70,6 +39,8 @@ struct Day {
 
     Day()
     {
+        // Qt empties its cache by the real clock.
+        QPixmapCache::setCacheLimit(0);
         // Small, so that painting it costs little.
         controller.window().resize(104, 69);
         controller.window().show();

@@ -1,0 +1,36 @@
+#include "support/AllocationCount.h"
+
+#include <cstdlib>
+#include <malloc.h>
+#include <new>
+
+namespace tensio {
+
+std::ptrdiff_t liveBytes = 0;
+std::ptrdiff_t liveBlocks = 0;
+
+} // namespace tensio
+
+void* operator new(std::size_t size)
+{
+    auto* const block = std::malloc(size);
+    if (!block)
+        throw std::bad_alloc();
+    tensio::liveBytes += static_cast<std::ptrdiff_t>(malloc_usable_size(block));
+    ++tensio::liveBlocks;
+    return block;
+}
+
+void operator delete(void* block) noexcept
+{
+    if (!block)
+        return;
+    tensio::liveBytes -= static_cast<std::ptrdiff_t>(malloc_usable_size(block));
+    --tensio::liveBlocks;
+    std::free(block);
+}
+
+void operator delete(void* block, std::size_t /*size*/) noexcept
+{
+    operator delete(block);
+}
