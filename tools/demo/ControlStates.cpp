@@ -64,7 +64,9 @@ void showControlStates(Stage const& stage, QWidget& window, QString const& prefi
         enabled.push_back(control->isEnabled());
         control->setEnabled(true);
     }
+    window.activateWindow();
     window.setFocus();
+    stage.waitFor(300);
     auto const give = [&](QString const& name, auto const& look) {
         for (auto* control : controls)
             look(*control);

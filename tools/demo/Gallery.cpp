@@ -188,9 +188,9 @@ void Gallery::showPreview()
 
 void Gallery::forgetAll()
 {
-    m_manager.isMeasuring.setValue(false);
     m_manager.measurement.reset();
     m_manager.measurementList.reset();
+    m_manager.isMeasuring.setValue(false);
     m_manager.username.setValue({});
     m_manager.currentPressure.setValue(0.0f);
     m_manager.maxPressure.setValue(0.0f);
