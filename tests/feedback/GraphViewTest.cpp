@@ -170,7 +170,7 @@ TEST(GraphView, SpreadsChangesOverFramesWithTheNewestPressureInEachAndEndsExact)
         {"larger", {{80.0f, 30, {786, 660}}}},
         {"one change after the other", {{100.0f}, {100.0f, 30, {262, 220}}, {90.0f, 45}}},
         {"there and back", {{100.0f}, {80.0f}}}};
-    for (auto const& [name, changes] : rows) {
+    for (auto const& row : rows) {
         Graph graph;
         SteppingClock clock;
         auto& plotter = *graph.view.plotter();
@@ -184,23 +184,23 @@ TEST(GraphView, SpreadsChangesOverFramesWithTheNewestPressureInEachAndEndsExact)
             plotter.addPressurePoint(smooth(1300 + frames++));
             clock.looks = 0;
             frame = graph.view.frame(size).copy();
-            EXPECT_LE(clock.looks, 12) << name;
-            EXPECT_TRUE(showsNewestPressure(frame, plotter)) << name << ", frame " << frames;
+            EXPECT_LE(clock.looks, 12) << row.name;
+            EXPECT_TRUE(showsNewestPressure(frame, plotter)) << row.name << ", frame " << frames;
         };
-        for (auto const& change : changes) {
+        for (auto const& change : row.changes) {
             plotter.setUpperBoundPressure(change.upperBound);
             plotter.setTimeWindow(change.timeWindow);
             for (int count = 0; count < 3; ++count) {
                 showFrame(change.size);
-                EXPECT_FALSE(graph.view.isSettled()) << name;
+                EXPECT_FALSE(graph.view.isSettled()) << row.name;
             }
         }
         while (!graph.view.isSettled() && frames < 500)
-            showFrame(changes.back().size);
+            showFrame(row.changes.back().size);
 
         Graph empty;
         auto const ground = empty.view.frame(frame.size()).copy();
-        EXPECT_EQ(differingPixels(frame, restroke(plotter, ground)), 0) << name;
+        EXPECT_EQ(differingPixels(frame, restroke(plotter, ground)), 0) << row.name;
     }
 }
 
