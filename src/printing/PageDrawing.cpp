@@ -29,8 +29,8 @@ std::vector<int> wantedPages(QPageRanges const& ranges, int count)
 
 QPageLayout defaultPageLayout()
 {
-    return QPageLayout(QPageSize(QPageSize::A4), QPageLayout::Portrait,
-        QMarginsF(margin, margin, margin, margin), QPageLayout::Point);
+    return {QPageSize(QPageSize::A4), QPageLayout::Portrait,
+        QMarginsF(margin, margin, margin, margin), QPageLayout::Point};
 }
 
 PrintInfo printInfo(QPageLayout const& layout)

@@ -24,6 +24,7 @@ class PrintPanels;
 // the user chooses among the reports, sets the page up, prints, or saves as PDF.
 class PrintPreviewController : public QObject {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(PrintPreviewController)
 
 public:
     // The page layout is the paper in force; setting the page up here changes it. Nothing handed in

@@ -19,6 +19,7 @@ class QtSerialPort
     : public QObject
     , public SerialPort {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(QtSerialPort)
 
 public:
     struct Place {
