@@ -16,6 +16,12 @@ namespace {
 constexpr double border = 2.0;
 }
 
+std::optional<Accessible::Value> GaugeView::accessibleValue() const
+{
+    auto const upperBound = static_cast<double>(upperBoundPressure.value());
+    return Value {static_cast<double>(currentPressure.value()), 0.0, upperBound};
+}
+
 void GaugeView::paintEvent(QPaintEvent* /*event*/)
 {
     auto const designSize = designFrame(*this).size();

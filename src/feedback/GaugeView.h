@@ -1,6 +1,7 @@
 #pragma once
 
 #include "reactive/MutableProperty.h"
+#include "toolkit/Accessible.h"
 
 #include <QColor>
 #include <QWidget>
@@ -9,7 +10,9 @@ namespace tensio {
 
 // The vertical gauge: a blue bar for the current pressure, scale lines every 5 kPa, lines at target
 // and maximum. It has no observers: its owner binds the values and asks for the redraw.
-class GaugeView : public QWidget {
+class GaugeView
+    : public QWidget
+    , public Accessible {
     Q_OBJECT
 
 public:
@@ -20,6 +23,9 @@ public:
     MutableProperty<float> targetPressure {0.0f};
     MutableProperty<float> currentPressure {0.0f};
     MutableProperty<QColor> targetColor {QColor()};
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::ProgressBar; }
+    std::optional<Value> accessibleValue() const override;
 
 protected:
     void paintEvent(QPaintEvent* event) override;

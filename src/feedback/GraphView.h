@@ -4,6 +4,7 @@
 #include "feedback/SweepPicture.h"
 #include "feedback/TimeSlice.h"
 #include "reactive/MutableProperty.h"
+#include "toolkit/Accessible.h"
 
 #include <QImage>
 #include <QWidget>
@@ -17,7 +18,9 @@ class ImageView;
 // The pressure–time graph: grid, target line, maximum line and, over them, the live sweeps. It
 // moves the two marker images to the height of their lines. It has no observers: its owner binds
 // the values and asks for the redraw.
-class GraphView : public QWidget {
+class GraphView
+    : public QWidget
+    , public Accessible {
     Q_OBJECT
 
 public:
@@ -29,6 +32,8 @@ public:
     MutableProperty<float> currentPressure {0.0f};
     MutableProperty<QColor> targetColor {QColor()};
     MutableProperty<float> timeWindow {30.0f};
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::Chart; }
 
     // Builds an empty trace for the present size and scales. The images are not owned.
     void setUp(ImageView& maxPressureImage, ImageView& targetPressureImage);

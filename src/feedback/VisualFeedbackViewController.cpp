@@ -1,6 +1,8 @@
 #include "feedback/VisualFeedbackViewController.h"
 
+#include "feedback/FeedbackInWords.h"
 #include "reactive/throttle.h"
+#include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
 #include "toolkit/DesignFrame.h"
 #include "ui_VisualFeedback.h"
@@ -11,7 +13,9 @@ namespace tensio {
 
 namespace {
 constexpr Seconds frameInterval {1.0 / 60.0};
-}
+// Nobody can listen faster.
+constexpr Seconds descriptionInterval {0.5};
+} // namespace
 
 VisualFeedbackViewController::VisualFeedbackViewController(
     TensioManager& tensioManager, RunLoop& runLoop, QWidget& view)
@@ -29,10 +33,13 @@ void VisualFeedbackViewController::viewDidLoad(RunLoop& runLoop)
 {
     m_ui->maxPressureImage->setPicture(Picture::named(QStringLiteral("gauge_max")));
     m_ui->targetPressureImage->setPicture(m_viewModel.model.targetImage.value());
+    speak(*m_ui->zeroLabel, m_ui->zeroLabel->text());
+    speak(*m_ui->zeroTimeLabel, m_ui->zeroTimeLabel->text());
     paceFrames(runLoop);
     bindViews();
     observeChanges();
     attachCommands();
+    describe();
 }
 
 // Readings may come faster than the screen shows pictures.
@@ -43,8 +50,24 @@ void VisualFeedbackViewController::paceFrames(RunLoop& runLoop)
             m_ui->gaugeView->update();
             m_ui->graphView->update();
         }));
+    m_subscriptions.push_back(throttle<Nothing>(
+        m_frameRequest, descriptionInterval, runLoop, [this](Nothing) { describe(); }));
     m_ui->graphView->setClock(runLoop);
     connect(m_ui->graphView, &GraphView::needsFrame, this, &VisualFeedbackViewController::redraw);
+}
+
+void VisualFeedbackViewController::describe()
+{
+    FeedbackInWords const words(m_viewModel);
+    setSpokenDescription(*m_ui->gaugeView, words.gauge());
+    setSpokenDescription(*m_ui->graphView, words.graph());
+    for (auto* button : {m_ui->upButton, m_ui->downButton})
+        setSpokenDescription(*button, words.pressureScale);
+    for (auto* button : {m_ui->leftButton, m_ui->rightButton})
+        setSpokenDescription(*button, words.timeScale);
+    speak(*m_ui->targetPressureImage, words.target);
+    speak(*m_ui->maxPressureImage, words.maximum);
+    announceValue(*m_ui->gaugeView, static_cast<double>(m_viewModel.currentPressure.value()));
 }
 
 void VisualFeedbackViewController::viewWillAppear()
@@ -117,6 +140,8 @@ void VisualFeedbackViewController::attachCommands()
     runOnClick(*m_ui->downButton, m_viewModel.cocoaActionDecUpperBoundPressure, *this);
     runOnClick(*m_ui->rightButton, m_viewModel.cocoaActionIncTimeWindow, *this);
     runOnClick(*m_ui->leftButton, m_viewModel.cocoaActionDecTimeWindow, *this);
+    stepOnKeys(*m_ui->upButton, Qt::Key_Up, *m_ui->downButton, Qt::Key_Down);
+    stepOnKeys(*m_ui->rightButton, Qt::Key_Right, *m_ui->leftButton, Qt::Key_Left);
 }
 
 void VisualFeedbackViewController::layoutGaugeLabels(double upperBound)
@@ -143,7 +168,8 @@ std::unique_ptr<QLabel> VisualFeedbackViewController::makeLabel(
     label->setProperty("role", zeroLabel.property("role"));
     label->setFont(zeroLabel.font());
     label->setAlignment(Qt::AlignCenter);
-    label->setText(QString::number(value, 'f', 0));
+    label->setProperty("spokenAs", zeroLabel.property("spokenAs"));
+    setReadOut(*label, QString::number(value, 'f', 0));
     setDesignFrame(*label, designFrame(zeroLabel).translated(dx, -dy));
     label->show();
     return label;

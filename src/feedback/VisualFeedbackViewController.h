@@ -38,6 +38,7 @@ private:
 
     void viewDidLoad(RunLoop& runLoop);
     void paceFrames(RunLoop& runLoop);
+    void describe();
     void bindViews();
     void observeChanges();
     void attachCommands();

@@ -49,10 +49,15 @@ VisualFeedbackViewModel::VisualFeedbackViewModel(TensioManager& tensioManager, R
     m_subscriptions.push_back(shouldReset.bindTo(tensioManager.shouldReset));
 }
 
+bool VisualFeedbackViewModel::isTargetReached() const
+{
+    return currentPressure.value() > 0.0f && currentPressure.value() >= targetPressure.value();
+}
+
 void VisualFeedbackViewModel::updateCurrentPressure(float pressure)
 {
     currentPressure.setValue(pressure);
-    if (pressure > 0.0f && pressure >= targetPressure.value())
+    if (isTargetReached())
         model.startBlinking();
     else
         model.stopBlinking();

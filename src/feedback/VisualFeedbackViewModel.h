@@ -29,6 +29,8 @@ public:
     MutableProperty<bool> shouldReset {false};
     VisualFeedbackModel model;
 
+    bool isTargetReached() const;
+
 private:
     Action<float> m_changeUpperBoundPressure;
     Action<float> m_changeTimeWindow;

@@ -3,6 +3,7 @@
 #include "reactive/CocoaAction.h"
 
 #include <QAbstractButton>
+#include <QShortcut>
 
 namespace tensio {
 
@@ -11,6 +12,22 @@ inline void runOnClick(QAbstractButton& button, CocoaAction const& command, QObj
 {
     QObject::connect(
         &button, &QAbstractButton::clicked, &context, [command] { command.execute(); });
+}
+
+// The key clicks the button while the widget has the keyboard's focus.
+inline void clickOnKey(QAbstractButton& button, Qt::Key key, QWidget& focused)
+{
+    auto* shortcut = new QShortcut(key, &focused, nullptr, nullptr, Qt::WidgetShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, &button, &QAbstractButton::click);
+}
+
+// Two buttons that step a value up and down: the keys do so while either has the focus.
+inline void stepOnKeys(QAbstractButton& up, Qt::Key upKey, QAbstractButton& down, Qt::Key downKey)
+{
+    for (auto* focused : {&up, &down}) {
+        clickOnKey(up, upKey, *focused);
+        clickOnKey(down, downKey, *focused);
+    }
 }
 
 } // namespace tensio

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "toolkit/Accessible.h"
 #include "toolkit/Picture.h"
 
 #include <QWidget>
@@ -7,7 +8,9 @@
 namespace tensio {
 
 // Shows one picture, scaled to its frame.
-class ImageView : public QWidget {
+class ImageView
+    : public QWidget
+    , public Accessible {
     Q_OBJECT
 
 public:
@@ -15,6 +18,8 @@ public:
 
     Picture const& picture() const { return m_picture; }
     void setPicture(Picture picture);
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::Graphic; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;

@@ -1,3 +1,4 @@
+#include "toolkit/Accessible.h"
 #include "toolkit/Resources.h"
 
 #include <QApplication>
@@ -11,5 +12,6 @@ int main(int argc, char** argv)
     QApplication application(argc, argv);
     QApplication::setFont(QFont(QStringLiteral("Noto Sans CJK JP")));
     tensio::loadResources();
+    tensio::installAccessibility();
     return RUN_ALL_TESTS();
 }
