@@ -15,7 +15,7 @@ void DropDownButton::paintEvent(QPaintEvent* event)
 {
     bool const keepsPlatformLook = !m_textColor.isValid() || !isEnabled();
     if (keepsPlatformLook) {
-        QPushButton::paintEvent(event);
+        MenuButton::paintEvent(event);
         return;
     }
     QStylePainter painter(this);

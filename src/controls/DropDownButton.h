@@ -1,16 +1,16 @@
 #pragma once
 
-#include <QPushButton>
+#include "controls/MenuButton.h"
 
 namespace tensio {
 
 // A button whose title has a colour of its own; it opens its menu.
-class DropDownButton : public QPushButton {
+class DropDownButton : public MenuButton {
     Q_OBJECT
     Q_PROPERTY(QColor textColor READ textColor WRITE setTextColor)
 
 public:
-    using QPushButton::QPushButton;
+    using MenuButton::MenuButton;
 
     // Invalid while the title keeps the look of other buttons, as by default.
     QColor textColor() const { return m_textColor; }

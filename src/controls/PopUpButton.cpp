@@ -12,10 +12,10 @@
 namespace tensio {
 
 PopUpButton::PopUpButton(QWidget* parent)
-    : QPushButton(parent)
+    : MenuButton(parent)
     , m_menu(new QMenu(this))
 {
-    setMenu(m_menu);
+    setDropDownMenu(*m_menu);
     connect(m_menu, &QMenu::aboutToShow, this, &PopUpButton::fitRows);
 }
 
@@ -42,6 +42,7 @@ void PopUpButton::setTitle(QString const& title)
 {
     m_items.front().title = title;
     setText(title);
+    speak(*this, title);
     update();
 }
 

@@ -1,8 +1,7 @@
 #pragma once
 
+#include "controls/MenuButton.h"
 #include "controls/OrvButtonCell.h"
-
-#include <QPushButton>
 
 #include <optional>
 #include <vector>
@@ -11,7 +10,7 @@ namespace tensio {
 
 // A pull-down button drawn by OrvButtonCell: its first item is only the button's title and is not
 // offered; the menu offers the others, as OrvMenuItemView rows.
-class PopUpButton : public QPushButton {
+class PopUpButton : public MenuButton {
     Q_OBJECT
 
 public:
@@ -28,6 +27,8 @@ public:
     std::optional<Item> selectedItem() const;
     // Renames the first item, which the button shows.
     void setTitle(QString const& title);
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::ComboBox; }
 
 Q_SIGNALS:
     void itemSelected();

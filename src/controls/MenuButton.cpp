@@ -1,0 +1,34 @@
+#include "controls/MenuButton.h"
+
+#include <QKeyEvent>
+#include <QMenu>
+
+namespace tensio {
+
+void MenuButton::setDropDownMenu(QMenu& menu)
+{
+    setMenu(&menu);
+    auto const announce = [this] {
+        QAccessible::State changed;
+        changed.expanded = true;
+        announceState(*this, changed);
+    };
+    // Both tell of it beforehand.
+    connect(&menu, &QMenu::aboutToShow, this, announce, Qt::QueuedConnection);
+    connect(&menu, &QMenu::aboutToHide, this, announce, Qt::QueuedConnection);
+}
+
+QString MenuButton::accessibleAction() const
+{
+    return QAccessibleActionInterface::showMenuAction();
+}
+
+void MenuButton::keyPressEvent(QKeyEvent* event)
+{
+    if (menu() && (event->key() == Qt::Key_Down || event->key() == Qt::Key_Up))
+        showMenu();
+    else
+        QPushButton::keyPressEvent(event);
+}
+
+} // namespace tensio
