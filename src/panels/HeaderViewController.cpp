@@ -1,6 +1,7 @@
 #include "panels/HeaderViewController.h"
 
 #include "core/DateText.h"
+#include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
 #include "ui_Header.h"
 
@@ -15,7 +16,7 @@ HeaderViewController::HeaderViewController(TensioManager& tensioManager, QWidget
     m_subscriptions.push_back(
         m_headerViewModel.dateTime.observeChanges([this](Date date) { showDate(date); }));
     m_subscriptions.push_back(m_headerViewModel.username.observe([this](std::string const& name) {
-        m_ui->nameLabel->setText(QString::fromStdString(name));
+        setReadOut(*m_ui->nameLabel, QString::fromStdString(name));
     }));
     m_subscriptions.push_back(m_headerViewModel.canSaveStuff.observe([this](bool canSave) {
         m_ui->saveButton->setEnabled(canSave);
@@ -30,13 +31,13 @@ HeaderViewController::~HeaderViewController() = default;
 
 void HeaderViewController::setPrintMenu(QMenu& menu)
 {
-    m_ui->printButton->setMenu(&menu);
+    m_ui->printButton->setDropDownMenu(menu);
 }
 
 void HeaderViewController::showDate(Date date)
 {
-    m_ui->dateTimeLabel->setText(
-        QString::fromStdString(formatLocalTime(date, "%Y/%m/%d %H:%M:%S")));
+    setReadOut(
+        *m_ui->dateTimeLabel, QString::fromStdString(formatLocalTime(date, "%Y/%m/%d %H:%M:%S")));
 }
 
 } // namespace tensio

@@ -41,10 +41,42 @@ HistorySlice::HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measure
     QRectF const frame(QPointF(firstTileX + index * (size.width() + gap), bottom), size);
     setDesignFrame(*this, flipped(frame, designFrame(parent).height()));
     setFocusPolicy(Qt::StrongFocus);
-    describe();
-    auto const onChange = [this](bool) { showSelectable(); };
-    m_subscriptions.push_back(m_measurement->isEnabled.observeChanges(onChange));
-    m_subscriptions.push_back(m_tensioManager.isMeasuring.observe(onChange));
+    setAccessibleName(
+        QStringLiteral("%1回目 最大 %2 kPa %3").arg(m_numberText, m_pressureText, m_dateString));
+    observe();
+}
+
+void HistorySlice::observe()
+{
+    QAccessible::State selection;
+    selection.checked = true;
+    selection.selected = true;
+    m_subscriptions.push_back(m_measurement->isCounted.observeChanges([this, selection](bool) {
+        announceState(*this, selection);
+        update();
+    }));
+    QAccessible::State ability;
+    ability.disabled = true;
+    for (auto* property : {&m_measurement->isEnabled, &m_tensioManager.isMeasuring})
+        m_subscriptions.push_back(property->observeChanges([this, ability](bool) {
+            announceState(*this, ability);
+            showSelectable();
+        }));
+    showSelectable();
+}
+
+void HistorySlice::describeState(QAccessible::State& state) const
+{
+    state.checkable = true;
+    state.checked = m_measurement->isCounted.value();
+    state.selectable = isSelectable();
+    state.selected = state.checked;
+    state.disabled = !isSelectable();
+}
+
+QString HistorySlice::accessibleAction() const
+{
+    return QAccessibleActionInterface::toggleAction();
 }
 
 void HistorySlice::paintEvent(QPaintEvent* /*event*/)
@@ -73,10 +105,21 @@ void HistorySlice::mousePressEvent(QMouseEvent* event)
 
 void HistorySlice::keyPressEvent(QKeyEvent* event)
 {
-    if (event->key() == Qt::Key_Space)
+    switch (event->key()) {
+    case Qt::Key_Space:
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
         toggle();
-    else
+        break;
+    case Qt::Key_Left:
+        Q_EMIT willMoveFocus(-1);
+        break;
+    case Qt::Key_Right:
+        Q_EMIT willMoveFocus(+1);
+        break;
+    default:
         QWidget::keyPressEvent(event);
+    }
 }
 
 void HistorySlice::enterEvent(QEnterEvent* event)
@@ -104,19 +147,8 @@ void HistorySlice::showSelectable()
 
 void HistorySlice::toggle()
 {
-    if (!isSelectable())
-        return;
-    m_measurement->isCounted.setValue(!m_measurement->isCounted.value());
-    describe();
-    update();
-}
-
-void HistorySlice::describe()
-{
-    auto const state
-        = m_measurement->isCounted.value() ? QStringLiteral("選択中") : QStringLiteral("未選択");
-    setAccessibleName(QStringLiteral("%1回目 %2 kPa %3 %4")
-                          .arg(m_numberText, m_pressureText, m_dateString, state));
+    if (isSelectable())
+        m_measurement->isCounted.setValue(!m_measurement->isCounted.value());
 }
 
 void HistorySlice::drawText(QPainter& painter, Text const& text) const

@@ -2,6 +2,7 @@
 
 #include "core/Measurement.h"
 #include "reactive/Subscription.h"
+#include "toolkit/Accessible.h"
 #include "toolkit/Picture.h"
 
 #include <QWidget>
@@ -11,9 +12,11 @@ namespace tensio {
 class TensioManager;
 
 // One tile of the history strip: number, best pressure and time of a finished measurement. A click,
-// or Space, selects it or takes the selection back, but only between sessions; a circle on its foot
-// says that it may be selected. The texts are those of the moment it was made.
-class HistorySlice : public QWidget {
+// Space or Enter selects it or takes the selection back, but only between sessions; a circle on its
+// foot says that it may be selected. The texts are those of the moment it was made.
+class HistorySlice
+    : public QWidget
+    , public Accessible {
     Q_OBJECT
 
 public:
@@ -24,6 +27,16 @@ public:
     QString const& numberText() const { return m_numberText; }
     QString const& pressureText() const { return m_pressureText; }
     QString const& dateString() const { return m_dateString; }
+    std::shared_ptr<Measurement> const& measurement() const { return m_measurement; }
+
+    QAccessible::Role accessibleRole() const override { return QAccessible::CheckBox; }
+    void describeState(QAccessible::State& state) const override;
+    QString accessibleAction() const override;
+    void performAccessibleAction() override { toggle(); }
+
+Q_SIGNALS:
+    // The keyboard's focus is to go that many tiles on.
+    void willMoveFocus(int step);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -42,7 +55,7 @@ private:
     bool isSelectable() const;
     void showSelectable();
     void toggle();
-    void describe();
+    void observe();
     void drawText(QPainter& painter, Text const& text) const;
     void drawCircle(QPainter& painter) const;
     void drawOutline(QPainter& painter) const;

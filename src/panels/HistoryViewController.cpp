@@ -2,8 +2,11 @@
 
 #include "core/NumberFormat.h"
 #include "panels/HistorySlice.h"
+#include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
 #include "ui_History.h"
+
+#include <algorithm>
 
 namespace tensio {
 
@@ -18,8 +21,9 @@ HistoryViewController::HistoryViewController(TensioManager& tensioManager, QWidg
         [this](Measurements const& page) { rebuild(page); }));
     runOnClick(*m_ui->backButton, m_viewModel.cocoaActionDecSliceStartIndex, *this);
     runOnClick(*m_ui->forwardButton, m_viewModel.cocoaActionIncSliceStartIndex, *this);
+    speak(*m_ui->averageLabel, m_ui->averageLabel->text());
     m_subscriptions.push_back(m_viewModel.selectedAverage.observeChanges([this](float average) {
-        m_ui->averageLabel->setText(QString::fromStdString(formatFixed(average, 1)));
+        setReadOut(*m_ui->averageLabel, QString::fromStdString(formatFixed(average, 1)));
     }));
 }
 
@@ -27,16 +31,62 @@ HistoryViewController::~HistoryViewController() = default;
 
 void HistoryViewController::rebuild(Measurements const& measurements)
 {
+    // The focus stays with its measurement; one that leaves the page leaves it at the page's end.
+    int const focused = focusedIndex();
+    std::shared_ptr<Measurement> const measurement = focused < 0
+        ? nullptr
+        : m_historySliceViews[static_cast<std::size_t>(focused)]->measurement();
     m_historySliceViews.clear();
-    QWidget* previous = m_ui->backButton;
-    for (auto const& measurement : measurements) {
-        auto const index = static_cast<int>(m_historySliceViews.size());
-        auto& tile = *m_historySliceViews.emplace_back(
-            std::make_unique<HistorySlice>(m_tensioManager, measurement, index, m_view));
-        tile.show();
-        QWidget::setTabOrder(previous, &tile);
-        previous = &tile;
-    }
+    for (auto const& shown : measurements)
+        addTile(shown);
+    if (!measurement || measurements.empty())
+        return;
+    auto const same = std::ranges::find(measurements, measurement);
+    int const last = static_cast<int>(measurements.size()) - 1;
+    focusTile(same != measurements.end() ? static_cast<int>(same - measurements.begin())
+                                         : std::min(focused, last));
+}
+
+void HistoryViewController::addTile(std::shared_ptr<Measurement> const& measurement)
+{
+    auto* const previous = m_historySliceViews.empty() ? static_cast<QWidget*>(m_ui->backButton)
+                                                       : m_historySliceViews.back().get();
+    auto const index = static_cast<int>(m_historySliceViews.size());
+    auto& tile = *m_historySliceViews.emplace_back(
+        std::make_unique<HistorySlice>(m_tensioManager, measurement, index, m_view));
+    // Turning the page ends the tile that asked.
+    connect(&tile, &HistorySlice::willMoveFocus, this, &HistoryViewController::moveFocus,
+        Qt::QueuedConnection);
+    tile.show();
+    QWidget::setTabOrder(previous, &tile);
+}
+
+void HistoryViewController::focusTile(int index)
+{
+    m_historySliceViews[static_cast<std::size_t>(index)]->setFocus();
+}
+
+void HistoryViewController::moveFocus(int step)
+{
+    auto const isOnPage = [this](int index) {
+        return index >= 0 && index < static_cast<int>(m_historySliceViews.size());
+    };
+    if (!isOnPage(focusedIndex()))
+        return;
+    if (!isOnPage(focusedIndex() + step))
+        (step > 0 ? m_viewModel.cocoaActionIncSliceStartIndex
+                  : m_viewModel.cocoaActionDecSliceStartIndex)
+            .execute();
+    if (int const next = focusedIndex() + step; isOnPage(next))
+        focusTile(next);
+}
+
+int HistoryViewController::focusedIndex() const
+{
+    auto const tile = std::ranges::find(m_historySliceViews, m_view.window()->focusWidget(),
+        [](auto const& view) { return view.get(); });
+    return tile == m_historySliceViews.end() ? -1
+                                             : static_cast<int>(tile - m_historySliceViews.begin());
 }
 
 } // namespace tensio

@@ -30,6 +30,12 @@ public:
 
 private:
     void rebuild(Measurements const& measurements);
+    void addTile(std::shared_ptr<Measurement> const& measurement);
+    void focusTile(int index);
+    // Past the end of the page, turns it.
+    void moveFocus(int step);
+    // -1 when no tile has the focus in its window.
+    int focusedIndex() const;
 
     TensioManager& m_tensioManager;
     QWidget& m_view;

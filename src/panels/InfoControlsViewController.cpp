@@ -3,6 +3,7 @@
 #include "core/NumberFormat.h"
 #include "core/TensioManager.h"
 #include "panels/UserInfoViewController.h"
+#include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
 #include "toolkit/OppositeButtons.h"
 #include "ui_InfoControls.h"
@@ -37,6 +38,8 @@ void InfoControlsViewController::viewDidLoad()
     showReadOuts();
     runOnClick(*m_ui->targetPressureUpButton, m_viewModel.cocoaActionIncTargetPressure, *this);
     runOnClick(*m_ui->targetPressureDownButton, m_viewModel.cocoaActionDecTargetPressure, *this);
+    stepOnKeys(
+        *m_ui->targetPressureUpButton, Qt::Key_Up, *m_ui->targetPressureDownButton, Qt::Key_Down);
     runOnClick(*m_ui->finishButton, m_viewModel.cocoaActionDisconnect, *this);
     m_subscriptions.push_back(m_viewModel.isMeasuring.observe(
         [this](bool isMeasuring) { showMeasuringState(isMeasuring); }));
@@ -54,7 +57,7 @@ void InfoControlsViewController::showReadOuts()
 {
     auto const show = [this](MutableProperty<float>& value, QLabel* label) {
         m_subscriptions.push_back(value.observe([label](float pressure) {
-            label->setText(QString::fromStdString(formatFixed(pressure, 1)));
+            setReadOut(*label, QString::fromStdString(formatFixed(pressure, 1)));
         }));
     };
     show(m_viewModel.targetPressure, m_ui->targetPressureLabel);
@@ -67,7 +70,9 @@ void InfoControlsViewController::showMeasuringState(bool isMeasuring)
     enableOppositeButtons(*m_ui->startButton, !isMeasuring, *m_ui->finishButton, isMeasuring);
     m_ui->statusImageView->setPicture(
         Picture::named(isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off")));
-    m_ui->statusLabel->setText(isMeasuring ? QStringLiteral("測定中") : QStringLiteral("待機中"));
+    auto const state = isMeasuring ? QStringLiteral("測定中") : QStringLiteral("待機中");
+    setReadOut(*m_ui->statusLabel, state);
+    speak(*m_ui->statusImageView, state);
 }
 
 void InfoControlsViewController::fillPercentPopup()

@@ -5,6 +5,7 @@
 #include "core/TensioManager.h"
 #include "panels/NameValidator.h"
 #include "panels/UserInfoWindow.h"
+#include "toolkit/ButtonCommand.h"
 #include "toolkit/DesignFrame.h"
 #include "ui_UserInfo.h"
 
@@ -93,6 +94,9 @@ void UserInfoViewController::viewDidLoad()
         m_ui->incPressureButton, &QAbstractButton::clicked, this, [this] { changePressure(0.1f); });
     connect(m_ui->decPressureButton, &QAbstractButton::clicked, this,
         [this] { changePressure(-0.1f); });
+    stepOnKeys(*m_ui->incPressureButton, Qt::Key_Up, *m_ui->decPressureButton, Qt::Key_Down);
+    clickOnKey(*m_ui->incPressureButton, Qt::Key_Up, *m_ui->pressureInput);
+    clickOnKey(*m_ui->decPressureButton, Qt::Key_Down, *m_ui->pressureInput);
     connect(m_ui->cancelButton, &QAbstractButton::clicked, m_window.get(), &QWidget::close);
     connect(m_ui->okButton, &QAbstractButton::clicked, this, &UserInfoViewController::ok);
     connect(m_window.get(), &UserInfoWindow::willAppear, this,

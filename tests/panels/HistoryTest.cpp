@@ -25,6 +25,20 @@ struct Strip {
             session.press({pressure});
     }
 
+    QAccessible::State state(int index) const
+    {
+        return QAccessible::queryAccessibleInterface(tiles().at(index))->state();
+    }
+    QString focused() const
+    {
+        auto const* tile = dynamic_cast<HistorySlice*>(view.focusWidget());
+        return tile ? tile->numberText() : QString();
+    }
+    void key(Qt::Key key) const
+    {
+        QTest::keyClick(view.focusWidget(), key);
+        QCoreApplication::processEvents();
+    }
     QList<HistorySlice*> tiles() const { return view.findChildren<HistorySlice*>(); }
     QString numbers() const
     {
@@ -56,7 +70,7 @@ TEST(History, ATileSaysNumberPressureAndTime)
     EXPECT_EQ(tile->numberText(), QStringLiteral("2"));
     EXPECT_EQ(tile->pressureText(), QStringLiteral("35.2"));
     EXPECT_EQ(tile->dateString(), QStringLiteral("09:05:03"));
-    EXPECT_EQ(tile->accessibleName(), QStringLiteral("2回目 35.2 kPa 09:05:03 未選択"));
+    EXPECT_EQ(tile->accessibleName(), QStringLiteral("2回目 最大 35.2 kPa 09:05:03"));
     EXPECT_EQ(designFrame(*tile), QRectF(225.0, 5.0, 82.0, 64.0));
 }
 
@@ -80,6 +94,7 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     EXPECT_EQ(strip.average(), QStringLiteral("0.0"));
     strip.press(0);
     EXPECT_FALSE(strip.session.manager.measurementList.measurements().front()->isCounted.value());
+    EXPECT_TRUE(strip.state(0).disabled);
 
     auto const fixed = strip.tiles().at(0)->grab().toImage();
     strip.finish();
@@ -87,14 +102,35 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     EXPECT_NE(plain, fixed) << "shows that it may be selected now";
     strip.press(0);
     EXPECT_NE(strip.tiles().at(0)->grab().toImage(), plain);
-    EXPECT_TRUE(strip.tiles().at(0)->accessibleName().endsWith(QStringLiteral("選択中")));
+    EXPECT_TRUE(strip.state(0).checked && strip.state(0).selected && !strip.state(0).disabled);
+    EXPECT_FALSE(strip.state(1).checked || strip.state(1).selected);
     strip.press(1);
     QTest::keyClick(strip.tiles().at(2), Qt::Key_Space);
     EXPECT_EQ(strip.average(), QStringLiteral("30.2"));
     strip.press(3);
     EXPECT_EQ(strip.average(), QStringLiteral("30.2")) << "a fourth cannot be selected";
     EXPECT_EQ(strip.tiles().at(3)->cursor().shape(), Qt::ArrowCursor) << "nor does it look so";
+    EXPECT_TRUE(strip.state(3).disabled);
     strip.press(0);
     strip.press(3);
     EXPECT_EQ(strip.average(), QStringLiteral("43.5"));
+}
+
+TEST(History, ArrowsMoveTheFocusWhichStaysWithItsMeasurement)
+{
+    Strip strip({1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0});
+    strip.view.show();
+    strip.tiles().at(1)->setFocus();
+    QStringList seen;
+    for (auto const key : {Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Right}) {
+        strip.key(key);
+        seen << strip.focused();
+    }
+    EXPECT_EQ(seen.join(u' '), QStringLiteral("3 2 1 1 2"));
+    EXPECT_EQ(strip.numbers(), QStringLiteral("12345"));
+
+    strip.click("forwardButton");
+    EXPECT_EQ(strip.focused(), QStringLiteral("2"));
+    strip.click("forwardButton");
+    EXPECT_EQ(strip.focused(), QStringLiteral("3")) << "where it was, when its own has gone";
 }
