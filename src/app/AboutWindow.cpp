@@ -15,6 +15,7 @@ AboutWindow::AboutWindow(QWidget& parent)
                                   .pixmap(m_ui->iconView->minimumSize(), devicePixelRatioF()));
     m_ui->versionLabel->setText(m_ui->versionLabel->text().arg(
         QCoreApplication::applicationVersion(), QString::fromLatin1(qVersion())));
+    m_ui->closeButton->setFocus();
     connect(m_ui->closeButton, &QAbstractButton::clicked, this, &QDialog::accept);
 }
 

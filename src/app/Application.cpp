@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "toolkit/Accessible.h"
 #include "toolkit/GrantedSizes.h"
 #include "toolkit/Resources.h"
 #include "toolkit/StyleSheet.h"
@@ -9,6 +10,7 @@
 #include <QIcon>
 #include <QLibraryInfo>
 #include <QLocale>
+#include <QPalette>
 #include <QStyleFactory>
 #include <QTranslator>
 
@@ -37,6 +39,7 @@ void Application::print(ReportKind kind)
 void prepareLook()
 {
     loadResources();
+    installAccessibility();
     QApplication::setApplicationName(QStringLiteral("tensio"));
     QApplication::setApplicationVersion(QStringLiteral(TENSIO_VERSION));
     QApplication::setOrganizationName(QStringLiteral("tensio"));
@@ -53,6 +56,11 @@ void prepareLook()
     QApplication::setFont(font);
     if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
         new GrantedSizes(*qApp);
+    // A style sheet would make the placeholder too pale to read.
+    QPalette fields;
+    fields.setColor(QPalette::Text, QColor(0x1f, 0x29, 0x37));
+    fields.setColor(QPalette::PlaceholderText, QColor(0x4b, 0x55, 0x63));
+    QApplication::setPalette(fields, "QLineEdit");
     // Alerts and system panels; the windows of the design carry their own, scaled.
     qApp->setStyleSheet(styleSheet(1.0));
 }

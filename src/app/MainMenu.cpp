@@ -15,6 +15,7 @@ MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, AppDelegate& d
     : m_window(window)
     , m_delegate(delegate)
 {
+    m_window.menuBar()->setAccessibleName(QStringLiteral("メニュー"));
     addFileMenu();
     addPrintMenu();
     defaultTargetMenu.setTitle(QStringLiteral("目標圧の初期値(&T)"));

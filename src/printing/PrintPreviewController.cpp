@@ -5,10 +5,12 @@
 #include "platform/Alerts.h"
 #include "printing/PageDrawing.h"
 #include "printing/PrintPanels.h"
+#include "toolkit/Accessible.h"
 #include "toolkit/OppositeButtons.h"
 #include "ui_PrintPreview.h"
 
 #include <QDialog>
+#include <QGraphicsView>
 #include <QPageRanges>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
@@ -37,9 +39,7 @@ void PrintPreviewController::viewDidLoad()
 {
     m_printer->setDocName(QStringLiteral("tensio"));
     m_printer->setCreator(QStringLiteral("tensio"));
-    m_preview = new QPrintPreviewWidget(m_printer.get(), m_ui->pageArea);
-    m_preview->setAccessibleName(QStringLiteral("印刷されるページ"));
-    m_ui->pageAreaLayout->addWidget(m_preview);
+    addPages();
     connect(m_preview, &QPrintPreviewWidget::paintRequested, this,
         [this](QPrinter* printer) { showPages(*printer); });
     // Queued, since on its way to another page the preview says for a moment that it is at the
@@ -68,6 +68,17 @@ void PrintPreviewController::viewDidLoad()
         [this] { m_tensioManager.saveViewAsPdf(*m_view); });
     connect(m_ui->printButton, &QAbstractButton::clicked, this, &PrintPreviewController::print);
     connect(m_ui->closeButton, &QAbstractButton::clicked, m_window.get(), &QWidget::close);
+}
+
+void PrintPreviewController::addPages()
+{
+    m_preview = new QPrintPreviewWidget(m_printer.get(), m_ui->pageArea);
+    m_ui->pageAreaLayout->addWidget(m_preview);
+    m_pages = m_preview->findChild<QGraphicsView*>();
+    setSpokenRole(*m_pages, QAccessible::Document);
+    m_pages->setAccessibleName(QStringLiteral("印刷されるページ"));
+    QWidget::setTabOrder(m_ui->fitWidthButton, m_pages);
+    QWidget::setTabOrder(m_pages, m_ui->pageSetupButton);
 }
 
 void PrintPreviewController::show(ReportKind kind)
@@ -105,9 +116,12 @@ void PrintPreviewController::showPosition()
 {
     int const page = m_preview->currentPage();
     int const count = m_preview->pageCount();
-    m_ui->positionLabel->setText(QStringLiteral("%1 / %2 ページ").arg(page).arg(count));
+    auto const position = QStringLiteral("%1 / %2 ページ").arg(page).arg(count);
+    m_ui->positionLabel->setText(position);
+    setSpokenDescription(*m_pages, position);
     enableOppositeButtons(*m_ui->previousButton, page > 1, *m_ui->nextButton, page < count);
-    m_ui->zoomLabel->setText(QStringLiteral("%1%").arg(qRound(m_preview->zoomFactor() * 100.0)));
+    setReadOut(
+        *m_ui->zoomLabel, QStringLiteral("%1%").arg(qRound(m_preview->zoomFactor() * 100.0)));
 }
 
 void PrintPreviewController::turnPage(int step)

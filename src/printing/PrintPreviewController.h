@@ -8,6 +8,7 @@
 #include <memory>
 
 class QDialog;
+class QGraphicsView;
 class QPrinter;
 class QPrintPreviewWidget;
 
@@ -38,6 +39,7 @@ public:
 
 private:
     void viewDidLoad();
+    void addPages();
     void choose(ReportKind kind);
     void showPages(QPrinter& printer);
     void showPosition();
@@ -54,6 +56,8 @@ private:
     std::unique_ptr<QDialog> m_window;
     std::unique_ptr<Ui::PrintPreview> m_ui;
     QPrintPreviewWidget* m_preview = nullptr;
+    // What of it has the keyboard's focus.
+    QGraphicsView* m_pages = nullptr;
 };
 
 } // namespace tensio

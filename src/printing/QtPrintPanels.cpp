@@ -20,6 +20,17 @@ void open(QDialog& panel, QWidget& parent, std::function<void()> agreed)
     panel.open();
 }
 
+// Where the toolkit draws the panel, these controls are named by what they show.
+void describeControls(QDialog& panel)
+{
+    for (auto const& [control, description] : {std::pair {"pageSizeCombo", u"用紙サイズ"_qs},
+             {"unitCombo", u"単位"_qs}, {"pagesPerSheetCombo", u"シートごとのページ数"_qs},
+             {"pagesPerSheetLayoutCombo", u"ページの順序"_qs}}) {
+        if (auto* found = panel.findChild<QWidget*>(QString::fromLatin1(control)))
+            found->setAccessibleDescription(description);
+    }
+}
+
 } // namespace
 
 bool QtPrintPanels::hasPrinters() const
@@ -29,7 +40,9 @@ bool QtPrintPanels::hasPrinters() const
 
 void QtPrintPanels::openPageSetup(QPrinter& printer, QWidget& parent, std::function<void()> agreed)
 {
-    open(*new QPageSetupDialog(&printer, &parent), parent, std::move(agreed));
+    auto* panel = new QPageSetupDialog(&printer, &parent);
+    describeControls(*panel);
+    open(*panel, parent, std::move(agreed));
 }
 
 void QtPrintPanels::openPrint(

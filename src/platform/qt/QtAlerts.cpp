@@ -3,6 +3,7 @@
 #include "platform/qt/FrontWindow.h"
 #include "platform/qt/MainQueue.h"
 
+#include <QLabel>
 #include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
@@ -14,10 +15,14 @@ std::size_t QtAlerts::runModal(
 {
     auto const hold = m_queue.hold();
     QMessageBox box(frontWindow());
-    box.setIcon(style == AlertStyle::Critical ? QMessageBox::Critical : QMessageBox::Warning);
+    bool const isCritical = style == AlertStyle::Critical;
+    box.setIcon(isCritical ? QMessageBox::Critical : QMessageBox::Warning);
+    if (auto* icon = box.findChild<QLabel*>(QStringLiteral("qt_msgboxex_icon_label")))
+        icon->setAccessibleName(isCritical ? QStringLiteral("エラー") : QStringLiteral("警告"));
     box.setWindowTitle(QStringLiteral("tensio"));
     box.setText(QString::fromStdString(message));
     box.layout()->setContentsMargins(24, 20, 24, 20);
+    box.setAccessibleName(box.text());
     std::vector<QAbstractButton*> added;
     added.reserve(buttons.size());
     for (auto const& title : buttons)

@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QSaveFile>
 #include <QStandardPaths>
+
+#include <utility>
 #ifdef Q_OS_UNIX
 #include <unistd.h>
 #endif
@@ -27,6 +29,16 @@ bool reachesTheDisk(QSaveFile& file)
 #endif
 }
 
+// Where the toolkit draws the panel, these controls are named by what they show.
+void describeControls(QFileDialog& panel)
+{
+    for (auto const& [control, description] :
+        {std::pair {"lookInCombo", u"フォルダー"_qs}, {"fileTypeCombo", u"ファイルの種類"_qs}}) {
+        if (auto* found = panel.findChild<QWidget*>(QString::fromLatin1(control)))
+            found->setAccessibleDescription(description);
+    }
+}
+
 // The panel would take a folder that is not there for the name of the file.
 QString startingFolder()
 {
@@ -44,6 +56,7 @@ std::optional<std::string> QtSavePanel::runModal(std::string const& fileType)
         QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type));
     panel.setAcceptMode(QFileDialog::AcceptSave);
     panel.setDefaultSuffix(type);
+    describeControls(panel);
     if (panel.exec() != QDialog::Accepted)
         return std::nullopt;
     return panel.selectedFiles().constFirst().toStdString();

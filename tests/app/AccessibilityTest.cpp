@@ -1,0 +1,145 @@
+#include "app/MainWindowController.h"
+#include "feedback/GaugeView.h"
+#include "feedback/GraphView.h"
+#include "panels/UserInfoWindow.h"
+#include "support/Session.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QPushButton>
+#include <QRegularExpression>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+namespace {
+
+QAccessibleInterface& spoken(QWidget& widget)
+{
+    return *QAccessible::queryAccessibleInterface(&widget);
+}
+
+QString nameOf(QWidget& widget)
+{
+    return spoken(widget).text(QAccessible::Name);
+}
+
+// The main window after two measurements.
+struct Program {
+    Session session;
+    MainWindowController controller {session.manager, session.runLoop, session.alerts};
+    QMenu printMenu;
+
+    Program()
+    {
+        controller.setPrintMenu(printMenu);
+        controller.window().show();
+        session.connect();
+        session.press({20.0});
+        session.press({35.24});
+        session.manager.disconnectAction.apply(Nothing {});
+    }
+
+    template<typename T = QPushButton>
+    T& find(QString const& name = {})
+    {
+        return *controller.window().findChild<T*>(name);
+    }
+
+    UserInfoWindow& openDialog()
+    {
+        find(QStringLiteral("segueButton")).click();
+        return find<UserInfoWindow>();
+    }
+};
+
+// Where Tab stops, from the first on.
+QStringList tabStops(QWidget const& window, QWidget& first)
+{
+    QStringList stops;
+    auto* stop = &first;
+    do {
+        bool const isStop = stop->window() == &window && stop->isVisible() && stop->isEnabled()
+            && (stop->focusPolicy() & Qt::TabFocus);
+        if (isStop)
+            stops << nameOf(*stop).section(u' ', 0, 0);
+        stop = stop->nextInFocusChain();
+    } while (stop != &first);
+    return stops;
+}
+
+} // namespace
+
+TEST(Accessibility, EveryControlHasAJapaneseNameAndARole)
+{
+    Program program;
+    QRegularExpression const japanese(QStringLiteral("[ぁ-ヿ一-鿿]|^OK$"));
+    int controls = 0;
+    program.openDialog();
+    for (auto* widget : program.controller.window().findChildren<QWidget*>()) {
+        if (!(widget->focusPolicy() & Qt::TabFocus))
+            continue;
+        ++controls;
+        auto const what = widget->objectName().toStdString();
+        EXPECT_TRUE(japanese.match(nameOf(*widget)).hasMatch()) << what;
+        EXPECT_NE(spoken(*widget).role(), QAccessible::Client) << what;
+    }
+    EXPECT_GE(controls, 22);
+}
+
+TEST(Accessibility, TabGoesAsTheEyeReads)
+{
+    Program program;
+    EXPECT_EQ(tabStops(program.controller.window(), program.find(QStringLiteral("printButton")))
+                  .join(u' '),
+        QStringLiteral("測定結果を印刷 測定結果をCSVファイルに保存 画面を画像ファイルに保存 "
+                       "圧力目盛を下げる 圧力目盛を上げる 時間目盛を短くする 時間目盛を長くする "
+                       "目標圧を下げる 目標圧を上げる 目標の割合 開始 "
+                       "前の測定 1回目 2回目 次の測定"));
+    auto& dialog = program.openDialog();
+    EXPECT_EQ(tabStops(dialog, *dialog.findChild<QWidget*>(QStringLiteral("nameInput"))).join(u' '),
+        QStringLiteral("氏名 目標圧を下げる 目標圧（kPa） 目標圧を上げる キャンセル OK"));
+}
+
+TEST(Accessibility, TheLiveAreaIsToldInWords)
+{
+    Program program;
+    program.session.connect(30.0f);
+    program.session.receive({35.0});
+    program.session.runLoop.advance(Seconds(0.6));
+    auto const* value = spoken(program.find<GaugeView>()).valueInterface();
+    ASSERT_NE(value, nullptr);
+    EXPECT_EQ(value->currentValue(), 35.0);
+    EXPECT_EQ(value->maximumValue(), 80.0);
+    EXPECT_EQ(spoken(program.find<GraphView>()).text(QAccessible::Description),
+        QStringLiteral("圧力目盛 0〜80 kPa、時間目盛 30秒、目標 30.0 kPa 到達、最大 35.0 kPa"));
+    for (auto const& [label, name] : {std::pair {"currentPressureLabel", u"現在の圧力 35.0 kPa"_qs},
+             {"targetPressureImage", u"目標圧 30.0 kPa 到達"_qs},
+             {"maxPressureImage", u"最大圧 35.0 kPa"_qs}, {"statusLabel", u"状態 測定中"_qs},
+             {"percentPopup", u"目標の割合 100%"_qs}})
+        EXPECT_EQ(nameOf(program.find<QWidget>(QString::fromLatin1(label))), name);
+}
+
+TEST(Accessibility, ArrowKeysStepTheScalesAndTheTarget)
+{
+    Program program;
+    QApplication::setActiveWindow(&program.controller.window());
+    auto const press = [&](char const* button, Qt::Key key) {
+        auto& control = program.find(QString::fromLatin1(button));
+        control.setFocus();
+        QTest::keyClick(&control, key);
+    };
+    auto const& graph = program.find<GraphView>();
+    press("downButton", Qt::Key_Up);
+    EXPECT_EQ(graph.upperBoundPressure.value(), 85.0f);
+    press("upButton", Qt::Key_Down);
+    EXPECT_EQ(graph.upperBoundPressure.value(), 80.0f);
+    press("leftButton", Qt::Key_Right);
+    EXPECT_EQ(graph.timeWindow.value(), 35.0f);
+    press("rightButton", Qt::Key_Left);
+    EXPECT_EQ(graph.timeWindow.value(), 30.0f);
+    press("targetPressureDownButton", Qt::Key_Up);
+    EXPECT_EQ(program.session.manager.targetPressure.value(), 30.1f);
+}
