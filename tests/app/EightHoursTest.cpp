@@ -39,7 +39,7 @@ struct Day {
 
     Day()
     {
-        // Qt empties its cache by the real clock.
+        // It drops what has not been used for half a minute of real time.
         QPixmapCache::setCacheLimit(0);
         // Small, so that painting it costs little.
         controller.window().resize(104, 69);
