@@ -4,6 +4,7 @@
 #include "device-simulator/PressingStory.h"
 #include "support/AllocationCount.h"
 #include "support/Clinic.h"
+#include "support/HangUpFlood.h"
 #include "support/NoisyLine.h"
 #include "support/Process.h"
 
@@ -130,6 +131,7 @@ TEST(LineRuns, ThePulledCableLeavesTheProcessorIdle)
     port.open();
     ASSERT_TRUE(QTest::qWaitFor([&] { return listener.heard == "opened"; })) << listener.heard;
 
+    HangUpFlood const flood;
     auto const before = processorSeconds();
     terminal.unplug();
     ASSERT_TRUE(clinic.pull());
@@ -137,9 +139,12 @@ TEST(LineRuns, ThePulledCableLeavesTheProcessorIdle)
     turnFor(2000);
     auto const afterwards = processorSeconds() - before - untilTold;
     EXPECT_EQ(listener.heard, "opened, removed, closed");
+    // Once a line.
+    EXPECT_EQ(flood.reads, 2);
     EXPECT_LT(untilTold, 0.04);
     EXPECT_LT(afterwards, 0.04);
-    report("the port tells: " + listener.heard + "; " + number(untilTold * 1000.0)
+    report("the port tells: " + listener.heard + "; " + std::to_string(flood.reads)
+        + " reads of two lines that hung up, " + number(untilTold * 1000.0)
         + " ms of processor until the user is told, " + number(afterwards * 1000.0)
         + " ms in 2 s afterwards");
 }
