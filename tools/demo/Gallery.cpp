@@ -183,6 +183,9 @@ void Gallery::showPreview()
         take(QString::fromLatin1(button));
     }
     showControlStates(m_stage, *QApplication::activeModalWidget(), QStringLiteral("preview"));
+    m_stage.click(QStringLiteral("pageSetupButton"));
+    take(QStringLiteral("page-setup"));
+    QApplication::activeModalWidget()->close();
     m_stage.click(QStringLiteral("closeButton"));
 }
 

@@ -28,6 +28,15 @@ constexpr int patienceMilliseconds = 60'000;
     throw DemoFailure(text.toStdString());
 }
 
+// A dialog stands above the window that opened it.
+int windowsBelow(QWidget const* window)
+{
+    int count = 0;
+    for (auto const* below = window->parentWidget(); below; below = below->parentWidget())
+        count += below->isWindow() ? 1 : 0;
+    return count;
+}
+
 QMessageBox* alertOnScreen()
 {
     return qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
@@ -177,8 +186,7 @@ void Stage::takePicture(QString const& name) const
             frame |= window->geometry();
         }
     }
-    if (auto* front = QApplication::activeModalWidget(); windows.removeOne(front))
-        windows << front;
+    std::ranges::stable_sort(windows, {}, windowsBelow);
     auto const ratio = m_window.devicePixelRatioF();
     QImage picture((QSizeF(frame.size()) * ratio).toSize(), QImage::Format_RGB32);
     picture.setDevicePixelRatio(ratio);
