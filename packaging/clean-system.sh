@@ -15,6 +15,7 @@ make_system() {
     apt-config dump | grep -E '^Acquire::(http|https|Check)' >"$root/etc/apt/apt.conf.d/90machine" || true
 
     mount -t proc proc "$root/proc"
+    mount --bind /sys "$root/sys"
     mount --bind /dev "$root/dev"
     mount --bind /dev/pts "$root/dev/pts"
     within apt-get update -qq
