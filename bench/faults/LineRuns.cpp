@@ -241,7 +241,7 @@ TEST(LineRuns, TenSecondsAtLineRateInRealTime)
         while (
             sent.size() < records && std::ssize(sent) * 3125 < sinceStart.nsecsElapsed() / 1000) {
             sent.push_back(static_cast<float>(sent.size() % 100));
-            session.terminal.write(deviceRecord(sent.back()));
+            session.terminal.write(deviceRecord(static_cast<double>(sent.back())));
         }
     });
     device.start(3);
