@@ -202,6 +202,11 @@ private:
             expect(
                 each.bestPressure && each.targetPressure && each.timeStamp && each.pressurePoints,
                 "what is listed is finished");
+            auto const best = *each.bestPressure;
+            expect(std::ranges::count(*each.pressurePoints, best) > 0
+                    && std::ranges::none_of(
+                        *each.pressurePoints, [best](float point) { return point > best; }),
+                "the best pressure is the highest");
         }
         checkSelection(all, list.counted().size());
     }
@@ -234,6 +239,9 @@ private:
             "measuring is being connected");
         // The clock, the end of a burst, the blinking, two read-outs, the frame and a screenshot.
         expect(m_session.runLoop.liveTimers() <= 7, "no more timers than there are uses");
+        auto const repeating = m_session.runLoop.repeatingTimers();
+        expect(repeating <= (manager().isMeasuring.value() ? 3 : 1),
+            "the clock, and in a session the end of a burst and the blinking");
     }
 
     void checkPanels()

@@ -2,6 +2,7 @@
 
 #include "platform/RunLoop.h"
 
+#include <algorithm>
 #include <list>
 #include <memory>
 #include <optional>
@@ -38,6 +39,11 @@ public:
     }
 
     std::size_t liveTimers() const { return m_timers.size(); }
+    std::ptrdiff_t repeatingTimers() const
+    {
+        return std::ranges::count_if(
+            m_timers, [](auto const& timer) { return timer->interval.has_value(); });
+    }
 
 private:
     struct Timer {
