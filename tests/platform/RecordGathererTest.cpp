@@ -91,7 +91,7 @@ TEST(RecordGatherer, ReadsNothingWrongInAStreamThatALostOrStrayByteShifts)
     } const cases[] {
         {"a stray byte", "#", "+0235X", 23.5f},
         {"a stray sign", "+", "+0235X", 23.5f},
-        {"a stray byte before negative readings", "#", "-1235X", -123.5f},
+        {"a stray byte before negative readings", "#", "-1239X", -123.9f},
         {"opened in mid-record, the filler a digit", "2357", "+02357", 23.5f},
         {"a byte lost later", "+0235\n+0235\n+025\n", "+0235\n", 23.5f},
         {"a filler lost that is a sign", "+0235++0235", "+0235+", 23.5f},
