@@ -8,7 +8,8 @@ namespace tensio {
 
 // A command: takes an input, runs the lazy stream made from it and forwards that stream's events.
 // At most one run is active; a run asked for meanwhile does nothing. The command is enabled again
-// before the event that ends its run is forwarded, so that who hears of a failure may try anew.
+// before the event that ends its run is forwarded, so that a listener may start another run. When
+// the command is destroyed, further events of its run are dropped.
 template<typename Input, typename T = Nothing, typename E = NoError>
 class Action {
 public:
@@ -21,28 +22,36 @@ public:
 
     bool isExecuting() const { return m_state->isExecuting; }
 
-    // Whether the run was started.
+    // True if the run was started.
     bool apply(Input const& input)
     {
         auto const state = m_state;
         if (state->isExecuting)
             return false;
         state->isExecuting = true;
-        state->factory(input).start([weakState = std::weak_ptr(state)](auto const& event) {
-            auto const owner = weakState.lock();
-            if (!owner)
-                return;
-            if (isTerminating<T, E>(event))
-                owner->isExecuting = false;
-            owner->listeners.call(event);
-        });
+        state->factory(input).start(
+            [weakState = std::weak_ptr(state), hasEnded = false](auto const& event) mutable {
+                auto const owner = weakState.lock();
+                if (!owner)
+                    return;
+                if (isTerminating<T, E>(event)) {
+                    owner->isExecuting = false;
+                    hasEnded = true;
+                }
+                owner->listeners.call(event, hasEnded);
+            });
         return true;
     }
 
-    // The events of every run; it goes on after a run has ended.
+    // The events of this and every later run.
     Subscription observe(std::function<void(Event<T, E> const&)> listener)
     {
-        return m_state->listeners.add(std::move(listener));
+        return m_state->listeners.add(
+            [listener = std::move(listener)](auto const& event, bool const& hasRunEnded) {
+                // An earlier listener may have ended the run while it received this value.
+                if (isTerminating<T, E>(event) || !hasRunEnded)
+                    listener(event);
+            });
     }
 
 private:
@@ -53,7 +62,7 @@ private:
         }
         Factory factory;
         bool isExecuting = false;
-        Listeners<Event<T, E> const&> listeners;
+        Listeners<Event<T, E> const&, bool const&> listeners;
     };
     std::shared_ptr<State> m_state;
 };

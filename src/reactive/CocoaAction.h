@@ -7,7 +7,7 @@
 namespace tensio {
 
 // A command with a fixed input, for a button: each click runs it once with that input. Shares the
-// command's state, so it may outlive the command's holder.
+// command's state, so it may outlive the Action it was made from.
 class CocoaAction {
 public:
     template<typename Input, typename T, typename E>

@@ -11,7 +11,7 @@
 namespace tensio {
 
 // The callbacks of one source. While they are called, each may add or end callbacks or destroy the
-// source: one that has ended is not called any more, a late-comer hears the next call first.
+// source. One that has ended is not called any more; one that was added is first called next time.
 template<typename... Args>
 class Listeners {
 public:

@@ -8,9 +8,9 @@
 
 namespace tensio {
 
-// A value that tells its observers of every assignment, equal values included. Observers run inside
-// the assignment. An observer that assigns again makes later observers hear the newest value,
-// twice; never an old one after a new one.
+// A value that notifies its observers of every assignment, equal values included. Observers run
+// inside the assignment. If an observer assigns, the remaining observers are called twice with the
+// newest value; never with an older one.
 template<typename T>
 class MutableProperty {
 public:
@@ -24,6 +24,8 @@ public:
 
     T const& value() const { return m_state->value; }
 
+    // Calls every observer before it returns. An observer may assign again, subscribe, unsubscribe
+    // or destroy this property.
     void setValue(T value)
     {
         // The copy outlives an observer that destroys this property.
@@ -36,21 +38,22 @@ public:
     Subscription observeChanges(Observer observer)
     {
         return m_state->listeners.add([state = m_state.get(), observer = std::move(observer)] {
-            // A copy: an observer that assigns must not change the value under the others' feet.
+            // A copy: the observer keeps its argument even if it assigns.
             T const value = state->value;
             observer(value);
         });
     }
 
-    // The current value at once, then every later one.
+    // The current value at once, then every later one, also one assigned during the first call.
     Subscription observe(Observer observer)
     {
+        auto subscription = observeChanges(observer);
         observer(T(value()));
-        return observeChanges(std::move(observer));
+        return subscription;
     }
 
-    // One-way: takes the source's current value at once, then every new one. The source may outlive
-    // this property if the subscription does not.
+    // One-way: takes the source's current value at once, then every new one. The subscription must
+    // end before this property does; the source may end before either.
     Subscription bindTo(MutableProperty& source)
     {
         return source.observe([this](T const& value) { setValue(value); });

@@ -9,7 +9,7 @@ namespace tensio {
 
 using Seconds = std::chrono::duration<double>;
 
-// Runs work later on the main thread. Ending the returned subscription takes the work back.
+// Runs work later on the main thread.
 class Scheduler {
 public:
     Scheduler() = default;
@@ -17,8 +17,9 @@ public:
     Scheduler& operator=(Scheduler const&) = delete;
     virtual ~Scheduler() = default;
 
-    // Time since some fixed moment; never steps back, whatever happens to the wall clock.
+    // Time since some fixed moment; unlike the wall clock it never steps back.
     virtual Seconds now() const = 0;
+    // Runs the work once, never inside this call. Ending the subscription cancels it.
     virtual Subscription scheduleAfter(Seconds delay, std::function<void()> work) = 0;
 };
 

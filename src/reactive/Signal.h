@@ -11,7 +11,7 @@ namespace tensio {
 // The value of a stream whose values carry nothing.
 struct Nothing { };
 
-// The error of a stream that never fails: no object of it can be made.
+// The error of a stream that never fails; it cannot be constructed.
 struct NoError {
     NoError() = delete;
 };
@@ -71,7 +71,7 @@ private:
     std::shared_ptr<State> m_state;
 };
 
-// A stream of events that happens whether or not somebody listens.
+// A stream of events that runs whether or not anything listens.
 template<typename T, typename E = NoError>
 class Signal {
 public:
@@ -89,9 +89,12 @@ public:
         return {signal, observer};
     }
 
+    // Nothing is delivered after the event that ends the stream, not even a value during whose
+    // delivery an earlier listener ended it.
     Subscription observe(std::function<void(Event<T, E> const&)> listener) const
     {
-        return m_listeners->add(std::move(listener));
+        return m_listeners->add([observer = Observer<T, E>(std::move(listener))](
+                                    auto const& event) { observer.send(event); });
     }
 
     Subscription observeValues(std::function<void(T const&)> listener) const

@@ -7,7 +7,7 @@
 
 namespace tensio {
 
-// A recipe of a stream: every start runs its work anew, with a fresh observer.
+// A recipe of a stream: every start runs its work again, with a fresh observer.
 template<typename T, typename E = NoError>
 class SignalProducer {
 public:
@@ -27,6 +27,7 @@ public:
         });
     }
 
+    // The sink may be called inside start() already. A started stream cannot be cancelled.
     void start(typename Observer<T, E>::Sink sink) const
     {
         m_work(Observer<T, E>(std::move(sink)));
@@ -42,7 +43,7 @@ public:
             });
     }
 
-    // Runs the handler when a started stream is interrupted, before its subscriber hears of it.
+    // Runs the handler when a started stream is interrupted, before its sink is called.
     SignalProducer onInterrupted(std::function<void()> handler) const
     {
         return SignalProducer(

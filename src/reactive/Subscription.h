@@ -6,8 +6,7 @@
 
 namespace tensio {
 
-// Owns one clean-up, run once: by end(), when replaced, or on destruction. Whoever drops it hears
-// nothing any more. Clean-ups must not throw.
+// Runs its clean-up once: at end(), on assignment or on destruction. Clean-ups must not throw.
 class [[nodiscard]] Subscription {
 public:
     Subscription() = default;

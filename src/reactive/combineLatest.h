@@ -8,8 +8,8 @@
 
 namespace tensio {
 
-// The latest pair at once, then whenever either changes. Both properties must outlive the
-// subscription.
+// The latest pair at once, then whenever either changes, also during the first call. Both
+// properties must outlive the subscription.
 template<typename A, typename B>
 Subscription combineLatest(MutableProperty<A>& first, MutableProperty<B>& second,
     std::function<void(A const&, B const&)> observer)
@@ -17,10 +17,10 @@ Subscription combineLatest(MutableProperty<A>& first, MutableProperty<B>& second
     auto publish = [&first, &second, observer = std::move(observer)] {
         observer(A(first.value()), B(second.value()));
     };
-    publish();
     auto both = std::make_shared<Subscriptions>();
     both->push_back(first.observeChanges([publish](A const&) { publish(); }));
     both->push_back(second.observeChanges([publish](B const&) { publish(); }));
+    publish();
     return Subscription([both] { both->clear(); });
 }
 

@@ -1,54 +1,52 @@
-#include "reactive/CocoaAction.h"
+#include "reactive/Action.h"
 
 #include <gtest/gtest.h>
 #include <optional>
 
 using namespace tensio;
 
-TEST(Action, IsDisabledWhileItExecutesAndForwardsTheEventsOfEveryRun)
+TEST(Action, RunsOneAtATimeAndMayBeRunAgainByAListenerToItsFailure)
 {
-    std::optional<Observer<int>> running;
-    int starts = 0;
-    Action<int, int> action([&](int input) {
-        return SignalProducer<int>([&, input](auto const& observer) {
-            ++starts;
+    std::optional<Observer<int, int>> running;
+    Action<int, int, int> action([&](int input) {
+        return SignalProducer<int, int>([&running, input](auto const& observer) {
             running = observer;
             observer.sendValue(input);
         });
     });
     std::vector<int> values;
-    std::vector<bool> executingAtEnd;
     auto const listening = action.observe([&](auto const& event) {
         if (auto const* value = std::get_if<ValueEvent<int>>(&event))
             values.push_back(value->value);
-        else
-            executingAtEnd.push_back(action.isExecuting());
+        else if (auto const* failure = std::get_if<FailedEvent<int>>(&event))
+            action.apply(failure->error);
     });
     EXPECT_TRUE(action.apply(1));
     EXPECT_FALSE(action.apply(2));
+    running->sendFailed(3);
+    EXPECT_FALSE(action.apply(4));
     running->sendInterrupted();
-    EXPECT_TRUE(action.apply(3));
-    running->sendCompleted();
-    EXPECT_EQ(values, (std::vector {1, 3}));
-    EXPECT_EQ(starts, 2);
-    EXPECT_EQ(executingAtEnd, (std::vector {false, false}));
+    EXPECT_TRUE(action.apply(5));
+    EXPECT_EQ(values, (std::vector {1, 3, 5}));
 }
 
-TEST(Action, AFailedRunMayBeTriedAgainByWhoHearsOfIt)
+TEST(Action, DeliversNoValueOfARunThatAnEarlierListenerHasEnded)
 {
-    int runs = 0;
-    Action<Nothing, Nothing, int> action([&](Nothing) {
-        return SignalProducer<Nothing, int>([&](auto const& observer) {
-            ++runs;
-            observer.sendFailed(runs);
-        });
+    std::optional<Observer<int>> running;
+    Action<Nothing, int> action([&](Nothing) {
+        return SignalProducer<int>([&](auto const& observer) { running = observer; });
     });
-    auto const retrying = action.observe([&](auto const&) {
-        if (runs < 3)
-            action.apply(Nothing {});
+    auto const ending = action.observe([&](auto const& event) {
+        if (!isTerminating<int, NoError>(event))
+            running->sendCompleted();
+    });
+    std::string heard;
+    auto const listening = action.observe([&](auto const& event) {
+        heard += isTerminating<int, NoError>(event) ? "end " : "value ";
     });
     action.apply(Nothing {});
-    EXPECT_EQ(runs, 3);
+    running->sendValue(1);
+    EXPECT_EQ(heard, "end ");
 }
 
 TEST(Action, MayBeDestroyedByItsOwnEvents)
@@ -58,16 +56,4 @@ TEST(Action, MayBeDestroyedByItsOwnEvents)
     auto const destroying = action->observe([&](auto const&) { action.reset(); });
     action->apply(Nothing {});
     EXPECT_EQ(action, nullptr);
-}
-
-TEST(CocoaAction, RunsItsCommandOnceForEachClickWithItsInput)
-{
-    int sum = 0;
-    Action<int> const adding([&](int input) {
-        return SignalProducer<Nothing>::completingAfter([&sum, input] { sum += input; });
-    });
-    CocoaAction const addFive(adding, 5);
-    addFive.execute();
-    addFive.execute();
-    EXPECT_EQ(sum, 10);
 }
