@@ -4,7 +4,7 @@
 
 namespace tensio {
 
-// Dims the window behind the user information dialog.
+// Dims the whole window behind the user information dialog.
 class CoverView : public QWidget {
     Q_OBJECT
 

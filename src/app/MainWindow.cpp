@@ -26,7 +26,7 @@ void MainWindow::showEvent(QShowEvent* event)
 bool MainWindow::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched == m_contentView && event->type() == QEvent::Resize)
-        Q_EMIT willLayout(m_contentView->size());
+        Q_EMIT contentResized();
     return QMainWindow::eventFilter(watched, event);
 }
 

@@ -4,7 +4,8 @@
 
 namespace tensio {
 
-// A plain window that tells when its content has another size and when it is first shown.
+// A plain window that reports when it is about to be shown by the program, and when its content has
+// been resized.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -15,7 +16,7 @@ public:
 
 Q_SIGNALS:
     void willAppear();
-    void willLayout(QSize contentSize);
+    void contentResized();
 
 protected:
     void showEvent(QShowEvent* event) override;

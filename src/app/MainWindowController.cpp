@@ -13,8 +13,8 @@ MainWindowController::MainWindowController(
 
 void MainWindowController::windowDidLoad()
 {
-    connect(&m_window, &MainWindow::willLayout, this,
-        [this](QSize size) { m_contentController.fit(size); });
+    connect(&m_window, &MainWindow::contentResized, this,
+        [this] { m_contentController.viewWillLayout(); });
     connect(
         &m_window, &MainWindow::willAppear, this, [this] { m_contentController.viewWillAppear(); });
     showSimulationInTitle(false);

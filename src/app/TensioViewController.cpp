@@ -16,11 +16,14 @@ namespace tensio {
 TensioViewController::TensioViewController(
     TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QWidget& contentView)
     : m_tensioManager(tensioManager)
+    , m_contentView(contentView)
     , m_view(std::make_unique<QWidget>(&contentView))
     , m_ui(std::make_unique<Ui::Tensio>())
 {
     m_view->setObjectName(QStringLiteral("rootView"));
     m_ui->setupUi(m_view.get());
+    // Not part of the scaled design: it dims the whole window, its menu bar too.
+    m_ui->coverView->setParent(contentView.window());
     m_header = std::make_unique<HeaderViewController>(tensioManager, *m_ui->headerView);
     m_visualFeedback = std::make_unique<VisualFeedbackViewController>(
         tensioManager, runLoop, *m_ui->visualFeedbackView);
@@ -35,9 +38,17 @@ void TensioViewController::viewWillAppear()
 {
     m_subscriptions.clear();
     m_ui->coverView->hide();
-    m_subscriptions.push_back(m_tensioManager.isShowingPopup.observeChanges(
-        [this](bool isShowing) { m_ui->coverView->setVisible(isShowing); }));
+    m_subscriptions.push_back(m_tensioManager.isShowingPopup.observeChanges([this](bool isShowing) {
+        m_ui->coverView->raise();
+        m_ui->coverView->setVisible(isShowing);
+    }));
     m_visualFeedback->viewWillAppear();
+}
+
+void TensioViewController::viewWillLayout()
+{
+    fit(m_contentView.size());
+    m_ui->coverView->setGeometry(m_contentView.window()->rect());
 }
 
 void TensioViewController::fit(QSizeF size)

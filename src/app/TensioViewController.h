@@ -24,7 +24,7 @@ class TensioManager;
 class VisualFeedbackViewController;
 
 // The root view: holds the panels at their places in the 1040 × 692 design, scales the whole to the
-// window and dims it while the user information dialog is open.
+// window and dims the window while the user information dialog is open.
 class TensioViewController {
 public:
     static constexpr double width = 1040.0;
@@ -39,12 +39,15 @@ public:
     ~TensioViewController();
 
     void viewWillAppear();
+    // At every layout pass of the window.
+    void viewWillLayout();
     // Scales the design uniformly to the size, in the window's units, and centres it.
     void fit(QSizeF size);
     void setPrintMenu(QMenu& menu);
 
 private:
     TensioManager& m_tensioManager;
+    QWidget& m_contentView;
     std::unique_ptr<QWidget> m_view;
     std::unique_ptr<Ui::Tensio> m_ui;
     std::unique_ptr<HeaderViewController> m_header;
