@@ -1,5 +1,7 @@
 #include "panels/UserInfoWindow.h"
 
+#include <QShowEvent>
+
 namespace tensio {
 
 UserInfoWindow::UserInfoWindow(QWidget& mainWindow)
@@ -10,13 +12,15 @@ UserInfoWindow::UserInfoWindow(QWidget& mainWindow)
 
 void UserInfoWindow::showEvent(QShowEvent* event)
 {
-    Q_EMIT willAppear();
+    if (!event->spontaneous())
+        Q_EMIT willAppear();
     QDialog::showEvent(event);
 }
 
 void UserInfoWindow::hideEvent(QHideEvent* event)
 {
-    Q_EMIT willDisappear();
+    if (!event->spontaneous())
+        Q_EMIT willDisappear();
     QDialog::hideEvent(event);
 }
 

@@ -13,6 +13,7 @@ public:
     explicit UserInfoWindow(QWidget& mainWindow);
 
 Q_SIGNALS:
+    // Not when the window system hides and shows the window, as when it is minimised.
     void willAppear();
     void willDisappear();
 
