@@ -19,7 +19,7 @@ namespace tensio {
 
 namespace {
 
-// Where the name stops being at most that many user-perceived characters.
+// Index after the first `count` user-perceived characters.
 qsizetype endOfCharacters(QString const& text, int count)
 {
     QTextBoundaryFinder finder(QTextBoundaryFinder::Grapheme, text);
@@ -32,7 +32,7 @@ QString pressureText(float pressure)
     return QString::fromStdString(formatFixed(pressure, 1));
 }
 
-float bounded(float pressure)
+float clampedTarget(float pressure)
 {
     return std::clamp(pressure, TensioManager::minTargetPressure, TensioManager::maxTargetPressure);
 }
@@ -42,7 +42,7 @@ std::optional<float> readPressure(QLineEdit const& input)
     return readNumber(input.text().toStdString());
 }
 
-// What the style sheet shows of it.
+// Sets the property that the style sheet uses.
 void setRefused(QLineEdit& input, QLabel& hint, bool isRefused)
 {
     for (auto* widget : std::initializer_list<QWidget*> {&input, &hint}) {
@@ -52,7 +52,7 @@ void setRefused(QLineEdit& input, QLabel& hint, bool isRefused)
     }
 }
 
-// The entry stands out, without a message, until it is edited or passes.
+// Highlights the field, without a message, until it is edited or accepted.
 void refuse(QLineEdit& input, QLabel& hint)
 {
     setRefused(input, hint, true);
@@ -73,7 +73,7 @@ UserInfoViewController::UserInfoViewController(TensioManager& tensioManager, QWi
 
 UserInfoViewController::~UserInfoViewController()
 {
-    // Hiding says so to the session; that must happen while this object is whole.
+    // viewWillDisappear() must still run.
     m_window->hide();
 }
 
@@ -86,23 +86,29 @@ void UserInfoViewController::viewDidLoad()
         if (std::holds_alternative<ValueEvent<Nothing>>(event))
             connectionOpened();
     }));
-    for (auto const& [input, hint] :
-        {std::pair {m_ui->nameInput, m_ui->nameHint}, {m_ui->pressureInput, m_ui->pressureHint}})
-        connect(input, &QLineEdit::textChanged, this,
-            [input = input, hint = hint] { setRefused(*input, *hint, false); });
+    connectActions();
     connect(
-        m_ui->incPressureButton, &QAbstractButton::clicked, this, [this] { changePressure(0.1f); });
-    connect(m_ui->decPressureButton, &QAbstractButton::clicked, this,
-        [this] { changePressure(-0.1f); });
+        m_window.get(), &UserInfoWindow::willAppear, this, &UserInfoViewController::viewWillAppear);
+    connect(m_window.get(), &UserInfoWindow::willDisappear, this,
+        &UserInfoViewController::viewWillDisappear);
+}
+
+void UserInfoViewController::connectActions()
+{
+    auto const onClick = [this](QAbstractButton* button, void (UserInfoViewController::*action)()) {
+        connect(button, &QAbstractButton::clicked, this, action);
+    };
+    onClick(m_ui->incPressureButton, &UserInfoViewController::incPressureAction);
+    onClick(m_ui->decPressureButton, &UserInfoViewController::decPressureAction);
+    onClick(m_ui->cancelButton, &UserInfoViewController::cancelAction);
+    onClick(m_ui->okButton, &UserInfoViewController::okAction);
     stepOnKeys(*m_ui->incPressureButton, Qt::Key_Up, *m_ui->decPressureButton, Qt::Key_Down);
     clickOnKey(*m_ui->incPressureButton, Qt::Key_Up, *m_ui->pressureInput);
     clickOnKey(*m_ui->decPressureButton, Qt::Key_Down, *m_ui->pressureInput);
-    connect(m_ui->cancelButton, &QAbstractButton::clicked, m_window.get(), &QWidget::close);
-    connect(m_ui->okButton, &QAbstractButton::clicked, this, &UserInfoViewController::ok);
-    connect(m_window.get(), &UserInfoWindow::willAppear, this,
-        [this] { m_tensioManager.isShowingPopup.setValue(true); });
-    connect(m_window.get(), &UserInfoWindow::willDisappear, this,
-        [this] { m_tensioManager.isShowingPopup.setValue(false); });
+    connect(m_ui->nameInput, &QLineEdit::textChanged, this,
+        [this] { setRefused(*m_ui->nameInput, *m_ui->nameHint, false); });
+    connect(m_ui->pressureInput, &QLineEdit::textChanged, this,
+        [this] { setRefused(*m_ui->pressureInput, *m_ui->pressureHint, false); });
 }
 
 void UserInfoViewController::show()
@@ -111,25 +117,55 @@ void UserInfoViewController::show()
     scaleDesign(*m_window, std::max(designScale(m_opener), 1.0));
     m_window->setFixedSize(m_window->size());
     m_window->show();
+    viewDidAppear();
+}
+
+void UserInfoViewController::viewWillAppear()
+{
+    m_tensioManager.isShowingPopup.setValue(true);
+}
+
+void UserInfoViewController::viewDidAppear()
+{
     m_ui->nameInput->setFocus();
+}
+
+void UserInfoViewController::viewWillDisappear()
+{
+    m_tensioManager.isShowingPopup.setValue(false);
+}
+
+void UserInfoViewController::incPressureAction()
+{
+    changePressure(0.1f);
+}
+
+void UserInfoViewController::decPressureAction()
+{
+    changePressure(-0.1f);
 }
 
 void UserInfoViewController::changePressure(float step)
 {
     if (auto const pressure = readPressure(*m_ui->pressureInput))
-        m_ui->pressureInput->setText(pressureText(bounded(*pressure + step)));
+        m_ui->pressureInput->setText(pressureText(clampedTarget(*pressure + step)));
     m_ui->pressureInput->setFocus();
 }
 
-void UserInfoViewController::ok()
+void UserInfoViewController::cancelAction()
+{
+    m_window->close();
+}
+
+void UserInfoViewController::okAction()
 {
     setRefused(*m_ui->nameInput, *m_ui->nameHint, false);
     setRefused(*m_ui->pressureInput, *m_ui->pressureHint, false);
-    if (isNameValid() && isPressureValid())
+    if (acceptName() && acceptPressure())
         m_tensioManager.connectAction.apply(Nothing {});
 }
 
-bool UserInfoViewController::isNameValid()
+bool UserInfoViewController::acceptName()
 {
     auto const name = m_ui->nameInput->text();
     auto const end = endOfCharacters(name, maxNameLength);
@@ -140,10 +176,10 @@ bool UserInfoViewController::isNameValid()
     return false;
 }
 
-bool UserInfoViewController::isPressureValid()
+bool UserInfoViewController::acceptPressure()
 {
     auto const pressure = readPressure(*m_ui->pressureInput);
-    auto const valid = bounded(pressure.value_or(0.0f));
+    auto const valid = clampedTarget(pressure.value_or(0.0f));
     if (pressure == valid)
         return true;
     bool const isNumber = pressure && !std::isnan(*pressure);
@@ -159,7 +195,7 @@ void UserInfoViewController::connectionOpened()
     // The text may have been edited while the port was opening.
     auto const pressure = readPressure(*m_ui->pressureInput);
     if (pressure && !std::isnan(*pressure))
-        m_tensioManager.targetPressure.setValue(bounded(*pressure));
+        m_tensioManager.targetPressure.setValue(clampedTarget(*pressure));
     m_tensioManager.username.setValue(m_ui->nameInput->text().toStdString());
 }
 

@@ -34,10 +34,19 @@ public:
 
 private:
     void viewDidLoad();
+    void connectActions();
+    void viewWillAppear();
+    void viewDidAppear();
+    void viewWillDisappear();
+    void incPressureAction();
+    void decPressureAction();
+    void cancelAction();
+    void okAction();
+
     void changePressure(float step);
-    void ok();
-    bool isNameValid();
-    bool isPressureValid();
+    // True when the entry can be used; otherwise the field is corrected, marked and focused.
+    bool acceptName();
+    bool acceptPressure();
     void connectionOpened();
 
     TensioManager& m_tensioManager;
