@@ -30,9 +30,13 @@ Application::Application()
 
 void Application::print(ReportKind kind)
 {
-    // Each time anew, for the printers that are there now.
+    // Recreated each time so that it sees the current printers.
     m_printPreview = std::make_unique<PrintPreviewController>(
         m_tensioManager, m_printPanels, m_alerts, m_pageLayout, window());
+    // Queued: the preview still runs when it reports that it has closed.
+    connect(
+        m_printPreview.get(), &PrintPreviewController::closed, m_printPreview.get(),
+        [this] { m_printPreview.reset(); }, Qt::QueuedConnection);
     m_printPreview->show(kind);
 }
 

@@ -56,6 +56,7 @@ private:
         {m_csvReport, m_pdfReport, m_savePanel, m_fileWriter, m_screen, m_alerts}};
     QMenu m_defaultTargetMenu;
     MainWindowController m_windowController {m_tensioManager, m_runLoop, m_alerts};
+    // While the preview is open.
     std::unique_ptr<PrintPreviewController> m_printPreview;
     AppDelegate m_delegate {
         m_tensioManager, m_runLoop, m_defaultTargetMenu, [this](ReportKind kind) { print(kind); }};

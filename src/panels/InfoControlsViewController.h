@@ -20,7 +20,7 @@ namespace tensio {
 class UserInfoViewController;
 
 // The control panel: target, read-outs, lamp, Start and Finish, percentage. Opens the user
-// information dialog and tells the user of failed and lost connections.
+// information dialog and shows alerts for failed and lost connections.
 class InfoControlsViewController : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(InfoControlsViewController)
@@ -48,6 +48,7 @@ private:
     InfoControlsViewModel m_viewModel;
     Action<Nothing> m_startAction;
     CocoaAction m_cocoaActionStart;
+    // While the dialog is open.
     std::unique_ptr<UserInfoViewController> m_userInfo;
     Subscriptions m_subscriptions;
 };

@@ -91,6 +91,7 @@ void UserInfoViewController::viewDidLoad()
         m_window.get(), &UserInfoWindow::willAppear, this, &UserInfoViewController::viewWillAppear);
     connect(m_window.get(), &UserInfoWindow::willDisappear, this,
         &UserInfoViewController::viewWillDisappear);
+    connect(m_window.get(), &QDialog::finished, this, &UserInfoViewController::didClose);
 }
 
 void UserInfoViewController::connectActions()
@@ -197,6 +198,12 @@ void UserInfoViewController::connectionOpened()
     if (pressure && !std::isnan(*pressure))
         m_tensioManager.targetPressure.setValue(clampedTarget(*pressure));
     m_tensioManager.username.setValue(m_ui->nameInput->text().toStdString());
+}
+
+void UserInfoViewController::didClose()
+{
+    m_subscriptions.clear();
+    Q_EMIT closed();
 }
 
 } // namespace tensio

@@ -18,7 +18,8 @@ class TensioManager;
 class UserInfoWindow;
 
 // The user information dialog: asks for the subject's name and target, checks both and runs the
-// connect command. Closes, and stores what was entered, when the connection has opened.
+// connect command. Closes, and stores what was entered, when the connection has opened. Shown once:
+// after it has closed it stores nothing any more.
 class UserInfoViewController : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(UserInfoViewController)
@@ -31,6 +32,9 @@ public:
     ~UserInfoViewController() override;
 
     void show();
+
+Q_SIGNALS:
+    void closed();
 
 private:
     void viewDidLoad();
@@ -48,6 +52,7 @@ private:
     bool acceptName();
     bool acceptPressure();
     void connectionOpened();
+    void didClose();
 
     TensioManager& m_tensioManager;
     QWidget const& m_opener;

@@ -68,6 +68,7 @@ void PrintPreviewController::viewDidLoad()
         [this] { m_tensioManager.saveViewAsPdf(*m_view); });
     connect(m_ui->printButton, &QAbstractButton::clicked, this, &PrintPreviewController::print);
     connect(m_ui->closeButton, &QAbstractButton::clicked, m_window.get(), &QWidget::close);
+    connect(m_window.get(), &QDialog::finished, this, &PrintPreviewController::closed);
 }
 
 void PrintPreviewController::addPages()

@@ -37,6 +37,9 @@ public:
     // With a report that there is.
     void show(ReportKind kind);
 
+Q_SIGNALS:
+    void closed();
+
 private:
     void viewDidLoad();
     void addPages();
