@@ -129,6 +129,8 @@ void UserInfoViewController::viewWillAppear()
 void UserInfoViewController::viewDidAppear()
 {
     m_ui->nameInput->setFocus();
+    // Typing replaces the name of the last subject.
+    m_ui->nameInput->selectAll();
 }
 
 void UserInfoViewController::viewWillDisappear()
