@@ -26,7 +26,6 @@ void OrvButtonCell::drawTitle(QPainter& painter, QRectF frame) const
         return;
     painter.setFont(*font);
     painter.setPen(QColor(255, 0, 0));
-    // The font's own leading would push the title below the middle of the field.
     painter.drawText(frame.translated(0.0, 1.0), Qt::AlignHCenter | Qt::AlignVCenter, title);
 }
 

@@ -74,24 +74,22 @@ void PopUpButton::paintEvent(QPaintEvent* /*event*/)
     painter.scale(scale, scale);
     painter.setOpacity(isEnabled() ? 1.0 : 0.4);
     QRectF const frame(QPointF(0.0, 0.0), QSizeF(size()) / scale);
-    drawOutline(painter, frame);
 
     auto cellFont = font();
     cellFont.setPixelSize(14);
     cellFont.setBold(true);
     OrvButtonCell const cell {cellFont, text(), isDown()};
-    // The cell puts its arrow near the top right corner of its frame, whatever the height.
-    cell.drawBorderAndBackground(painter, frame.adjusted(2.0, 2.0, -7.0, -2.0));
-    // The arrow's room is taken from the title's, so that the title stands in the middle of what is
-    // left.
-    cell.drawTitle(painter, frame.adjusted(0.0, -1.0, -12.0, -1.0));
+    cell.drawBorderAndBackground(painter, frame);
+    cell.drawTitle(painter, frame);
+    drawOutline(painter, frame);
 }
 
+// The cell has none; its white field must be seen on a white card.
 void PopUpButton::drawOutline(QPainter& painter, QRectF frame) const
 {
     bool const isMarked = isEnabled() && (hasFocus() || underMouse() || isDown());
     double const width = isMarked && (hasFocus() || isDown()) ? 2.0 : 1.0;
-    painter.setBrush(Qt::white);
+    painter.setBrush(Qt::NoBrush);
     painter.setPen(QPen(isMarked ? QColor(0x00, 0x67, 0xb8) : QColor(0xb8, 0xbe, 0xc8), width));
     double const inset = width / 2.0;
     painter.drawRoundedRect(frame.adjusted(inset, inset, -inset, -inset), 6.0, 6.0);
