@@ -7,7 +7,7 @@ namespace tensio::fuzz {
 
 namespace {
 
-// Around the silence that ends a rest (20 ms) and the tick that ends a burst (1 s).
+// Around the silence that ends an incomplete record (20 ms) and the tick that ends a burst (1 s).
 constexpr std::array pauses {0, 3, 10, 19, 20, 23, 450, 997};
 constexpr std::array targets {30.0f, 42.5f, 10.0f, 80.0f};
 constexpr std::array percents {1.0f, 0.8f, 0.01f, 0.7f};
@@ -28,6 +28,7 @@ FuzzInput readFuzzInput(std::string_view bytes)
         return input;
     auto const setUp = static_cast<unsigned char>(take(bytes, 1).front());
     input.endsByPulling = (setUp & 1U) != 0;
+    input.probesEverySilence = (setUp & 32U) != 0;
     input.targetPressure = targets.at(setUp >> 1U & 3U);
     input.targetPressurePercent = percents.at(setUp >> 3U & 3U);
 

@@ -6,7 +6,7 @@
 
 namespace tensio::fuzz {
 
-// One write of a device that may be out of its mind: after a pause, these bytes; never none.
+// One write of a device that may send anything: after a pause, these bytes; never none.
 struct Write {
     int pauseMilliseconds = 0;
     std::string bytes;
@@ -15,6 +15,7 @@ struct Write {
 // What a fuzzer's bytes stand for: how the session is set up and ends, and what comes in between.
 struct FuzzInput {
     bool endsByPulling = false;
+    bool probesEverySilence = false;
     float targetPressure = 0.0f;
     float targetPressurePercent = 1.0f;
     std::vector<Write> writes;

@@ -1,195 +1,157 @@
 #include "StreamCheck.h"
 
-#include "FuzzInput.h"
-#include "NaiveReader.h"
-#include "NaiveSession.h"
-#include "core/DeviceRecord.h"
-#include "platform/RecordGatherer.h"
-#include "support/Session.h"
+#include "PlayedStream.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
-#include <sstream>
 
 namespace tensio::fuzz {
 
 namespace {
 
-constexpr auto name = "氏\t名𠮷";
-// The moment of the manual clock, in the time zone UTC.
-std::u16string const head = u"氏名\t氏 名𠮷\r\n測定日時\t2024/03/05 14:07\r\n\r\n";
-
-// The outcome of the real code.
-struct Outcome {
-    std::vector<Reading> published;
-    std::vector<float> shown;
-    std::vector<NaiveMeasurement> measurements;
-    std::string csv;
-    std::string selectedCsv;
-    std::size_t timersLeft = 0;
-};
-
-std::vector<NaiveMeasurement> plain(Measurements const& list)
-{
-    std::vector<NaiveMeasurement> measurements;
-    for (auto const& each : list)
-        measurements.push_back({each->number, *each->bestPressure, *each->pressurePoints});
-    return measurements;
-}
-
-void end(Session& session, RecordGatherer& gatherer, bool byPulling)
-{
-    if (byPulling) {
-        gatherer.flush();
-        session.port->playLoss();
-    } else {
-        gatherer.discard();
-        session.manager.disconnectAction.apply(Nothing {});
-    }
-}
-
-Outcome play(FuzzInput const& input)
-{
-    Session session;
-    Outcome outcome;
-    auto& manager = session.manager;
-    auto const milliseconds
-        = [&] { return static_cast<int>(std::lround(session.runLoop.now().count() * 1000.0)); };
-    auto const publishing = manager.serialPortManager.pressure.observeChanges([&](float pressure) {
-        outcome.published.push_back({milliseconds(), pressure});
-    });
-    auto const showing = manager.currentPressure.observeChanges(
-        [&](float pressure) { outcome.shown.push_back(pressure); });
-    session.connect(input.targetPressure);
-    outcome.shown.clear();
-    manager.username.setValue(name);
-    manager.changeTargetPressurePercentAction.apply(input.targetPressurePercent);
-
-    RecordGatherer gatherer(session.runLoop, deviceRecordShape,
-        [&](std::string_view chunk) { session.port->delegate->serialPortDidReceiveData(chunk); });
-    for (auto const& [pause, bytes] : input.writes) {
-        session.runLoop.advance(Seconds(pause / 1000.0));
-        gatherer.receive(bytes);
-    }
-    session.runLoop.advance(Seconds(input.restMilliseconds / 1000.0));
-    end(session, gatherer, input.endsByPulling);
-
-    outcome.measurements = plain(manager.measurementList.measurements());
-    session.saving.answer = "file.csv";
-    manager.saveCsv();
-    outcome.csv = std::exchange(session.saving.written, {});
-    for (auto const& measurement : manager.measurementList.measurements())
-        measurement->isCounted.setValue(measurement->isEnabled.value());
-    manager.saveSelectedCsv();
-    outcome.selectedCsv = session.saving.written;
-    outcome.timersLeft = session.runLoop.liveTimers();
-    return outcome;
-}
-
 bool isSame(float left, float right)
 {
-    return (std::isnan(left) && std::isnan(right))
-        || (left == right && std::signbit(left) == std::signbit(right));
+    return left == right || (std::isnan(left) && std::isnan(right));
 }
 
-// The largest that three digits and a tenth can say is nine billion.
-bool isAllowed(float pressure)
+std::string brokenReading(PlayedStream const& played)
 {
-    return !std::isfinite(pressure) || std::abs(pressure) <= 9.0e9f;
-}
-
-// The bytes of a file; nobody promises the sign of what is no number.
-std::string fileOf(std::u16string const& text)
-{
-    std::string bytes = "\xff\xfe";
-    for (auto const unit : text) {
-        bytes += static_cast<char>(unit & 0xffU);
-        bytes += static_cast<char>(unit >> 8U);
+    for (auto const& [seconds, pressure, shown] : played.readings) {
+        // Three characters and a tenth say at most nine billion.
+        if (std::isfinite(pressure) && std::abs(pressure) > 9.0e9f)
+            return "a reading is one that a record can say";
+        if (!isSame(shown, pressure > 0.0f ? pressure : 0.0f))
+            return "what is shown is the reading, never below 0";
     }
-    return bytes;
+    return {};
 }
 
-std::string withoutSignOfNan(std::string bytes)
+// Which measurement each reading stands in.
+std::vector<std::size_t> placesOf(PlayedStream const& played, std::vector<float>& points)
 {
-    std::string const negative("-\0n\0a\0n\0", 8);
-    for (auto at = bytes.find(negative); at != std::string::npos; at = bytes.find(negative, at))
-        bytes.erase(at, 2);
-    return bytes;
+    std::vector<std::size_t> places;
+    auto const append = [&](std::vector<float> const& more) {
+        points.insert(points.end(), more.begin(), more.end());
+        places.resize(points.size(), places.empty() ? 0 : places.back() + 1);
+    };
+    for (auto const& each : played.finished)
+        append(*each->pressurePoints);
+    append(played.unfinishedPoints);
+    return places;
 }
 
-// In virtual time a rest that ends in the very moment of a tick may come before or after it.
-bool isUndecided(std::vector<Reading> const& readings)
+std::string brokenCut(PlayedStream const& played)
 {
-    for (std::size_t from = 0; from < readings.size(); ++from) {
-        for (std::size_t to = from + 1; to < readings.size(); ++to) {
-            auto const distance = readings[to].milliseconds - readings[from].milliseconds;
-            if (distance > 0 && distance % 1000 == 0)
-                return true;
+    std::vector<float> points;
+    auto const places = placesOf(played, points);
+    if (!std::ranges::equal(points, played.readings, isSame, {}, &Reading::pressure))
+        return "every reading stands in one measurement, in order";
+    bool hasPress = false;
+    for (std::size_t index = 0; index + 1 < points.size(); ++index) {
+        hasPress = hasPress || points[index] > 0.0f;
+        auto const gap = played.readings[index + 1].seconds - played.readings[index].seconds;
+        bool const isCut = places[index + 1] != places[index];
+        if (isCut ? gap < 0.999 || !hasPress : gap > 2.001 && hasPress)
+            return "a press ends after 1 to 2 s of silence";
+        hasPress = hasPress && !isCut;
+    }
+    return {};
+}
+
+std::string brokenMeasurement(PlayedStream const& played, FuzzInput const& input)
+{
+    int number = 1;
+    for (auto const& each : played.finished) {
+        float best = 0.0f;
+        for (auto const point : *each->pressurePoints)
+            best = point > best ? point : best;
+        if (each->number != number++)
+            return "measurements are numbered from 1";
+        if (each->bestPressure != best || best == 0.0f)
+            return "the best pressure is the highest, and above 0";
+        if (each->targetPressure != input.targetPressure * input.targetPressurePercent)
+            return "the target is the base times the factor";
+    }
+    return {};
+}
+
+// The cells of a file that is UTF-16, or of as much of it as is.
+std::vector<std::vector<std::string>> cellsOf(std::string_view csv)
+{
+    std::vector<std::vector<std::string>> rows(1, std::vector<std::string>(1));
+    for (std::size_t at = 2; at + 1 < csv.size(); at += 2) {
+        // Only ASCII is looked at; the rest stands for itself.
+        auto const unit = csv[at + 1] == 0 ? csv[at] : '?';
+        if (unit == '\t')
+            rows.back().emplace_back();
+        else if (unit == '\n')
+            rows.emplace_back(1);
+        else if (unit != '\r')
+            rows.back().back() += unit;
+    }
+    return rows;
+}
+
+bool reads(std::string const& cell, float value)
+{
+    float found = 0.0f;
+    auto const* const end = cell.data() + cell.size();
+    auto const result = std::from_chars(cell.data(), end, found, std::chars_format::fixed);
+    return result.ec == std::errc() && result.ptr == end
+        && (isSame(found, value) || std::abs(found - value) <= 0.0501f + std::abs(value) * 1e-6f);
+}
+
+std::string brokenFile(PlayedStream const& played, FuzzInput const& input)
+{
+    if (played.finished.empty())
+        return played.csv.empty() ? "" : "without a measurement there is no file";
+    auto const rows = cellsOf(played.csv);
+    std::size_t longest = 0;
+    for (auto const& each : played.finished)
+        longest = std::max(longest, each->pressurePoints->size());
+    constexpr std::size_t firstPoint = 7;
+    if (rows.size() != firstPoint + longest + 1
+        || rows[0] != std::vector<std::string> {"??", "? ???"})
+        return "the file has the name, and a row for each point";
+    std::string const failure = "the file says what was measured";
+    for (std::size_t column = 0; column < played.finished.size() * 3; column += 3) {
+        auto const& measurement = *played.finished[column / 3];
+        auto const& points = *measurement.pressurePoints;
+        if (rows[3].at(column) != std::to_string(measurement.number) + "??"
+            || !reads(rows[4].at(column + 1), *measurement.bestPressure)
+            || !reads(rows[5].at(column + 1), input.targetPressure * input.targetPressurePercent))
+            return failure;
+        for (std::size_t row = 0; row < longest; ++row) {
+            auto const* const cells = &rows[firstPoint + row].at(column);
+            bool const isRight = row < points.size()
+                ? reads(cells[0], static_cast<float>(row + 1) * 0.05f)
+                    && reads(cells[1], points[row])
+                : cells[0].empty() && cells[1].empty();
+            if (!isRight)
+                return failure;
         }
     }
-    return false;
+    return {};
 }
 
-std::string differenceOfReadings(std::vector<Reading> const& expected, Outcome const& outcome)
+std::string broken(PlayedStream const& played, FuzzInput const& input)
 {
-    if (outcome.published.size() != expected.size() || outcome.shown.size() != expected.size())
-        return "published another number of pressures";
-    for (std::size_t index = 0; index < expected.size(); ++index) {
-        auto const [time, pressure] = outcome.published[index];
-        if (!isAllowed(pressure))
-            return "published what the format cannot say";
-        if (!isSame(pressure, expected[index].pressure))
-            return "published another pressure";
-        if (time != expected[index].milliseconds)
-            return "published at another time";
-        if (!isSame(outcome.shown[index], pressure > 0.0f ? pressure : 0.0f))
-            return "showed another pressure";
+    for (auto const& failure : {played.failure, brokenReading(played), brokenCut(played),
+             brokenMeasurement(played, input), brokenFile(played, input)}) {
+        if (!failure.empty())
+            return failure;
     }
-    return {};
-}
-
-std::string differenceOfMeasurements(
-    std::vector<NaiveMeasurement> const& expected, std::vector<NaiveMeasurement> const& found)
-{
-    if (found.size() != expected.size())
-        return "another number of measurements";
-    for (std::size_t index = 0; index < expected.size(); ++index) {
-        if (found[index].number != expected[index].number
-            || !isSame(found[index].best, expected[index].best)
-            || !std::ranges::equal(found[index].points, expected[index].points, isSame))
-            return "another measurement";
-    }
-    return {};
-}
-
-std::string differenceOfFiles(
-    FuzzInput const& input, std::vector<NaiveMeasurement> const& expected, Outcome const& outcome)
-{
-    if (expected.empty())
-        return outcome.csv.empty() && outcome.selectedCsv.empty() ? "" : "saved nothing to a file";
-    auto const target = input.targetPressure * input.targetPressurePercent;
-    if (withoutSignOfNan(outcome.csv) != withoutSignOfNan(fileOf(naiveCsv(expected, target, head))))
-        return "another CSV file";
-    if (outcome.selectedCsv != fileOf(naiveSelectedCsv(expected, head)))
-        return "another CSV file of the selection";
-    return {};
+    return played.timersLeft == 1 ? "" : "no timer but the clock outlives the session";
 }
 
 } // namespace
 
-std::string differenceFromNaive(std::string_view bytes)
+std::string brokenProperty(std::string_view bytes)
 {
     auto const input = readFuzzInput(bytes);
-    auto const expected = readNaively(input);
-    auto const outcome = play(input);
-    if (auto difference = differenceOfReadings(expected, outcome); !difference.empty())
-        return difference;
-    if (outcome.timersLeft != 1)
-        return "a timer besides the clock outlived the session";
-    if (isUndecided(expected))
-        return {};
-    auto const measurements = cutNaively(expected);
-    auto difference = differenceOfMeasurements(measurements, outcome.measurements);
-    return difference.empty() ? differenceOfFiles(input, measurements, outcome) : difference;
+    auto const failure = broken(playRecords(input), input);
+    return failure.empty() ? broken(playBytes(input), input) : failure;
 }
 
 } // namespace tensio::fuzz
