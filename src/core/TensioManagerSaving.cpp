@@ -8,9 +8,6 @@
 #include "platform/Saving.h"
 #include "platform/Screen.h"
 
-#include <array>
-#include <charconv>
-
 // What the user saves.
 
 namespace tensio {
@@ -22,22 +19,12 @@ std::string dateText(Measurements const& measurements)
     return formatLocalTime(*measurements.back()->timeStamp, "%Y/%m/%d %H:%M");
 }
 
-// No more digits than it takes to read the number back, but one after the point.
-std::string exactNumber(double value)
+// The main window, measured from the top of the screen.
+ScreenRect captureArea(Screen const& screen)
 {
-    std::array<char, 512> text {};
-    auto const result
-        = std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
-    std::string number(text.data(), result.ptr);
-    return number.find('.') == std::string::npos ? number + ".0" : number;
-}
-
-std::string captureRectangle(Screen const& screen)
-{
-    auto const frame = screen.mainWindowFrame();
-    auto const top = screen.mainScreenHeight() - frame.y - frame.height;
-    return exactNumber(frame.x) + "," + exactNumber(top) + "," + exactNumber(frame.width) + ","
-        + exactNumber(frame.height);
+    auto area = screen.mainWindowFrame();
+    area.y = screen.mainScreenHeight() - area.y - area.height;
+    return area;
 }
 
 } // namespace
@@ -69,7 +56,7 @@ void TensioManager::saveAsCsv(std::string const& text)
 void TensioManager::saveScreenshot()
 {
     // First the picture, so that the panel is not on it.
-    m_saving.screen.captureToClipboard(captureRectangle(m_saving.screen));
+    m_saving.screen.captureToClipboard(captureArea(m_saving.screen));
     auto const path = m_saving.savePanel.runModal("png");
     if (!path)
         return;

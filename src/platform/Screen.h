@@ -5,7 +5,7 @@
 
 namespace tensio {
 
-// In screen points, the origin at the bottom left of the main screen.
+// In screen points.
 struct ScreenRect {
     double x = 0.0;
     double y = 0.0;
@@ -13,7 +13,7 @@ struct ScreenRect {
     double height = 0.0;
 };
 
-// The main window on its screen, and pictures of it by way of the clipboard.
+// The place of the main window on the screen, and pictures of it through the clipboard.
 class Screen {
 public:
     Screen() = default;
@@ -21,11 +21,14 @@ public:
     Screen& operator=(Screen const&) = delete;
     virtual ~Screen() = default;
 
+    // From the bottom left of the main screen to the window's bottom left, y upwards; all zero
+    // without a window.
     virtual ScreenRect mainWindowFrame() const = 0;
     virtual double mainScreenHeight() const = 0;
 
-    // "x,y,width,height" in screen points from the top left.
-    virtual void captureToClipboard(std::string const& rectangle) = 0;
+    // From the top left of the main screen, y downwards. Returns when it is done; does nothing when
+    // nothing could be captured.
+    virtual void captureToClipboard(ScreenRect const& area) = 0;
     // The clipboard's picture as PNG; nothing when there is none.
     virtual std::optional<std::string> clipboardPng() const = 0;
 };

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Alerts.h"
+#include "platform/CaptureRectangle.h"
 #include "platform/Clock.h"
 #include "platform/Menu.h"
 #include "platform/Printing.h"
@@ -120,9 +121,9 @@ public:
     }
     ScreenRect mainWindowFrame() const override { return frame; }
     double mainScreenHeight() const override { return 1080.0; }
-    void captureToClipboard(std::string const& rectangle) override
+    void captureToClipboard(ScreenRect const& area) override
     {
-        log.push_back("capture " + rectangle);
+        log.push_back("capture " + captureRectangle(area));
     }
     std::optional<std::string> clipboardPng() const override { return clipboard; }
 };

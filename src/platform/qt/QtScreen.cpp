@@ -1,10 +1,11 @@
 #include "platform/qt/QtScreen.h"
 
+#include "platform/CaptureRectangle.h"
+
 #include <QBuffer>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QImage>
-#include <QLocale>
 #include <QPixmap>
 #include <QProcess>
 #include <QScreen>
@@ -12,22 +13,13 @@
 
 namespace tensio {
 
-namespace {
-
-QRect readRectangle(std::string const& text)
-{
-    auto const numbers = QString::fromStdString(text).split(u',');
-    auto const number = [&](int index) { return QLocale::c().toDouble(numbers.value(index)); };
-    return QRectF(number(0), number(1), number(2), number(3)).toAlignedRect();
-}
-
-} // namespace
-
 ScreenRect QtScreen::mainWindowFrame() const
 {
     if (!m_window)
         return {};
-    QRectF const frame = m_window->frameGeometry();
+    // Qt counts from the corner of all screens together.
+    auto const origin = QGuiApplication::primaryScreen()->geometry().topLeft();
+    QRectF const frame = m_window->frameGeometry().translated(-origin);
     return {
         frame.x(), mainScreenHeight() - frame.y() - frame.height(), frame.width(), frame.height()};
 }
@@ -37,15 +29,16 @@ double QtScreen::mainScreenHeight() const
     return QGuiApplication::primaryScreen()->geometry().height();
 }
 
-void QtScreen::captureToClipboard(std::string const& rectangle)
+void QtScreen::captureToClipboard(ScreenRect const& area)
 {
 #ifdef Q_OS_MACOS
     QProcess::execute(QStringLiteral("/usr/sbin/screencapture"),
-        {QStringLiteral("-c"), QStringLiteral("-R"), QString::fromStdString(rectangle)});
+        {QStringLiteral("-c"), QStringLiteral("-R"),
+            QString::fromStdString(captureRectangle(area))});
 #else
     QPixmap picture;
     if (QGuiApplication::platformName() == QStringLiteral("xcb")) {
-        auto const rect = readRectangle(rectangle);
+        auto const rect = QRectF(area.x, area.y, area.width, area.height).toAlignedRect();
         picture = QGuiApplication::primaryScreen()->grabWindow(
             0, rect.x(), rect.y(), rect.width(), rect.height());
     }

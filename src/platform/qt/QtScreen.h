@@ -6,8 +6,8 @@ class QWidget;
 
 namespace tensio {
 
-// The main window's place and picture. Where the screen may be read, its pixels, frame included;
-// elsewhere the window's own rendering.
+// The main window's place and picture. Where programs may read the screen, the picture is what the
+// screen shows, frame included; elsewhere it is the window's own rendering.
 class QtScreen : public Screen {
 public:
     // Not owned; must outlive its use.
@@ -15,7 +15,7 @@ public:
 
     ScreenRect mainWindowFrame() const override;
     double mainScreenHeight() const override;
-    void captureToClipboard(std::string const& rectangle) override;
+    void captureToClipboard(ScreenRect const& area) override;
     std::optional<std::string> clipboardPng() const override;
 
 private:

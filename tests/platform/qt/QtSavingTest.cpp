@@ -143,7 +143,7 @@ TEST(QtScreen, PutsTheWindowOnTheClipboardAndReadsItBackAsPng)
     EXPECT_EQ(frame.width, window.frameGeometry().width());
     EXPECT_EQ(frame.y + frame.height, screen.mainScreenHeight() - window.frameGeometry().top());
 
-    screen.captureToClipboard("100.0,50.0,300.0,200.0");
+    screen.captureToClipboard({100.0, 50.0, 300.0, 200.0});
     auto const png = screen.clipboardPng();
     ASSERT_TRUE(png.has_value());
     auto const picture = QImage::fromData(QByteArray::fromStdString(*png));
