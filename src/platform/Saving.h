@@ -6,7 +6,7 @@
 
 namespace tensio {
 
-// Asks the user where to save; holds up everything else until it is answered.
+// Asks the user where to save; everything else waits until it is answered.
 class SavePanel {
 public:
     SavePanel() = default;
@@ -14,7 +14,8 @@ public:
     SavePanel& operator=(SavePanel const&) = delete;
     virtual ~SavePanel() = default;
 
-    // The chosen path, with the file type as its extension; nothing when the user cancels.
+    // The chosen path in UTF-8, ending in the file type, which is given without a dot; nothing when
+    // the user cancels. Overwriting has been confirmed.
     virtual std::optional<std::string> runModal(std::string const& fileType) = 0;
 };
 
@@ -25,7 +26,8 @@ public:
     FileWriter& operator=(FileWriter const&) = delete;
     virtual ~FileWriter() = default;
 
-    // The file then holds these bytes, or what it held before; true only when they are there.
+    // Replaces the file at the path (UTF-8) by these bytes. False when the path cannot be written
+    // or not everything reached the disk; the file then has its old contents.
     virtual bool writeAtomically(std::string const& path, std::string_view bytes) = 0;
 };
 

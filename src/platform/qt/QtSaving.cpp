@@ -5,6 +5,7 @@
 
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QSaveFile>
 #include <QStandardPaths>
 
@@ -17,8 +18,8 @@ namespace tensio {
 
 namespace {
 
-// A full disk or a quota may show only when the system writes its own buffers out.
-bool reachesTheDisk(QSaveFile& file)
+// A full disk or a quota may be reported only when the system writes its own buffers out.
+bool flushToDisk(QSaveFile& file)
 {
     if (!file.flush() || file.error() != QFileDevice::NoError)
         return false;
@@ -29,7 +30,7 @@ bool reachesTheDisk(QSaveFile& file)
 #endif
 }
 
-// Where the toolkit draws the panel, these controls are named by what they show.
+// In Qt's own panel the accessible names of these controls are the values they show.
 void describeControls(QFileDialog& panel)
 {
     for (auto const& [control, description] :
@@ -39,12 +40,44 @@ void describeControls(QFileDialog& panel)
     }
 }
 
-// The panel would take a folder that is not there for the name of the file.
+// The panel would take a missing folder for the name of the file.
 QString startingFolder()
 {
     auto const desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
     return QFileInfo(desktop).isDir() ? desktop : QString();
 }
+
+QString withType(QString const& path, QString const& type)
+{
+    QString const suffix = u'.' + type;
+    return path.endsWith(suffix, Qt::CaseInsensitive) ? path : path + suffix;
+}
+
+// QFileDialog's default suffix is added only to names without a dot.
+class TypedSavePanel : public QFileDialog {
+public:
+    explicit TypedSavePanel(QString type)
+        : QFileDialog(frontWindow(), QStringLiteral("名前を付けて保存"), startingFolder(),
+            QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type))
+        , m_type(std::move(type))
+    {
+        setAcceptMode(AcceptSave);
+        setDefaultSuffix(m_type);
+        describeControls(*this);
+    }
+
+    // Completes the name before QFileDialog asks about overwriting.
+    void accept() override
+    {
+        auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        if (name && !name->text().isEmpty() && !QFileInfo(selectedFiles().value(0)).isDir())
+            name->setText(withType(name->text(), m_type));
+        QFileDialog::accept();
+    }
+
+private:
+    QString m_type;
+};
 
 } // namespace
 
@@ -52,14 +85,16 @@ std::optional<std::string> QtSavePanel::runModal(std::string const& fileType)
 {
     auto const type = QString::fromStdString(fileType);
     auto const hold = m_queue.hold();
-    QFileDialog panel(frontWindow(), QStringLiteral("名前を付けて保存"), startingFolder(),
-        QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type));
-    panel.setAcceptMode(QFileDialog::AcceptSave);
-    panel.setDefaultSuffix(type);
-    describeControls(panel);
-    if (panel.exec() != QDialog::Accepted)
-        return std::nullopt;
-    return panel.selectedFiles().constFirst().toStdString();
+    TypedSavePanel panel(type);
+    while (panel.exec() == QDialog::Accepted) {
+        auto const chosen = panel.selectedFiles().constFirst();
+        auto const path = withType(chosen, type);
+        if (path == chosen || !QFileInfo::exists(path))
+            return path.toStdString();
+        // A panel of the desktop's own asked about another name, if at all: it has to ask again.
+        panel.selectFile(path);
+    }
+    return std::nullopt;
 }
 
 bool QtFileWriter::writeAtomically(std::string const& path, std::string_view bytes)
@@ -68,9 +103,8 @@ bool QtFileWriter::writeAtomically(std::string const& path, std::string_view byt
     QSaveFile file(QString::fromStdString(path));
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    // The old file must not be replaced before all of the new one is known to be there: committing
-    // alone does not notice a truncated file. Afterwards nothing may call the save a failure.
-    if (file.write(bytes.data(), size) != size || !reachesTheDisk(file) || file.size() != size) {
+    // commit() alone replaces the old file by a truncated one. After it the save has succeeded.
+    if (file.write(bytes.data(), size) != size || !flushToDisk(file) || file.size() != size) {
         file.cancelWriting();
         return false;
     }

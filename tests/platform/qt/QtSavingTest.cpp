@@ -6,11 +6,14 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QImage>
 #include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTimer>
 #include <QWidget>
@@ -71,61 +74,70 @@ TEST(QtFileWriter, AtEveryFillLevelOfTheDiskTheFileIsOldOrNew)
     }
 }
 
-TEST(QtFileWriter, SaysSoWhenThePlaceCannotBeWritten)
+TEST(QtFileWriter, RefusesWhatCannotBeWrittenAndLeavesTheOldFile)
 {
     QTemporaryDir folder;
+    auto const name = folder.path().toStdString();
+    auto const old = name + "/old.csv";
     QtFileWriter writer;
-    EXPECT_FALSE(writer.writeAtomically(folder.path().toStdString(), "x")) << "name of a folder";
-    EXPECT_FALSE(
-        writer.writeAtomically(folder.filePath(QStringLiteral("gone/file")).toStdString(), "x"));
-    EXPECT_FALSE(writer.writeAtomically("", "x"));
-    EXPECT_FALSE(writer.writeAtomically("/proc/none", "x"));
-    EXPECT_TRUE(writer.writeAtomically(folder.filePath(QStringLiteral("empty")).toStdString(), ""));
-}
-
-TEST(QtFileWriter, LeavesAloneWhatMayNotBeWritten)
-{
-    QTemporaryDir folder;
-    auto const path = folder.filePath(QStringLiteral("old.csv"));
-    QtFileWriter writer;
-    ASSERT_TRUE(writer.writeAtomically(path.toStdString(), "old"));
+    ASSERT_TRUE(writer.writeAtomically(old, "old"));
     struct Row {
-        mode_t file;
-        mode_t folder;
+        std::string path;
+        mode_t fileMode;
+        mode_t folderMode;
     };
-    for (auto const& [fileMode, folderMode] : std::vector<Row> {{0444, 0777}, {0666, 0555}}) {
-        chmod(path.toLocal8Bit().constData(), fileMode);
-        chmod(folder.path().toLocal8Bit().constData(), folderMode);
+    for (auto const& [path, fileMode, folderMode] :
+        std::vector<Row> {{name, 0666, 0777}, {name + "/gone/file", 0666, 0777}, {"", 0666, 0777},
+            {"/proc/none", 0666, 0777}, {old, 0444, 0777}, {old, 0666, 0555}}) {
+        chmod(old.c_str(), fileMode);
+        chmod(name.c_str(), folderMode);
         UnprivilegedUser const user;
-        EXPECT_FALSE(writer.writeAtomically(path.toStdString(), "new")) << fileMode;
-        EXPECT_EQ(contents(path), "old");
+        EXPECT_FALSE(writer.writeAtomically(path, "new")) << path << fileMode;
+        EXPECT_EQ(contents(QString::fromStdString(old)), "old");
         EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden).size(), 1);
     }
 }
 
-TEST(QtSavePanel, StartsAtTheDesktopIfThereIsOneAndProposesNoName)
+TEST(QtSavePanel, StartsAtTheDesktopAndCompletesTheTypeBeforeTheQuestionAboutOverwriting)
 {
     auto const home = qgetenv("HOME");
     QTemporaryDir folder;
     qputenv("HOME", QFile::encodeName(folder.path()));
-    MainQueue queue;
-    QtSavePanel savePanel(queue);
     QDir const desktop(folder.filePath(QStringLiteral("Desktop")));
-    for (bool const exists : {false, true}) {
-        if (exists)
-            desktop.mkpath(QStringLiteral("."));
-        bool isShown = false;
+    desktop.mkpath(QStringLiteral("."));
+    QtFileWriter().writeAtomically(desktop.filePath(QStringLiteral("old.1.csv")).toStdString(), "");
+    MainQueue queue;
+    int questions = 0;
+    auto const confirm = [&] {
+        auto& modal = dynamic_cast<QDialog&>(*QApplication::activeModalWidget());
+        if (auto* question = qobject_cast<QMessageBox*>(&modal)) {
+            ++questions;
+            question->button(QMessageBox::Yes)->click();
+        } else {
+            modal.reject();
+        }
+    };
+    for (std::string const name : {"plain", "2024.05.01", "yamada.1", "results.txt", "old.1"}) {
         QTimer::singleShot(0, [&] {
-            auto* panel = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-            isShown = panel;
-            EXPECT_EQ(panel->directory() == desktop, exists);
-            EXPECT_EQ(
-                panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text(), QString());
-            panel->reject();
+            auto& panel = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
+            EXPECT_EQ(panel.directory(), desktop);
+            auto& input = *panel.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+            EXPECT_TRUE(input.text().isEmpty());
+            input.setText(QString::fromStdString(name));
+            QTimer::singleShot(0, &panel, confirm);
+            panel.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
         });
-        EXPECT_FALSE(savePanel.runModal("csv").has_value());
-        EXPECT_TRUE(isShown);
+        EXPECT_EQ(
+            QtSavePanel(queue).runModal("csv"), desktop.path().toStdString() + "/" + name + ".csv");
     }
+    EXPECT_EQ(questions, 1);
+    QDir().rename(desktop.path(), folder.filePath(QStringLiteral("x")));
+    QTimer::singleShot(0, [] {
+        auto& panel = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
+        EXPECT_EQ(panel.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text(), QString());
+        panel.reject();
+    });
+    EXPECT_FALSE(QtSavePanel(queue).runModal("csv").has_value());
     qputenv("HOME", home);
 }
 
