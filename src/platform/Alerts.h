@@ -8,7 +8,7 @@ namespace tensio {
 
 enum class AlertStyle { Warning, Critical };
 
-// A question or message that holds up everything else until it is answered.
+// A question or message; everything else waits until it is answered.
 class Alerts {
 public:
     Alerts() = default;
@@ -16,7 +16,8 @@ public:
     Alerts& operator=(Alerts const&) = delete;
     virtual ~Alerts() = default;
 
-    // The index of the button pressed. Closing the alert otherwise answers with the last button.
+    // The index of the button pressed. At least one button is needed; texts are UTF-8. The last
+    // button is the default one and the answer to Escape, so it must be the one that does no harm.
     virtual std::size_t runModal(
         AlertStyle style, std::string const& message, std::vector<std::string> const& buttons)
         = 0;

@@ -8,6 +8,8 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <cassert>
+
 namespace tensio {
 
 std::size_t QtAlerts::runModal(
@@ -23,12 +25,13 @@ std::size_t QtAlerts::runModal(
     box.setText(QString::fromStdString(message));
     box.layout()->setContentsMargins(24, 20, 24, 20);
     box.setAccessibleName(box.text());
+    assert(!buttons.empty());
     std::vector<QAbstractButton*> added;
     added.reserve(buttons.size());
     for (auto const& title : buttons)
         added.push_back(box.addButton(QString::fromStdString(title),
             added.empty() ? QMessageBox::AcceptRole : QMessageBox::RejectRole));
-    box.setDefaultButton(qobject_cast<QPushButton*>(added.front()));
+    box.setDefaultButton(qobject_cast<QPushButton*>(added.back()));
     box.setEscapeButton(added.back());
     box.exec();
 
