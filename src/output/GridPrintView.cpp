@@ -121,7 +121,7 @@ int GridPrintView::layOut(PrintCanvas const& /*canvas*/)
 
 void GridPrintView::draw(PrintCanvas& canvas) const
 {
-    if (m_selection.average > 0.0f)
+    if (m_selection.selectedAverage > 0.0f)
         drawSelection(canvas);
     else
         drawGrid(canvas);
@@ -167,11 +167,11 @@ void GridPrintView::drawSelection(PrintCanvas& canvas) const
         writer.moveDown(writer.height(rowFont));
     }
     writer.moveDown(0.5 * writer.height(rowFont));
-    writer.row("平均値:", m_selection.average);
+    writer.row("平均値:", m_selection.selectedAverage);
     writer.moveDown(writer.height(rowFont));
-    writer.row("最大値:", m_selection.max);
+    writer.row("最大値:", m_selection.selectedMax);
     writer.moveDown(writer.height(rowFont));
-    writer.row("最小値:", m_selection.min);
+    writer.row("最小値:", m_selection.selectedMin);
     writeFoot(writer);
 }
 

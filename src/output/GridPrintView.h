@@ -9,9 +9,9 @@ namespace tensio {
 
 // The best pressures of a selection, kPa. An average of 0 stands for no selection.
 struct SelectionSummary {
-    float average = 0.0f;
-    float min = 0.0f;
-    float max = 0.0f;
+    float selectedAverage = 0.0f;
+    float selectedMin = 0.0f;
+    float selectedMax = 0.0f;
 };
 
 // The measurements as framed blocks: one block each, in rows and columns; or one block that sums up
