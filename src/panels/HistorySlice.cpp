@@ -90,11 +90,11 @@ void HistorySlice::paintEvent(QPaintEvent* /*event*/)
     drawCircle(painter);
     drawOutline(painter);
     painter.setPen(Qt::black);
-    drawText(painter, {{10.0, 30.0, 30.0, 30.0}, 15.0, m_numberText});
-    drawText(painter, {{30.0, 26.0, 30.0, 30.0}, 10.0, QStringLiteral("回目")});
-    drawText(painter, {{2.0, 0.0, 50.0, 45.0}, 20.0, m_pressureText});
-    drawText(painter, {{45.0, 19.0, 30.0, 20.0}, 12.0, QStringLiteral("kPa")});
-    drawText(painter, {{0.0, 5.0, 70.0, 20.0}, 12.0, m_dateString});
+    drawText(painter, {{10.0, 30.0, 30.0, 30.0}, m_numberFont, m_numberText});
+    drawText(painter, {{30.0, 26.0, 30.0, 30.0}, m_numberEndingFont, m_numberEndingText});
+    drawText(painter, {{2.0, 0.0, 50.0, 45.0}, m_pressureFont, m_pressureText});
+    drawText(painter, {{45.0, 19.0, 30.0, 20.0}, m_kPaFont, QStringLiteral("kPa")});
+    drawText(painter, {{0.0, 5.0, 70.0, 20.0}, m_kPaFont, m_dateString});
 }
 
 void HistorySlice::mousePressEvent(QMouseEvent* event)
@@ -134,6 +134,14 @@ void HistorySlice::leaveEvent(QEvent* event)
     update();
 }
 
+QFont HistorySlice::boldFont(int size) const
+{
+    auto bold = font();
+    bold.setBold(true);
+    bold.setPixelSize(size);
+    return bold;
+}
+
 bool HistorySlice::isSelectable() const
 {
     return m_measurement->isEnabled.value() && !m_tensioManager.isMeasuring.value();
@@ -153,16 +161,14 @@ void HistorySlice::toggle()
 
 void HistorySlice::drawText(QPainter& painter, Text const& text) const
 {
-    auto textFont = font();
-    textFont.setBold(true);
-    textFont.setPixelSize(static_cast<int>(text.size));
     // 100.0 is a little wider than its rectangle.
-    double const textWidth = QFontMetricsF(textFont).horizontalAdvance(text.text);
+    double const textWidth = QFontMetricsF(text.font).horizontalAdvance(text.text);
     double const room = text.rect.right() - std::max(text.rect.left(), leastMargin);
     double const squeeze = std::min(1.0, room / textWidth);
-    double const baseline = designFrame(*this).height() - text.rect.bottom() + ascent * text.size;
+    double const baseline
+        = designFrame(*this).height() - text.rect.bottom() + ascent * text.font.pixelSize();
     painter.save();
-    painter.setFont(textFont);
+    painter.setFont(text.font);
     painter.translate(text.rect.right() - textWidth * squeeze, baseline);
     painter.scale(squeeze, 1.0);
     painter.drawText(QPointF(0.0, 0.0), text.text);

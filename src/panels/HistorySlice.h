@@ -48,10 +48,12 @@ protected:
 private:
     struct Text {
         QRectF rect;
-        double size;
-        QString text;
+        QFont const& font;
+        QString const& text;
     };
 
+    // Sizes are design units.
+    QFont boldFont(int size) const;
     bool isSelectable() const;
     void showSelectable();
     void toggle();
@@ -64,8 +66,13 @@ private:
     std::shared_ptr<Measurement> m_measurement;
     Picture m_bgImage {Picture::named(QStringLiteral("bottom_box"))};
     Picture m_bgImageSelected {Picture::named(QStringLiteral("bottom_box_on"))};
+    QFont m_numberFont {boldFont(15)};
     QString m_numberText;
+    QFont m_numberEndingFont {boldFont(10)};
+    QString m_numberEndingText {QStringLiteral("回目")};
+    QFont m_pressureFont {boldFont(20)};
     QString m_pressureText;
+    QFont m_kPaFont {boldFont(12)};
     QString m_dateString;
     Subscriptions m_subscriptions;
 };
