@@ -10,23 +10,24 @@
 namespace tensio {
 
 namespace {
-constexpr Seconds menuLeavesScreen {0.2};
+constexpr Seconds menuCloseDelay {0.2};
 }
 
 AppDelegate::AppDelegate(
     TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu, Print print)
     : m_tensioManager(tensioManager)
     , m_runLoop(runLoop)
+    , m_statusMenu(defaultTargetMenu)
     , m_defaultTargetMenu(defaultTargetMenu)
     , m_statusItem(QIcon(QStringLiteral(":/tensio.svg")))
     , m_print(std::move(print))
 {
     m_statusItem.setToolTip(QStringLiteral("tensio — 目標圧の初期値"));
-    m_statusItem.setContextMenu(&defaultTargetMenu);
 }
 
 void AppDelegate::applicationDidFinishLaunching()
 {
+    m_statusItem.setContextMenu(&m_statusMenu);
     m_tensioManager.setUpTargetPressureMenu(m_defaultTargetMenu);
     // Under X a status bar may come later. Elsewhere it cannot, and Qt complains when it is
     // missing.
@@ -61,7 +62,7 @@ void AppDelegate::saveAsGridAction()
 
 void AppDelegate::saveScreenshotAction()
 {
-    m_screenshot = m_runLoop.scheduleAfter(menuLeavesScreen, [this] {
+    m_screenshot = m_runLoop.scheduleAfter(menuCloseDelay, [this] {
         if (validateMenuItem(&AppDelegate::saveScreenshotAction))
             m_tensioManager.saveScreenshot();
     });
@@ -82,10 +83,10 @@ void AppDelegate::printSelectedAction()
     m_print(ReportKind::Selected);
 }
 
-bool AppDelegate::validateMenuItem(Action action) const
+bool AppDelegate::validateMenuItem(Command command) const
 {
-    bool const needsSelection
-        = action == &AppDelegate::saveSelectedAction || action == &AppDelegate::printSelectedAction;
+    bool const needsSelection = command == &AppDelegate::saveSelectedAction
+        || command == &AppDelegate::printSelectedAction;
     auto const kind = needsSelection ? ReportKind::Selected : ReportKind::List;
     return hasReport(kind, m_tensioManager) && !m_tensioManager.isMeasuring.value();
 }

@@ -10,22 +10,22 @@
 
 namespace tensio {
 
-// What the application does at the ends of its life, and the commands of its menus.
+// Start-up, shutdown and the commands of the menus.
 class AppDelegate {
 public:
-    // A command of the menus.
-    using Action = void (AppDelegate::*)();
-    // Prints a report that there is.
+    using Command = void (AppDelegate::*)();
+    // Prints a report; only where hasReport().
     using Print = std::function<void(ReportKind)>;
 
     // What is handed in must outlive the delegate.
     AppDelegate(
         TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu, Print print);
 
-    // Fills the menu of default targets and shows it in the system's status bar, where there is
-    // one.
+    // Fills the menu of default targets and gives it to the item in the system's status bar, where
+    // there is one.
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
+    bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
 
     void saveCsvAction();
     void saveSelectedAction();
@@ -37,14 +37,15 @@ public:
     void printAsGridAction();
     void printSelectedAction();
 
-    // The command makes sense now. A command is run only then.
-    bool validateMenuItem(Action action) const;
+    // True if the command is enabled. Commands must not be run otherwise.
+    bool validateMenuItem(Command command) const;
 
 private:
     void saveAsPdf(ReportKind kind);
 
     TensioManager& m_tensioManager;
     RunLoop& m_runLoop;
+    QMenu& m_statusMenu;
     QtMenu m_defaultTargetMenu;
     QSystemTrayIcon m_statusItem;
     Print m_print;

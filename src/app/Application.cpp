@@ -22,6 +22,8 @@ Application::Application()
     m_windowController.setPrintMenu(m_mainMenu.printMenu());
     m_windowController.fitToDesign();
     m_delegate.applicationDidFinishLaunching();
+    QApplication::setQuitOnLastWindowClosed(
+        m_delegate.applicationShouldTerminateAfterLastWindowClosed());
     m_subscriptions.push_back(m_ports.isVirtualPortOpen.observe(
         [this](bool isVirtual) { m_windowController.showSimulationInTitle(isVirtual); }));
     connect(qApp, &QCoreApplication::aboutToQuit, this,

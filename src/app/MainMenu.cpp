@@ -75,7 +75,7 @@ void MainMenu::addHelpMenu()
 }
 
 void MainMenu::add(
-    QMenu& menu, QString const& title, AppDelegate::Action command, QKeySequence const& shortcut)
+    QMenu& menu, QString const& title, AppDelegate::Command command, QKeySequence const& shortcut)
 {
     auto* action
         = menu.addAction(title, this, [this, command] { std::invoke(command, m_delegate); });

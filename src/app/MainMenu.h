@@ -33,14 +33,14 @@ private:
     void addFileMenu();
     void addPrintMenu();
     void addHelpMenu();
-    void add(QMenu& menu, QString const& title, AppDelegate::Action command,
+    void add(QMenu& menu, QString const& title, AppDelegate::Command command,
         QKeySequence const& shortcut = {});
     void validate();
 
     QMainWindow& m_window;
     AppDelegate& m_delegate;
     QMenu* m_printMenu = nullptr;
-    std::vector<std::pair<QAction*, AppDelegate::Action>> m_commands;
+    std::vector<std::pair<QAction*, AppDelegate::Command>> m_commands;
     Subscriptions m_subscriptions;
 };
 
