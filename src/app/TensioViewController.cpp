@@ -22,17 +22,22 @@ TensioViewController::TensioViewController(
 {
     m_view->setObjectName(QStringLiteral("rootView"));
     m_ui->setupUi(m_view.get());
-    // Not part of the scaled design: it dims the whole window, its menu bar too.
-    m_ui->coverView->setParent(contentView.window());
-    m_header = std::make_unique<HeaderViewController>(tensioManager, *m_ui->headerView);
-    m_visualFeedback = std::make_unique<VisualFeedbackViewController>(
-        tensioManager, runLoop, *m_ui->visualFeedbackView);
-    m_infoControls = std::make_unique<InfoControlsViewController>(
-        tensioManager, runLoop, alerts, *m_ui->infoControlsView);
-    m_history = std::make_unique<HistoryViewController>(tensioManager, *m_ui->historyView);
+    viewDidLoad(runLoop, alerts);
 }
 
 TensioViewController::~TensioViewController() = default;
+
+void TensioViewController::viewDidLoad(RunLoop& runLoop, Alerts& alerts)
+{
+    // Not part of the scaled design: it dims the whole window, its menu bar too.
+    m_ui->coverView->setParent(m_contentView.window());
+    m_header = std::make_unique<HeaderViewController>(m_tensioManager, *m_ui->headerView);
+    m_visualFeedback = std::make_unique<VisualFeedbackViewController>(
+        m_tensioManager, runLoop, *m_ui->visualFeedbackView);
+    m_infoControls = std::make_unique<InfoControlsViewController>(
+        m_tensioManager, runLoop, alerts, *m_ui->infoControlsView);
+    m_history = std::make_unique<HistoryViewController>(m_tensioManager, *m_ui->historyView);
+}
 
 void TensioViewController::viewWillAppear()
 {
@@ -42,7 +47,9 @@ void TensioViewController::viewWillAppear()
         m_ui->coverView->raise();
         m_ui->coverView->setVisible(isShowing);
     }));
+    m_header->viewWillAppear();
     m_visualFeedback->viewWillAppear();
+    m_history->viewWillAppear();
 }
 
 void TensioViewController::viewWillLayout()

@@ -46,6 +46,8 @@ public:
     void setPrintMenu(QMenu& menu);
 
 private:
+    void viewDidLoad(RunLoop& runLoop, Alerts& alerts);
+
     TensioManager& m_tensioManager;
     QWidget& m_contentView;
     std::unique_ptr<QWidget> m_view;

@@ -1,17 +1,30 @@
 #include "panels/HeaderViewController.h"
 
 #include "core/DateText.h"
+#include "core/TensioManager.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
+#include "toolkit/StyleSheet.h"
 #include "ui_Header.h"
 
 namespace tensio {
 
 HeaderViewController::HeaderViewController(TensioManager& tensioManager, QWidget& view)
-    : m_ui(std::make_unique<Ui::Header>())
+    : m_tensioManager(tensioManager)
+    , m_view(view)
+    , m_ui(std::make_unique<Ui::Header>())
     , m_headerViewModel(tensioManager)
 {
-    m_ui->setupUi(&view);
+    m_ui->setupUi(&m_view);
+    viewDidLoad();
+}
+
+HeaderViewController::~HeaderViewController() = default;
+
+void HeaderViewController::viewDidLoad()
+{
+    // The first date is the present moment, not the clock's last tick.
+    m_tensioManager.updateTime();
     showDate(m_headerViewModel.dateTime.value());
     m_subscriptions.push_back(
         m_headerViewModel.dateTime.observeChanges([this](Date date) { showDate(date); }));
@@ -27,7 +40,10 @@ HeaderViewController::HeaderViewController(TensioManager& tensioManager, QWidget
     runOnClick(*m_ui->screenSaveButton, m_headerViewModel.cocoaActionSaveScreenshot, *this);
 }
 
-HeaderViewController::~HeaderViewController() = default;
+void HeaderViewController::viewWillAppear()
+{
+    setLookProperty(m_view, "role", QStringLiteral("strip"));
+}
 
 void HeaderViewController::setPrintMenu(QMenu& menu)
 {

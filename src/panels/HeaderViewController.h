@@ -25,12 +25,18 @@ public:
     HeaderViewController(TensioManager& tensioManager, QWidget& view);
     ~HeaderViewController() override;
 
+    // Gives the strip its border and shaded background.
+    void viewWillAppear();
+
     // What the print button opens. Not owned; must outlive the view's use.
     void setPrintMenu(QMenu& menu);
 
 private:
+    void viewDidLoad();
     void showDate(Date date);
 
+    TensioManager& m_tensioManager;
+    QWidget& m_view;
     std::unique_ptr<Ui::Header> m_ui;
     HeaderViewModel m_headerViewModel;
     Subscriptions m_subscriptions;

@@ -4,6 +4,7 @@
 #include "panels/HistorySlice.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
+#include "toolkit/StyleSheet.h"
 #include "ui_History.h"
 
 #include <algorithm>
@@ -17,6 +18,13 @@ HistoryViewController::HistoryViewController(TensioManager& tensioManager, QWidg
     , m_viewModel(tensioManager)
 {
     m_ui->setupUi(&m_view);
+    viewDidLoad();
+}
+
+HistoryViewController::~HistoryViewController() = default;
+
+void HistoryViewController::viewDidLoad()
+{
     m_subscriptions.push_back(m_viewModel.measurements.observeChanges(
         [this](Measurements const& page) { rebuild(page); }));
     runOnClick(*m_ui->backButton, m_viewModel.cocoaActionDecSliceStartIndex, *this);
@@ -27,11 +35,14 @@ HistoryViewController::HistoryViewController(TensioManager& tensioManager, QWidg
     }));
 }
 
-HistoryViewController::~HistoryViewController() = default;
+void HistoryViewController::viewWillAppear()
+{
+    setLookProperty(m_view, "role", QStringLiteral("strip"));
+}
 
 void HistoryViewController::rebuild(Measurements const& measurements)
 {
-    // The focus stays with its measurement; one that leaves the page leaves it at the page's end.
+    // The focus stays with its measurement, or moves to the end of the page when that has left it.
     int const focused = focusedIndex();
     std::shared_ptr<Measurement> const measurement = focused < 0
         ? nullptr
@@ -54,7 +65,7 @@ void HistoryViewController::addTile(std::shared_ptr<Measurement> const& measurem
     auto const index = static_cast<int>(m_historySliceViews.size());
     auto& tile = *m_historySliceViews.emplace_back(
         std::make_unique<HistorySlice>(m_tensioManager, measurement, index, m_view));
-    // Turning the page ends the tile that asked.
+    // Queued: turning the page deletes the tile that sent the signal.
     connect(&tile, &HistorySlice::willMoveFocus, this, &HistoryViewController::moveFocus,
         Qt::QueuedConnection);
     tile.show();

@@ -28,11 +28,15 @@ public:
     HistoryViewController(TensioManager& tensioManager, QWidget& view);
     ~HistoryViewController() override;
 
+    // Gives the strip its border and shaded background.
+    void viewWillAppear();
+
 private:
+    void viewDidLoad();
     void rebuild(Measurements const& measurements);
     void addTile(std::shared_ptr<Measurement> const& measurement);
     void focusTile(int index);
-    // Past the end of the page, turns it.
+    // Turns the page when the step leaves it.
     void moveFocus(int step);
     // -1 when no tile has the focus in its window.
     int focusedIndex() const;

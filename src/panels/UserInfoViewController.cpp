@@ -7,9 +7,9 @@
 #include "panels/UserInfoWindow.h"
 #include "toolkit/ButtonCommand.h"
 #include "toolkit/DesignFrame.h"
+#include "toolkit/StyleSheet.h"
 #include "ui_UserInfo.h"
 
-#include <QStyle>
 #include <QTextBoundaryFinder>
 
 #include <algorithm>
@@ -42,14 +42,10 @@ std::optional<float> readPressure(QLineEdit const& input)
     return readNumber(input.text().toStdString());
 }
 
-// Sets the property that the style sheet uses.
 void setRefused(QLineEdit& input, QLabel& hint, bool isRefused)
 {
-    for (auto* widget : std::initializer_list<QWidget*> {&input, &hint}) {
-        widget->setProperty("refused", isRefused);
-        widget->style()->unpolish(widget);
-        widget->style()->polish(widget);
-    }
+    setLookProperty(input, "refused", isRefused);
+    setLookProperty(hint, "refused", isRefused);
 }
 
 // Highlights the field, without a message, until it is edited or accepted.

@@ -2,6 +2,9 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QStyle>
+#include <QVariant>
+#include <QWidget>
 
 #include <algorithm>
 #include <cmath>
@@ -25,6 +28,13 @@ QString styleSheet(double scale)
         end = match.capturedEnd();
     }
     return result + design.mid(end);
+}
+
+void setLookProperty(QWidget& widget, char const* name, QVariant const& value)
+{
+    widget.setProperty(name, value);
+    widget.style()->unpolish(&widget);
+    widget.style()->polish(&widget);
 }
 
 } // namespace tensio
