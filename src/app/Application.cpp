@@ -24,8 +24,8 @@ Application::Application()
     m_delegate.applicationDidFinishLaunching();
     QApplication::setQuitOnLastWindowClosed(
         m_delegate.applicationShouldTerminateAfterLastWindowClosed());
-    m_subscriptions.push_back(m_ports.isVirtualPortOpen.observe(
-        [this](bool isVirtual) { m_windowController.showSimulationInTitle(isVirtual); }));
+    m_subscriptions.push_back(m_tensioManager.serialPortManager.isSimulated.observe(
+        [this](bool isSimulated) { m_pdfReport.setSimulated(isSimulated); }));
     connect(qApp, &QCoreApplication::aboutToQuit, this,
         [this] { m_delegate.applicationWillTerminate(); });
 }

@@ -1,5 +1,7 @@
 #include "app/MainWindowController.h"
 
+#include "core/TensioManager.h"
+
 #include <QMenuBar>
 
 namespace tensio {
@@ -9,6 +11,8 @@ MainWindowController::MainWindowController(
     : m_contentController(tensioManager, runLoop, alerts, m_window.contentView())
 {
     windowDidLoad();
+    m_subscriptions.push_back(tensioManager.serialPortManager.isSimulated.observe(
+        [this](bool isSimulated) { showSimulationInTitle(isSimulated); }));
 }
 
 void MainWindowController::windowDidLoad()
@@ -17,7 +21,6 @@ void MainWindowController::windowDidLoad()
         [this] { m_contentController.viewWillLayout(); });
     connect(
         &m_window, &MainWindow::willAppear, this, [this] { m_contentController.viewWillAppear(); });
-    showSimulationInTitle(false);
     fitToDesign();
     m_contentController.fit(m_window.size());
 }

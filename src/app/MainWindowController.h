@@ -15,8 +15,6 @@ public:
     MainWindowController(TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts);
 
     MainWindow& window() { return m_window; }
-    // Simulated readings must never pass for a subject's.
-    void showSimulationInTitle(bool isSimulated);
     // What the header's print button opens. Not owned; must outlive the window's use.
     void setPrintMenu(QMenu& menu) { m_contentController.setPrintMenu(menu); }
     // The size at which the content stands as it was designed; once the menu bar is filled.
@@ -24,9 +22,12 @@ public:
 
 private:
     void windowDidLoad();
+    // Simulated readings must never pass for a subject's.
+    void showSimulationInTitle(bool isSimulated);
 
     MainWindow m_window;
     TensioViewController m_contentController;
+    Subscriptions m_subscriptions;
 };
 
 } // namespace tensio

@@ -37,6 +37,9 @@ void TensioViewController::viewDidLoad(RunLoop& runLoop, Alerts& alerts)
     m_infoControls = std::make_unique<InfoControlsViewController>(
         m_tensioManager, runLoop, alerts, *m_ui->infoControlsView);
     m_history = std::make_unique<HistoryViewController>(m_tensioManager, *m_ui->historyView);
+    // In the live area, so that every picture of the window has it.
+    m_simulation = m_tensioManager.serialPortManager.isSimulated.observe(
+        [this](bool isSimulated) { m_ui->simulationLabel->setVisible(isSimulated); });
 }
 
 void TensioViewController::viewWillAppear()

@@ -56,6 +56,7 @@ private:
     std::unique_ptr<VisualFeedbackViewController> m_visualFeedback;
     std::unique_ptr<InfoControlsViewController> m_infoControls;
     std::unique_ptr<HistoryViewController> m_history;
+    Subscription m_simulation;
     Subscriptions m_subscriptions;
 };
 

@@ -39,6 +39,7 @@ SignalProducer<Nothing, ErrorRef> SerialPortManager::connect()
 void SerialPortManager::start(Observer<Nothing, ErrorRef> const& observer)
 {
     m_observer = observer;
+    isSimulated.setValue(false);
     for (auto const& port : m_serialPortList.availablePorts()) {
         if (port->name().find(deviceNameFragment) != std::string::npos) {
             open(port);
@@ -74,6 +75,7 @@ void SerialPortManager::disconnect()
 
 void SerialPortManager::serialPortWasOpened()
 {
+    isSimulated.setValue(m_serialPort && m_serialPort->isVirtual());
     if (m_observer)
         m_observer->sendValue(Nothing {});
 }

@@ -25,6 +25,8 @@ public:
 
     // The last pressure read, kPa; every record publishes one value.
     MutableProperty<float> pressure {0.0f};
+    // The readings since the latest start of connect() are simulated.
+    MutableProperty<bool> isSimulated {false};
 
     // Each start looks for the port and opens it: a value when it has opened, a failure when there
     // is none or it does not open, an interruption when it closes, completion at disconnect().

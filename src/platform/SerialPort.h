@@ -35,6 +35,8 @@ public:
     virtual ~SerialPort() = default;
 
     virtual std::string name() const = 0;
+    // No cable but another program is at the other end: readings are simulated.
+    virtual bool isVirtual() const = 0;
     // The delegate is not owned; it must outlive the port or be taken back with nullptr.
     virtual void setDelegate(SerialPortDelegate* delegate) = 0;
     virtual void setBaudRate(int baudRate) = 0;

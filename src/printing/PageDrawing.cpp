@@ -27,6 +27,12 @@ std::vector<int> wantedPages(QPageRanges const& ranges, int count)
 
 } // namespace
 
+QString reportTitle(bool isSimulated)
+{
+    return isSimulated ? QStringLiteral("舌圧測定結果（模擬装置：実際の測定ではありません）")
+                       : QStringLiteral("舌圧測定結果");
+}
+
 QPageLayout defaultPageLayout()
 {
     return {QPageSize(QPageSize::A4), QPageLayout::Portrait,

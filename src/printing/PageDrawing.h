@@ -8,6 +8,9 @@ class QPagedPaintDevice;
 
 namespace tensio {
 
+// Of files and print jobs.
+QString reportTitle(bool isSimulated);
+
 // A4 with margins of 72 points.
 QPageLayout defaultPageLayout();
 

@@ -18,7 +18,7 @@ std::optional<std::string> PdfReport::render(PrintView& view) const
     buffer.open(QIODevice::WriteOnly);
     {
         QPdfWriter writer(&buffer);
-        writer.setTitle(QStringLiteral("舌圧測定結果"));
+        writer.setTitle(reportTitle(m_isSimulated));
         writer.setCreator(QStringLiteral("tensio"));
         writer.setPageLayout(m_layout);
         if (!drawPages(view, writer))

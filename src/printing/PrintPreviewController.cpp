@@ -37,7 +37,7 @@ PrintPreviewController::~PrintPreviewController() = default;
 
 void PrintPreviewController::viewDidLoad()
 {
-    m_printer->setDocName(QStringLiteral("tensio"));
+    m_printer->setDocName(reportTitle(m_tensioManager.serialPortManager.isSimulated.value()));
     m_printer->setCreator(QStringLiteral("tensio"));
     addPages();
     connect(m_preview, &QPrintPreviewWidget::paintRequested, this,

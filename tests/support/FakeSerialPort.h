@@ -16,10 +16,12 @@ public:
     {
     }
 
+    bool isSimulator = false;
     std::vector<std::string> calls;
     SerialPortDelegate* delegate = nullptr;
 
     std::string name() const override { return m_name; }
+    bool isVirtual() const override { return isSimulator; }
     void setDelegate(SerialPortDelegate* newDelegate) override { delegate = newDelegate; }
     void setBaudRate(int baudRate) override
     {

@@ -70,7 +70,6 @@ void QtSerialPort::open()
     m_isOpen = true;
     m_hangUpWatch.start(m_line.handle());
     tell([](SerialPortDelegate& delegate) { delegate.serialPortWasOpened(); });
-    Q_EMIT openChanged(true);
 }
 
 void QtSerialPort::close()
@@ -106,7 +105,6 @@ void QtSerialPort::closeLine()
     if (!std::exchange(m_isOpen, false))
         return;
     m_line.close();
-    Q_EMIT openChanged(false);
 }
 
 void QtSerialPort::tellOfData(std::string bytes)

@@ -26,6 +26,7 @@ public:
         std::string name;
         // The device file, or what else the system calls the port.
         QString node;
+        bool isVirtual = false;
     };
 
     // The scheduler and the queue must outlive the port.
@@ -33,6 +34,7 @@ public:
     ~QtSerialPort() override;
 
     std::string name() const override { return m_place.name; }
+    bool isVirtual() const override { return m_place.isVirtual; }
     void setDelegate(SerialPortDelegate* delegate) override { m_delegate = delegate; }
     void setBaudRate(int baudRate) override;
     void setParity(Parity parity) override;
@@ -40,9 +42,6 @@ public:
     void open() override;
     // Data that had not been delivered yet are dropped: who closes does not want to hear more.
     void close() override;
-
-Q_SIGNALS:
-    void openChanged(bool isOpen);
 
 private:
     void readyRead();

@@ -33,11 +33,9 @@ std::vector<std::shared_ptr<SerialPort>> QtSerialPortList::availablePorts()
     for (auto const& path : virtualPorts()) {
         QFileInfo const link(path);
         // Opened under the terminal's own name, for which the system keeps its locks.
-        QtSerialPort::Place const place {link.fileName().toStdString(), link.canonicalFilePath()};
-        auto const port = std::make_shared<QtSerialPort>(place, m_shape, m_lineTimers, m_queue);
-        QObject::connect(port.get(), &QtSerialPort::openChanged, port.get(),
-            [this](bool isOpen) { isVirtualPortOpen.setValue(isOpen); });
-        ports.push_back(port);
+        QtSerialPort::Place const place {
+            link.fileName().toStdString(), link.canonicalFilePath(), true};
+        ports.push_back(std::make_shared<QtSerialPort>(place, m_shape, m_lineTimers, m_queue));
     }
     return ports;
 }

@@ -4,7 +4,6 @@
 #include "platform/SerialPort.h"
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/QtRunLoop.h"
-#include "reactive/MutableProperty.h"
 
 namespace tensio {
 
@@ -18,9 +17,6 @@ public:
         , m_shape(shape)
     {
     }
-
-    // A virtual port of this list is open: what is measured is simulated.
-    MutableProperty<bool> isVirtualPortOpen {false};
 
     std::vector<std::shared_ptr<SerialPort>> availablePorts() override;
 
