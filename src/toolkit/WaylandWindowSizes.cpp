@@ -1,4 +1,4 @@
-#include "toolkit/GrantedSizes.h"
+#include "toolkit/WaylandWindowSizes.h"
 
 #include <QCoreApplication>
 #include <QEvent>
@@ -7,15 +7,15 @@
 
 namespace tensio {
 
-GrantedSizes::GrantedSizes(QCoreApplication& application)
+WaylandWindowSizes::WaylandWindowSizes(QCoreApplication& application)
     : QObject(&application)
 {
     application.installEventFilter(this);
 }
 
-bool GrantedSizes::eventFilter(QObject* watched, QEvent* event)
+bool WaylandWindowSizes::eventFilter(QObject* watched, QEvent* event)
 {
-    // Now it is on the screen, with the limits of its widget.
+    // By now Qt has given the window the limits of its widget.
     auto* window = event->type() == QEvent::Expose ? qobject_cast<QWindow*>(watched) : nullptr;
     if (window)
         window->setMaximumSize(QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
