@@ -5,7 +5,7 @@
 #include "panels/UserInfoViewController.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
-#include "toolkit/OppositeButtons.h"
+#include "toolkit/ButtonPair.h"
 #include "ui_InfoControls.h"
 
 #include <array>
@@ -67,7 +67,7 @@ void InfoControlsViewController::showReadOuts()
 
 void InfoControlsViewController::showMeasuringState(bool isMeasuring)
 {
-    enableOppositeButtons(*m_ui->startButton, !isMeasuring, *m_ui->finishButton, isMeasuring);
+    enableButtonPair(*m_ui->startButton, !isMeasuring, *m_ui->finishButton, isMeasuring);
     m_ui->statusImageView->setPicture(
         Picture::named(isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off")));
     auto const state = isMeasuring ? QStringLiteral("測定中") : QStringLiteral("待機中");

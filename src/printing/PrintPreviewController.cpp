@@ -6,7 +6,7 @@
 #include "printing/PageDrawing.h"
 #include "printing/PrintPanels.h"
 #include "toolkit/Accessible.h"
-#include "toolkit/OppositeButtons.h"
+#include "toolkit/ButtonPair.h"
 #include "ui_PrintPreview.h"
 
 #include <QDialog>
@@ -120,7 +120,7 @@ void PrintPreviewController::showPosition()
     auto const position = QStringLiteral("%1 / %2 ページ").arg(page).arg(count);
     m_ui->positionLabel->setText(position);
     setSpokenDescription(*m_pages, position);
-    enableOppositeButtons(*m_ui->previousButton, page > 1, *m_ui->nextButton, page < count);
+    enableButtonPair(*m_ui->previousButton, page > 1, *m_ui->nextButton, page < count);
     setReadOut(
         *m_ui->zoomLabel, QStringLiteral("%1%").arg(qRound(m_preview->zoomFactor() * 100.0)));
 }
