@@ -42,7 +42,7 @@ void PopUpButton::setTitle(QString const& title)
 {
     m_items.front().title = title;
     setText(title);
-    speak(*this, title);
+    setNameFromTemplate(*this, title);
     update();
 }
 

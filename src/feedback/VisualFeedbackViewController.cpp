@@ -33,8 +33,8 @@ void VisualFeedbackViewController::viewDidLoad(RunLoop& runLoop)
 {
     m_ui->maxPressureImage->setPicture(Picture::named(QStringLiteral("gauge_max")));
     m_ui->targetPressureImage->setPicture(m_viewModel.model.targetImage.value());
-    speak(*m_ui->zeroLabel, m_ui->zeroLabel->text());
-    speak(*m_ui->zeroTimeLabel, m_ui->zeroTimeLabel->text());
+    setNameFromTemplate(*m_ui->zeroLabel, m_ui->zeroLabel->text());
+    setNameFromTemplate(*m_ui->zeroTimeLabel, m_ui->zeroTimeLabel->text());
     paceFrames(runLoop);
     bindViews();
     observeChanges();
@@ -59,14 +59,14 @@ void VisualFeedbackViewController::paceFrames(RunLoop& runLoop)
 void VisualFeedbackViewController::describe()
 {
     FeedbackInWords const words(m_viewModel);
-    setSpokenDescription(*m_ui->gaugeView, words.gauge());
-    setSpokenDescription(*m_ui->graphView, words.graph());
+    setAccessibleDescriptionIfChanged(*m_ui->gaugeView, words.gauge());
+    setAccessibleDescriptionIfChanged(*m_ui->graphView, words.graph());
     for (auto* button : {m_ui->upButton, m_ui->downButton})
-        setSpokenDescription(*button, words.pressureScale);
+        setAccessibleDescriptionIfChanged(*button, words.pressureScale);
     for (auto* button : {m_ui->leftButton, m_ui->rightButton})
-        setSpokenDescription(*button, words.timeScale);
-    speak(*m_ui->targetPressureImage, words.target);
-    speak(*m_ui->maxPressureImage, words.maximum);
+        setAccessibleDescriptionIfChanged(*button, words.timeScale);
+    setNameFromTemplate(*m_ui->targetPressureImage, words.target);
+    setNameFromTemplate(*m_ui->maxPressureImage, words.maximum);
     announceValue(*m_ui->gaugeView, static_cast<double>(m_viewModel.currentPressure.value()));
 }
 
@@ -168,8 +168,8 @@ std::unique_ptr<QLabel> VisualFeedbackViewController::makeLabel(
     label->setProperty("role", zeroLabel.property("role"));
     label->setFont(zeroLabel.font());
     label->setAlignment(Qt::AlignCenter);
-    label->setProperty("spokenAs", zeroLabel.property("spokenAs"));
-    setReadOut(*label, QString::number(value, 'f', 0));
+    label->setProperty("accessibleNameTemplate", zeroLabel.property("accessibleNameTemplate"));
+    setLabelText(*label, QString::number(value, 'f', 0));
     setDesignFrame(*label, designFrame(zeroLabel).translated(dx, -dy));
     label->show();
     return label;

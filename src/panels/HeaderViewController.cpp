@@ -29,7 +29,7 @@ void HeaderViewController::viewDidLoad()
     m_subscriptions.push_back(
         m_headerViewModel.dateTime.observeChanges([this](Date date) { showDate(date); }));
     m_subscriptions.push_back(m_headerViewModel.username.observe([this](std::string const& name) {
-        setReadOut(*m_ui->nameLabel, QString::fromStdString(name));
+        setLabelText(*m_ui->nameLabel, QString::fromStdString(name));
     }));
     m_subscriptions.push_back(m_headerViewModel.canSaveStuff.observe([this](bool canSave) {
         m_ui->saveButton->setEnabled(canSave);
@@ -52,7 +52,7 @@ void HeaderViewController::setPrintMenu(QMenu& menu)
 
 void HeaderViewController::showDate(Date date)
 {
-    setReadOut(
+    setLabelText(
         *m_ui->dateTimeLabel, QString::fromStdString(formatLocalTime(date, "%Y/%m/%d %H:%M:%S")));
 }
 

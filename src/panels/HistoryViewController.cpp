@@ -29,9 +29,9 @@ void HistoryViewController::viewDidLoad()
         [this](Measurements const& page) { rebuild(page); }));
     runOnClick(*m_ui->backButton, m_viewModel.cocoaActionDecSliceStartIndex, *this);
     runOnClick(*m_ui->forwardButton, m_viewModel.cocoaActionIncSliceStartIndex, *this);
-    speak(*m_ui->averageLabel, m_ui->averageLabel->text());
+    setNameFromTemplate(*m_ui->averageLabel, m_ui->averageLabel->text());
     m_subscriptions.push_back(m_viewModel.selectedAverage.observeChanges([this](float average) {
-        setReadOut(*m_ui->averageLabel, QString::fromStdString(formatFixed(average, 1)));
+        setLabelText(*m_ui->averageLabel, QString::fromStdString(formatFixed(average, 1)));
     }));
 }
 

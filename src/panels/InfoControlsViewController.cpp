@@ -57,7 +57,7 @@ void InfoControlsViewController::showReadOuts()
 {
     auto const show = [this](MutableProperty<float>& value, QLabel* label) {
         m_subscriptions.push_back(value.observe([label](float pressure) {
-            setReadOut(*label, QString::fromStdString(formatFixed(pressure, 1)));
+            setLabelText(*label, QString::fromStdString(formatFixed(pressure, 1)));
         }));
     };
     show(m_viewModel.targetPressure, m_ui->targetPressureLabel);
@@ -71,8 +71,8 @@ void InfoControlsViewController::showMeasuringState(bool isMeasuring)
     m_ui->statusImageView->setPicture(
         Picture::named(isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off")));
     auto const state = isMeasuring ? QStringLiteral("測定中") : QStringLiteral("待機中");
-    setReadOut(*m_ui->statusLabel, state);
-    speak(*m_ui->statusImageView, state);
+    setLabelText(*m_ui->statusLabel, state);
+    setNameFromTemplate(*m_ui->statusImageView, state);
 }
 
 void InfoControlsViewController::fillPercentPopup()

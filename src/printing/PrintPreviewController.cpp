@@ -76,7 +76,7 @@ void PrintPreviewController::addPages()
     m_preview = new QPrintPreviewWidget(m_printer.get(), m_ui->pageArea);
     m_ui->pageAreaLayout->addWidget(m_preview);
     m_pages = m_preview->findChild<QGraphicsView*>();
-    setSpokenRole(*m_pages, QAccessible::Document);
+    setAccessibleRole(*m_pages, QAccessible::Document);
     m_pages->setAccessibleName(QStringLiteral("印刷されるページ"));
     QWidget::setTabOrder(m_ui->fitWidthButton, m_pages);
     QWidget::setTabOrder(m_pages, m_ui->pageSetupButton);
@@ -119,9 +119,9 @@ void PrintPreviewController::showPosition()
     int const count = m_preview->pageCount();
     auto const position = QStringLiteral("%1 / %2 ページ").arg(page).arg(count);
     m_ui->positionLabel->setText(position);
-    setSpokenDescription(*m_pages, position);
+    setAccessibleDescriptionIfChanged(*m_pages, position);
     enableButtonPair(*m_ui->previousButton, page > 1, *m_ui->nextButton, page < count);
-    setReadOut(
+    setLabelText(
         *m_ui->zoomLabel, QStringLiteral("%1%").arg(qRound(m_preview->zoomFactor() * 100.0)));
 }
 

@@ -8,7 +8,7 @@ namespace tensio {
 
 namespace {
 
-constexpr auto roleProperty = "spokenRole";
+constexpr auto roleProperty = "accessibleRole";
 
 class DescribedWidget
     : public QAccessibleWidget
@@ -76,7 +76,7 @@ public:
             QAccessibleWidget::doAction(name);
             return;
         }
-        // What it opens may stay open; the screen reader does not wait for that.
+        // Queued: a menu that it opens may stay open, and the screen reader must not wait.
         QMetaObject::invokeMethod(
             widget(), [described] { described->performAccessibleAction(); }, Qt::QueuedConnection);
     }
@@ -88,7 +88,7 @@ public:
     void setCurrentValue(QVariant const& /*value*/) override { }
 
 private:
-    // Looked for each time: while a widget goes, it is a plain one in the end, and still asked.
+    // Not cached: during destruction the widget is already a plain QWidget but still queried.
     Accessible* description() const { return dynamic_cast<Accessible*>(object()); }
 
     std::optional<Accessible::Value> value() const
@@ -133,30 +133,30 @@ void announceValue(QWidget& widget, double value)
     QAccessible::updateAccessibility(&event);
 }
 
-void speak(QWidget& widget, QString const& shown)
+void setNameFromTemplate(QWidget& widget, QString const& shown)
 {
-    auto const spoken = widget.property("spokenAs").toString();
-    setSpokenName(widget, spoken.isEmpty() ? shown : spoken.arg(shown).trimmed());
+    auto const spoken = widget.property("accessibleNameTemplate").toString();
+    setAccessibleNameIfChanged(widget, spoken.isEmpty() ? shown : spoken.arg(shown).trimmed());
 }
 
-void setReadOut(QLabel& label, QString const& text)
+void setLabelText(QLabel& label, QString const& text)
 {
     label.setText(text);
-    speak(label, text);
+    setNameFromTemplate(label, text);
 }
 
-void setSpokenRole(QWidget& widget, QAccessible::Role role)
+void setAccessibleRole(QWidget& widget, QAccessible::Role role)
 {
     widget.setProperty(roleProperty, static_cast<int>(role));
 }
 
-void setSpokenName(QWidget& widget, QString const& name)
+void setAccessibleNameIfChanged(QWidget& widget, QString const& name)
 {
     if (widget.accessibleName() != name)
         widget.setAccessibleName(name);
 }
 
-void setSpokenDescription(QWidget& widget, QString const& description)
+void setAccessibleDescriptionIfChanged(QWidget& widget, QString const& description)
 {
     if (widget.accessibleDescription() != description)
         widget.setAccessibleDescription(description);

@@ -10,8 +10,8 @@ class QWidget;
 
 namespace tensio {
 
-// What a widget that draws itself is to a screen reader; such a widget derives from this beside its
-// toolkit class. Its name and description are the widget's accessible ones.
+// Interface for custom-drawn widgets to describe themselves to screen readers. Name and description
+// are the widget's accessible ones.
 class Accessible {
 public:
     struct Value {
@@ -21,14 +21,13 @@ public:
     };
 
     virtual QAccessible::Role accessibleRole() const = 0;
-    // None for most.
     virtual std::optional<Value> accessibleValue() const { return std::nullopt; }
     // Adds to the state what only the widget knows.
     virtual void describeState(QAccessible::State& /*state*/) const { }
-    // By the names of QAccessibleActionInterface; empty when there is nothing to be done with it.
+    // A name of QAccessibleActionInterface; empty without an action.
     virtual QString accessibleAction() const { return {}; }
     virtual void performAccessibleAction() { }
-    // The menu that it opens, if any.
+    // The menu that the widget opens, if any.
     virtual QMenu* accessibleMenu() const { return nullptr; }
 
 protected:
@@ -38,25 +37,25 @@ protected:
     ~Accessible() = default;
 };
 
-// Makes such widgets known to screen readers. Before the first window.
+// Makes such widgets known to screen readers. Called before the first window is made.
 void installAccessibility();
 
-// Tell a screen reader of a change.
+// Notify screen readers of a change.
 void announceState(QWidget& widget, QAccessible::State changed);
 void announceValue(QWidget& widget, double value);
 
-// Names the widget by what it stands for and what it shows: its property "spokenAs" ("最大圧 %1
-// kPa") has the place.
-void speak(QWidget& widget, QString const& shown);
-// The same, for a label that shows the text.
-void setReadOut(QLabel& label, QString const& text);
+// Sets the accessible name from the property "accessibleNameTemplate", e.g. "最大圧 %1 kPa";
+// without one the shown text is the name.
+void setNameFromTemplate(QWidget& widget, QString const& shown);
+// Also shows the text on the label.
+void setLabelText(QLabel& label, QString const& text);
 
-// What a foreign widget is to a screen reader, where the toolkit does not say; what it is made of
-// inside is not told. Before anything else is set.
-void setSpokenRole(QWidget& widget, QAccessible::Role role);
+// The role of a widget of Qt that has none of its own; its children are hidden from screen readers.
+// Called before the other functions.
+void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 
-// As the widget's own setters, but silent where nothing changes.
-void setSpokenName(QWidget& widget, QString const& name);
-void setSpokenDescription(QWidget& widget, QString const& description);
+// As the widget's own setters, but without a notification when nothing changes.
+void setAccessibleNameIfChanged(QWidget& widget, QString const& name);
+void setAccessibleDescriptionIfChanged(QWidget& widget, QString const& description);
 
 } // namespace tensio

@@ -10,16 +10,16 @@ class QSvgRenderer;
 
 namespace tensio {
 
-// A picture of the program's resources, crisp at every size. Copies share the drawing.
+// A vector picture of the program's resources; a default one draws nothing. Copies share the
+// drawing.
 class Picture {
 public:
-    // Draws nothing.
     Picture() = default;
-
     // Throws std::runtime_error when there is no such picture: the program was packed wrongly.
     static Picture named(QString const& name);
 
     QString const& name() const { return m_name; }
+    // In design units.
     QSizeF size() const;
     void draw(QPainter& painter, QRectF target) const;
 
