@@ -2,7 +2,6 @@
 
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
-#include "toolkit/UpwardPainting.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -25,7 +24,7 @@ std::optional<Accessible::Value> GaugeView::accessibleValue() const
 void GaugeView::paintEvent(QPaintEvent* /*event*/)
 {
     auto const designSize = designFrame(*this).size();
-    auto const upward = upwardTransform(designSize, size());
+    auto const upward = designToSurface(designSize, size());
     auto const inner = wholePixels(upward.mapRect(QRectF(
         border, border, designSize.width() - 2.0 * border, designSize.height() - 2.0 * border)));
 

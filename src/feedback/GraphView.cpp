@@ -3,7 +3,6 @@
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
-#include "toolkit/UpwardPainting.h"
 
 #include <QPainter>
 #include <QPainterPath>
@@ -75,7 +74,7 @@ TimeSlice GraphView::timeSlice() const
 
 QImage const& GraphView::frame(QSize size, double devicePixelRatio)
 {
-    auto const toDevice = upwardTransform(designFrame(*this).size(), size);
+    auto const toDevice = designToSurface(designFrame(*this).size(), size);
     bool const isGroundNew = renewGround(size);
     if (m_plotter)
         m_isSettled = m_sweeps.update(*m_plotter, size, toDevice, timeSlice());
@@ -124,7 +123,7 @@ QImage GraphView::renderBackground(QSize size) const
     QImage background(size, QImage::Format_RGB32);
     background.fill(Qt::black);
     auto const designSize = designFrame(*this).size();
-    auto const toDevice = upwardTransform(designSize, size);
+    auto const toDevice = designToSurface(designSize, size);
     auto const inner = wholePixels(toDevice.mapRect(inside(designSize)));
     QPainter painter(&background);
     painter.fillRect(inner, colorFromHexString(QStringLiteral("#001c58")));

@@ -89,4 +89,11 @@ QRectF flipped(QRectF frame, double parentHeight)
     return {frame.x(), parentHeight - frame.y() - frame.height(), frame.width(), frame.height()};
 }
 
+QTransform designToSurface(QSizeF designSize, QSizeF surfaceSize)
+{
+    return QTransform::fromScale(1.0, -1.0) * QTransform::fromTranslate(0.0, designSize.height())
+        * QTransform::fromScale(
+            surfaceSize.width() / designSize.width(), surfaceSize.height() / designSize.height());
+}
+
 } // namespace tensio

@@ -1,12 +1,13 @@
 #pragma once
 
 #include <QRect>
+#include <QTransform>
 
 class QWidget;
 
 namespace tensio {
 
-// Widgets keep their place in units of the 1040 × 692 design; what stands on the screen is
+// Widgets keep their place in units of the 1040 × 692 design; their geometry on the screen is
 // recomputed from it at each change of scale, so that native focus, pop-ups, input methods and
 // screen readers keep working.
 
@@ -29,5 +30,8 @@ QRect wholePixels(QRectF rect);
 
 // The same rectangle with y growing the other way in a parent of that height.
 QRectF flipped(QRectF frame, double parentHeight);
+
+// Maps design units with y growing upwards onto a surface of the given size.
+QTransform designToSurface(QSizeF designSize, QSizeF surfaceSize);
 
 } // namespace tensio

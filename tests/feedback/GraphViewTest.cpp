@@ -3,7 +3,6 @@
 #include "feedback/GaugeView.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
-#include "toolkit/UpwardPainting.h"
 
 #include <QPainter>
 
@@ -49,7 +48,7 @@ QImage restroke(Plotter const& plotter, QImage const& ground)
 {
     QImage sweeps(ground.size(), QImage::Format_ARGB32_Premultiplied);
     sweeps.fill(Qt::transparent);
-    auto const toDevice = upwardTransform(designSize, ground.size());
+    auto const toDevice = designToSurface(designSize, ground.size());
     {
         QPainter painter(&sweeps);
         painter.setRenderHint(QPainter::Antialiasing);
@@ -97,7 +96,7 @@ bool showsNewestPressure(QImage const& frame, Plotter const& plotter)
         return true;
     auto const middle
         = (plotter.point(path, path.count - 2) + plotter.point(path, path.count - 1)) / 2.0;
-    auto const place = upwardTransform(designSize, frame.size()).map(middle);
+    auto const place = designToSurface(designSize, frame.size()).map(middle);
     return frame.pixelColor(static_cast<int>(place.x()), static_cast<int>(place.y()))
         == sweepColor(plotter.paths().size() - 1);
 }
