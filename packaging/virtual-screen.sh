@@ -29,6 +29,7 @@ shows() { LC_ALL=C grep -qaP "(\\x$1\\x$2\\x$3.){$4}" "$screen/Xvfb_screen0"; }
 shows_graph() { shows 58 1c 00 12; } # as far as from one line of the grid to the next
 shows_no_graph() { ! shows_graph; }
 shows_pressing() { shows ff 9c 00 40; }
+shows_start() { shows b8 67 00 100; } # the button 開始, enabled
 
 window() { xdotool search --onlyvisible --name "$1" | head -1 | grep .; }
 click() { xdotool mousemove --window "$1" "$2" "$3" click 1; }
@@ -86,7 +87,7 @@ begin_session() {
 
 end_session() {
     click "$(window '^tensio')" 964 602
-    wait_until "the end of the session" window '^tensio$'
+    wait_until "the end of the session" shows_start
 }
 
 measure_memory() {
