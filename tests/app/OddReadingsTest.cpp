@@ -1,0 +1,42 @@
+#include "app/MainWindowController.h"
+#include "core/Utf16.h"
+#include "support/Session.h"
+
+#include <QLabel>
+
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+TEST(OddReadings, HarmNeitherWindowNorAverageNorFile)
+{
+    struct Row {
+        std::string record;
+        QString average;
+        std::string cell;
+    };
+    std::vector<Row> const rows {{"+inf0X", u"inf"_qs, "inf"}, {"+nan0X", u"10.0"_qs, "nan"},
+        {"-inf0X", u"10.0"_qs, "-inf"}, {"+1e90X", u"500000000.0"_qs, "1000000000.0"}};
+    for (auto const& [record, average, cell] : rows) {
+        Session session;
+        MainWindowController controller(session.manager, session.runLoop, session.alerts);
+        controller.window().show();
+        session.connect();
+        for (auto const& bytes : {record + "+0100X", std::string("+0100X")}) {
+            session.port->delegate->serialPortDidReceiveData(bytes);
+            // For the sanitizers.
+            controller.window().grab();
+            session.runLoop.advance(Seconds(2.5));
+        }
+        session.manager.disconnectAction.apply(Nothing {});
+        for (auto const& measurement : session.manager.measurementList.measurements())
+            measurement->isCounted.setValue(true);
+        auto const* label = controller.window().findChild<QLabel*>(QStringLiteral("averageLabel"));
+        EXPECT_EQ(label->text().toStdString(), average.toStdString()) << record;
+        session.saving.answer = "file.csv";
+        session.manager.saveCsv();
+        EXPECT_NE(session.saving.written.find(encodeUtf16("0.05\t" + cell + "\t").substr(2)),
+            std::string::npos)
+            << record;
+    }
+}
