@@ -1,10 +1,21 @@
 #include "core/TensioManager.h"
 
+#include "core/NumberFormat.h"
+#include "platform/Menu.h"
+
+#include <algorithm>
+#include <cmath>
+
 namespace tensio {
 
 namespace {
 constexpr Seconds clockInterval {1.0};
 constexpr Seconds resetInterval {1.0};
+
+constexpr float fallbackTargetPressure = 30.0f;
+constexpr int highestOffered = 80;
+constexpr int lowestOffered = 10;
+constexpr int offeredStep = 5;
 } // namespace
 
 TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock const& clock,
@@ -40,7 +51,7 @@ TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock cons
     , m_runLoop(runLoop)
     , m_clock(clock)
     , m_userDefaults(userDefaults)
-    , m_saving(saving)
+    , m_saver(username, measurementList, saving)
 {
     m_subscriptions.push_back(m_runLoop.scheduleRepeating(clockInterval, [this] { updateTime(); }));
     m_subscriptions.push_back(serialPortManager.pressure.observeChanges(
@@ -53,6 +64,21 @@ TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock cons
 void TensioManager::updateTime()
 {
     currentTime.setValue(m_clock.now());
+}
+
+void TensioManager::connectionStarted()
+{
+    m_measurementCount = 1;
+    measurement = std::make_shared<Measurement>(m_measurementCount);
+    measurementList.reset();
+    isMeasuring.setValue(true);
+    m_hasMeaningfulData = false;
+    m_receivedData = false;
+    m_isTimerSetUp = false;
+    currentPressure.setValue(0.0f);
+    targetPressure.setValue(0.0f);
+    maxPressure.setValue(0.0f);
+    shouldReset.setValue(true);
 }
 
 void TensioManager::receivePressure(float pressure)
@@ -70,6 +96,79 @@ void TensioManager::receivePressure(float pressure)
         maxPressure.setValue(pressure);
     measurement->pressurePoints->push_back(pressure);
     m_receivedData = true;
+}
+
+void TensioManager::onReset()
+{
+    if (m_receivedData == false) {
+        m_resetTimer.end();
+        m_isTimerSetUp = false;
+        if (m_hasMeaningfulData == true) {
+            m_hasMeaningfulData = false;
+            finishMeasurement();
+            maxPressure.setValue(0.0f);
+        }
+    }
+    m_receivedData = false;
+}
+
+void TensioManager::finishMeasurement()
+{
+    measurement->targetPressure = targetPressure.value() * targetPressurePercent.value();
+    measurement->bestPressure = maxPressure.value();
+    measurement->timeStamp = m_clock.now();
+    measurementList.add(measurement);
+    ++m_measurementCount;
+    measurement = std::make_shared<Measurement>(m_measurementCount);
+}
+
+void TensioManager::stopMeasuring()
+{
+    if (m_hasMeaningfulData == true) {
+        finishMeasurement();
+        m_hasMeaningfulData = false;
+    }
+    isMeasuring.setValue(false);
+    serialPortManager.disconnect();
+    m_resetTimer.end();
+}
+
+void TensioManager::stepTargetPressure(float step)
+{
+    // Stepping from the rounded value keeps the effective target on the grid of 0.1 that the user
+    // sees.
+    auto const percent = targetPressurePercent.value();
+    auto const shown = std::round(targetPressure.value() * percent * 10.0f) / 10.0f;
+    auto const stepped = (shown + step) * (1.0f / percent);
+    targetPressure.setValue(std::clamp(stepped, minTargetPressure, maxTargetPressure));
+}
+
+void TensioManager::loadDefaultTargetPressure()
+{
+    auto const stored = m_userDefaults.floatForKey(defaultTargetPressureKey);
+    defaultTargetPressure.setValue(stored > 0.0f ? stored : fallbackTargetPressure);
+    m_subscriptions.push_back(defaultTargetPressure.observeChanges([this](float target) {
+        m_userDefaults.setFloat(defaultTargetPressureKey, target);
+        m_userDefaults.synchronize();
+    }));
+}
+
+void TensioManager::setUpTargetPressureMenu(Menu& menu)
+{
+    m_targetPressureMenu = &menu;
+    menu.removeAllItems();
+    for (int target = highestOffered; target >= lowestOffered; target -= offeredStep) {
+        auto const value = static_cast<float>(target);
+        menu.addItem({formatFixed(value, 1) + " kPa", target,
+            defaultTargetPressure.value() == value, [this, target] { setTargetPressure(target); }});
+    }
+}
+
+void TensioManager::setTargetPressure(int tag)
+{
+    defaultTargetPressure.setValue(static_cast<float>(tag));
+    if (m_targetPressureMenu)
+        m_targetPressureMenu->checkOnly(tag);
 }
 
 } // namespace tensio

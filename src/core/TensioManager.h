@@ -1,6 +1,7 @@
 #pragma once
 
 #include "core/MeasurementList.h"
+#include "core/ResultSaver.h"
 #include "core/SerialPortManager.h"
 #include "platform/Clock.h"
 #include "platform/RunLoop.h"
@@ -13,24 +14,7 @@
 
 namespace tensio {
 
-class Alerts;
-class CsvFormat;
-class FileWriter;
 class Menu;
-class PdfRenderer;
-class PrintView;
-class SavePanel;
-class Screen;
-
-// What saving needs of the outside.
-struct SavingServices {
-    CsvFormat const& csvFormat;
-    PdfRenderer const& pdfRenderer;
-    SavePanel& savePanel;
-    FileWriter& fileWriter;
-    Screen& screen;
-    Alerts& alerts;
-};
 
 // The hub: owns the link and the list of measurements, publishes the live values, cuts the stream
 // of pressures into measurements, keeps the target, and offers the commands of the user interface.
@@ -90,14 +74,11 @@ public:
     // Chooses the default target; the tag is its value in kPa.
     void setTargetPressure(int tag);
 
-    // All measurements, or the selected ones, to a file that the user chooses. Without any they do
-    // nothing.
-    void saveCsv();
-    void saveSelectedCsv();
-    // The main window, through the clipboard. A failure to write is not reported.
-    void saveScreenshot();
-    // The pages of a report, to a PDF file that the user chooses.
-    void saveViewAsPdf(PrintView& view);
+    // As those of ResultSaver.
+    void saveCsv() { m_saver.saveCsv(); }
+    void saveSelectedCsv() { m_saver.saveSelectedCsv(); }
+    void saveScreenshot() { m_saver.saveScreenshot(); }
+    void saveViewAsPdf(PrintView& view) { m_saver.saveViewAsPdf(view); }
 
 private:
     void receivePressure(float pressure);
@@ -109,13 +90,10 @@ private:
     void stepTargetPressure(float step);
     void loadDefaultTargetPressure();
 
-    void saveAsCsv(std::string const& text);
-    void tellUser(char const* message);
-
     RunLoop& m_runLoop;
     Clock const& m_clock;
     UserDefaults& m_userDefaults;
-    SavingServices m_saving;
+    ResultSaver m_saver;
     Menu* m_targetPressureMenu = nullptr;
 
     // Gives each measurement of a connection its number.

@@ -1,0 +1,94 @@
+#include "core/ResultSaver.h"
+
+#include "core/CsvFormat.h"
+#include "core/DateText.h"
+#include "core/SavingMessages.h"
+#include "core/Utf16.h"
+#include "platform/Alerts.h"
+#include "platform/Printing.h"
+#include "platform/Saving.h"
+#include "platform/Screen.h"
+
+namespace tensio {
+
+namespace {
+
+std::string dateText(Measurements const& measurements)
+{
+    return formatLocalTime(*measurements.back()->timeStamp, "%Y/%m/%d %H:%M");
+}
+
+// The main window, measured from the top of the screen.
+ScreenRect captureArea(Screen const& screen)
+{
+    auto area = screen.mainWindowFrame();
+    area.y = screen.mainScreenHeight() - area.y - area.height;
+    return area;
+}
+
+} // namespace
+
+ResultSaver::ResultSaver(MutableProperty<std::string> const& username,
+    MeasurementList const& measurementList, SavingServices services)
+    : m_username(username)
+    , m_measurementList(measurementList)
+    , m_services(services)
+{
+}
+
+void ResultSaver::saveCsv()
+{
+    auto const& measurements = m_measurementList.measurements();
+    if (!measurements.empty())
+        saveAsCsv(
+            m_services.csvFormat.all(m_username.value(), dateText(measurements), measurements));
+}
+
+void ResultSaver::saveSelectedCsv()
+{
+    auto const selection = m_measurementList.counted();
+    if (selection.empty())
+        return;
+    saveAsCsv(m_services.csvFormat.selected(m_username.value(), dateText(selection), selection,
+        m_measurementList.selectedAverage.value(), m_measurementList.minSelectedPressure(),
+        m_measurementList.maxSelectedPressure()));
+}
+
+void ResultSaver::saveAsCsv(std::string const& text)
+{
+    auto const path = m_services.savePanel.runModal("csv");
+    if (path && !m_services.fileWriter.writeAtomically(*path, encodeUtf16(text)))
+        showError(saveFailedMessage);
+}
+
+void ResultSaver::saveScreenshot()
+{
+    // First the picture, so that the panel is not on it.
+    m_services.screen.captureToClipboard(captureArea(m_services.screen));
+    auto const path = m_services.savePanel.runModal("png");
+    if (!path)
+        return;
+    if (auto const picture = m_services.screen.clipboardPng())
+        m_services.fileWriter.writeAtomically(*path, *picture);
+}
+
+void ResultSaver::saveViewAsPdf(PrintView& view)
+{
+    if (!m_services.pdfRenderer.hasRoomFor(view)) {
+        showError(paperTooSmallMessage);
+        return;
+    }
+    auto const path = m_services.savePanel.runModal("pdf");
+    if (!path)
+        return;
+    auto const pdf = m_services.pdfRenderer.render(view);
+    if (!pdf || !m_services.fileWriter.writeAtomically(*path, *pdf))
+        showError(saveFailedMessage);
+}
+
+void ResultSaver::showError(char const* message)
+{
+    m_services.alerts.runModal(AlertStyle::Critical, message, {"OK"});
+}
+
+} // namespace tensio

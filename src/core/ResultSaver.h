@@ -1,0 +1,51 @@
+#pragma once
+
+#include "core/MeasurementList.h"
+
+#include <string>
+
+namespace tensio {
+
+class Alerts;
+class CsvFormat;
+class FileWriter;
+class PdfRenderer;
+class PrintView;
+class SavePanel;
+class Screen;
+
+// What saving needs of the outside.
+struct SavingServices {
+    CsvFormat const& csvFormat;
+    PdfRenderer const& pdfRenderer;
+    SavePanel& savePanel;
+    FileWriter& fileWriter;
+    Screen& screen;
+    Alerts& alerts;
+};
+
+// Saves results to files that the user chooses; a cancelled save panel ends a save silently.
+class ResultSaver {
+public:
+    // Everything handed in must outlive the saver.
+    ResultSaver(MutableProperty<std::string> const& username,
+        MeasurementList const& measurementList, SavingServices services);
+
+    // All measurements, or the selected ones. Without any they do nothing.
+    void saveCsv();
+    void saveSelectedCsv();
+    // The main window, through the clipboard. A failure to write is not reported.
+    void saveScreenshot();
+    // The pages of a report.
+    void saveViewAsPdf(PrintView& view);
+
+private:
+    void saveAsCsv(std::string const& text);
+    void showError(char const* message);
+
+    MutableProperty<std::string> const& m_username;
+    MeasurementList const& m_measurementList;
+    SavingServices m_services;
+};
+
+} // namespace tensio
