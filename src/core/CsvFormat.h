@@ -1,19 +1,15 @@
 #pragma once
 
 #include "core/Measurement.h"
+#include "reactive/Interface.h"
 
 #include <string>
 
 namespace tensio {
 
 // Makes the text of a CSV file (UTF-8) from finished measurements.
-class CsvFormat {
+class CsvFormat : public Interface {
 public:
-    CsvFormat() = default;
-    CsvFormat(CsvFormat const&) = delete;
-    CsvFormat& operator=(CsvFormat const&) = delete;
-    virtual ~CsvFormat() = default;
-
     virtual std::string all(std::string const& name, std::string const& date,
         Measurements const& measurements) const = 0;
     // At most three measurements; average, smallest and largest best pressure in kPa.

@@ -5,7 +5,7 @@
 #include "core/SavingMessages.h"
 #include "core/Utf16.h"
 #include "platform/Alerts.h"
-#include "platform/Printing.h"
+#include "platform/PdfRenderer.h"
 #include "platform/Saving.h"
 #include "platform/Screen.h"
 

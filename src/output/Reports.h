@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Printing.h"
+#include "platform/PrintView.h"
 
 #include <memory>
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "reactive/Interface.h"
+
 #include <cstddef>
 #include <string>
 #include <vector>
@@ -9,13 +11,8 @@ namespace tensio {
 enum class AlertStyle { Warning, Critical };
 
 // A question or message; everything else waits until it is answered.
-class Alerts {
+class Alerts : public Interface {
 public:
-    Alerts() = default;
-    Alerts(Alerts const&) = delete;
-    Alerts& operator=(Alerts const&) = delete;
-    virtual ~Alerts() = default;
-
     // The index of the button pressed. At least one button is needed; texts are UTF-8. The last
     // button is the default one and the answer to Escape, so it must be the one that does no harm.
     virtual std::size_t runModal(

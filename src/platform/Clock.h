@@ -1,5 +1,7 @@
 #pragma once
 
+#include "reactive/Interface.h"
+
 #include <chrono>
 
 namespace tensio {
@@ -7,13 +9,8 @@ namespace tensio {
 using Date = std::chrono::system_clock::time_point;
 
 // Wall-clock time: may step back or forth. For intervals use the run loop.
-class Clock {
+class Clock : public Interface {
 public:
-    Clock() = default;
-    Clock(Clock const&) = delete;
-    Clock& operator=(Clock const&) = delete;
-    virtual ~Clock() = default;
-
     virtual Date now() const = 0;
 };
 

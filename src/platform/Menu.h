@@ -1,5 +1,7 @@
 #pragma once
 
+#include "reactive/Interface.h"
+
 #include <functional>
 #include <string>
 
@@ -13,13 +15,8 @@ struct MenuItem {
 };
 
 // A menu whose items carry a check mark.
-class Menu {
+class Menu : public Interface {
 public:
-    Menu() = default;
-    Menu(Menu const&) = delete;
-    Menu& operator=(Menu const&) = delete;
-    virtual ~Menu() = default;
-
     virtual void removeAllItems() = 0;
     virtual void addItem(MenuItem item) = 0;
     // Checks every item with this tag and unchecks all others.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "reactive/Interface.h"
+
 #include <optional>
 #include <string>
 #include <string_view>
@@ -7,19 +9,14 @@
 namespace tensio {
 
 // Asks the user where to save; everything else waits until it is answered.
-class SavePanel {
+class SavePanel : public Interface {
 public:
-    SavePanel() = default;
-    SavePanel(SavePanel const&) = delete;
-    SavePanel& operator=(SavePanel const&) = delete;
-    virtual ~SavePanel() = default;
-
     // The chosen path in UTF-8, ending in the file type, which is given without a dot; nothing when
     // the user cancels. Overwriting has been confirmed.
     virtual std::optional<std::string> runModal(std::string const& fileType) = 0;
 };
 
-class FileWriter {
+class FileWriter : public Interface {
 public:
     FileWriter() = default;
     FileWriter(FileWriter const&) = delete;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "reactive/Interface.h"
+
 #include <optional>
 #include <string>
 
@@ -14,13 +16,8 @@ struct ScreenRect {
 };
 
 // The place of the main window on the screen, and pictures of it through the clipboard.
-class Screen {
+class Screen : public Interface {
 public:
-    Screen() = default;
-    Screen(Screen const&) = delete;
-    Screen& operator=(Screen const&) = delete;
-    virtual ~Screen() = default;
-
     // From the bottom left of the main screen to the window's bottom left, y upwards; all zero
     // without a window.
     virtual ScreenRect mainWindowFrame() const = 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Error.h"
+#include "reactive/Interface.h"
 
 #include <memory>
 #include <string>
@@ -10,13 +11,8 @@
 namespace tensio {
 
 // Hears of the life of one port, always from the event loop, never from inside a call to the port.
-class SerialPortDelegate {
+class SerialPortDelegate : public Interface {
 public:
-    SerialPortDelegate() = default;
-    SerialPortDelegate(SerialPortDelegate const&) = delete;
-    SerialPortDelegate& operator=(SerialPortDelegate const&) = delete;
-    virtual ~SerialPortDelegate() = default;
-
     virtual void serialPortWasOpened() = 0;
     virtual void serialPortDidReceiveData(std::string_view bytes) = 0;
     virtual void serialPortDidEncounterError(ErrorRef error) = 0;
@@ -27,13 +23,8 @@ public:
 enum class Parity { None, Odd, Even };
 
 // One serial line. Settings are made before open().
-class SerialPort {
+class SerialPort : public Interface {
 public:
-    SerialPort() = default;
-    SerialPort(SerialPort const&) = delete;
-    SerialPort& operator=(SerialPort const&) = delete;
-    virtual ~SerialPort() = default;
-
     virtual std::string name() const = 0;
     // No cable but another program is at the other end: readings are simulated.
     virtual bool isVirtual() const = 0;
@@ -47,13 +38,8 @@ public:
 };
 
 // What is plugged in now, real ports first.
-class SerialPortList {
+class SerialPortList : public Interface {
 public:
-    SerialPortList() = default;
-    SerialPortList(SerialPortList const&) = delete;
-    SerialPortList& operator=(SerialPortList const&) = delete;
-    virtual ~SerialPortList() = default;
-
     virtual std::vector<std::shared_ptr<SerialPort>> availablePorts() = 0;
 };
 

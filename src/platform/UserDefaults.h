@@ -1,17 +1,14 @@
 #pragma once
 
+#include "reactive/Interface.h"
+
 #include <string>
 
 namespace tensio {
 
 // The settings kept between runs.
-class UserDefaults {
+class UserDefaults : public Interface {
 public:
-    UserDefaults() = default;
-    UserDefaults(UserDefaults const&) = delete;
-    UserDefaults& operator=(UserDefaults const&) = delete;
-    virtual ~UserDefaults() = default;
-
     // 0 when nothing, or nothing that reads as a number, is stored.
     virtual float floatForKey(std::string const& key) const = 0;
     virtual void setFloat(std::string const& key, float value) = 0;

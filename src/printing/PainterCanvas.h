@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Printing.h"
+#include "platform/PrintCanvas.h"
 
 class QFont;
 class QPainter;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "reactive/Interface.h"
+
 #include <functional>
 
 class QPrinter;
@@ -9,13 +11,8 @@ namespace tensio {
 
 // The system's own panels of printing. They stand above the parent and return at once; what to do
 // is called when, and only when, the user agrees.
-class PrintPanels {
+class PrintPanels : public Interface {
 public:
-    PrintPanels() = default;
-    PrintPanels(PrintPanels const&) = delete;
-    PrintPanels& operator=(PrintPanels const&) = delete;
-    virtual ~PrintPanels() = default;
-
     virtual bool hasPrinters() const = 0;
     // Both change the printer's settings; it must outlive the panel.
     virtual void openPageSetup(QPrinter& printer, QWidget& parent, std::function<void()> agreed)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "reactive/Interface.h"
 #include "reactive/Subscription.h"
 
 #include <chrono>
@@ -10,13 +11,8 @@ namespace tensio {
 using Seconds = std::chrono::duration<double>;
 
 // Runs work later on the main thread.
-class Scheduler {
+class Scheduler : public Interface {
 public:
-    Scheduler() = default;
-    Scheduler(Scheduler const&) = delete;
-    Scheduler& operator=(Scheduler const&) = delete;
-    virtual ~Scheduler() = default;
-
     // Time since some fixed moment; unlike the wall clock it never steps back.
     virtual Seconds now() const = 0;
     // Runs the work once, never inside this call. Ending the subscription cancels it.

@@ -4,7 +4,7 @@
 #include "platform/CaptureRectangle.h"
 #include "platform/Clock.h"
 #include "platform/Menu.h"
-#include "platform/Printing.h"
+#include "platform/PdfRenderer.h"
 #include "platform/Saving.h"
 #include "platform/Screen.h"
 #include "platform/UserDefaults.h"
