@@ -18,11 +18,6 @@ public:
 
 class FileWriter : public Interface {
 public:
-    FileWriter() = default;
-    FileWriter(FileWriter const&) = delete;
-    FileWriter& operator=(FileWriter const&) = delete;
-    virtual ~FileWriter() = default;
-
     // Replaces the file at the path (UTF-8) by these bytes. False when the path cannot be written
     // or not everything reached the disk; the file then has its old contents.
     virtual bool writeAtomically(std::string const& path, std::string_view bytes) = 0;

@@ -1,0 +1,94 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+#include <cstddef>
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tensio {
+
+// 0 is no session.
+using SessionId = long long;
+
+// What is known of a session when its first measurement is written. Pressures in kPa.
+struct SessionHead {
+    Date start;
+    std::string name;
+    float target = 0.0f;
+    // 1.0 stands for 100 %.
+    float targetPercent = 1.0f;
+    bool isSimulated = false;
+};
+
+struct SessionSummary {
+    SessionId id = 0;
+    Date start;
+    std::string name;
+    // Of its measurements.
+    int count = 0;
+    float best = 0.0f;
+    // A CSV file of all its measurements has been written.
+    bool isSaved = false;
+    bool isSimulated = false;
+};
+
+// What a measurement has come to, and those of its points that are new.
+struct MeasurementPart {
+    int number = 0;
+    float best = 0.0f;
+    float target = 0.0f;
+    Date timeStamp;
+    bool isFinished = false;
+    // How many points were written before.
+    std::size_t firstPoint = 0;
+    std::span<float const> points;
+};
+
+struct StoredMeasurement {
+    int number = 0;
+    float best = 0.0f;
+    float target = 0.0f;
+    Date timeStamp;
+    std::vector<float> points;
+};
+
+struct StoredSession {
+    SessionSummary summary;
+    std::vector<StoredMeasurement> measurements;
+};
+
+// The sessions on the disk. Each operation is done as a whole or not at all, and never waits; what
+// is false, or empty, was refused.
+class SessionStore {
+public:
+    SessionStore() = default;
+    SessionStore(SessionStore const&) = delete;
+    SessionStore& operator=(SessionStore const&) = delete;
+    virtual ~SessionStore() = default;
+
+    virtual bool isOpen() const = 0;
+    // What the user is to know of the opening; empty when all went well.
+    virtual std::string openingProblem() const = 0;
+
+    virtual std::optional<SessionId> begin(SessionHead const& head) = 0;
+    // A finished measurement then survives a power cut, a running one the end of the program.
+    virtual bool write(SessionId session, MeasurementPart const& part) = 0;
+    virtual bool end(SessionId session, Date date) = 0;
+
+    virtual bool markSaved(SessionId session) = 0;
+    // Nobody is asked about it any more.
+    virtual bool putAside(SessionId session) = 0;
+    virtual bool remove(SessionId session) = 0;
+    virtual bool removeAll() = 0;
+
+    // Newest first; the text is a part of the name, in capitals or not.
+    virtual std::vector<SessionSummary> sessions(std::string const& namePart) = 0;
+    // The newest session, if it is neither saved nor put aside.
+    virtual std::optional<SessionSummary> unsavedSession() = 0;
+    virtual std::optional<StoredSession> load(SessionId session) = 0;
+};
+
+} // namespace tensio

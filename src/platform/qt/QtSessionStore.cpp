@@ -1,0 +1,226 @@
+#include "platform/qt/QtSessionStore.h"
+
+#include <QSqlError>
+#include <QStandardPaths>
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+namespace tensio {
+
+namespace {
+
+static_assert(std::endian::native == std::endian::little, "what the file holds");
+constexpr std::size_t pointsPerBlob = 20;
+
+using Durability = SessionDatabase::Durability;
+
+qint64 stored(Date date)
+{
+    return std::chrono::duration_cast<std::chrono::microseconds>(date.time_since_epoch()).count();
+}
+
+Date dateOf(QVariant const& microseconds)
+{
+    return Date(std::chrono::duration_cast<Date::duration>(
+        std::chrono::microseconds(microseconds.toLongLong())));
+}
+
+QString const& summaryColumns()
+{
+    static QString const columns = QStringLiteral(
+        "SELECT id, start, name, count, best, saved, simulated FROM session WHERE count > 0 ");
+    return columns;
+}
+
+SessionSummary summaryOf(QSqlQuery const& row)
+{
+    return {row.value(0).toLongLong(), dateOf(row.value(1)), row.value(2).toString().toStdString(),
+        row.value(3).toInt(), row.value(4).toFloat(), row.value(5).toBool(), row.value(6).toBool()};
+}
+
+} // namespace
+
+QtSessionStore::QtSessionStore()
+    : QtSessionStore(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation)
+        + QStringLiteral("/sessions.db"))
+{
+}
+
+QtSessionStore::QtSessionStore(QString const& path)
+    : m_database(path)
+{
+}
+
+std::string QtSessionStore::openingProblem() const
+{
+    switch (m_database.opening()) {
+    case SessionDatabase::Opening::Fine:
+        break;
+    case SessionDatabase::Opening::InUse:
+        return "別のtensioが開いているため、ここでの測定は自動保存されません。CSV保存してください"
+               "。";
+    case SessionDatabase::Opening::Refused:
+        return "自動保存の場所に書き込めません。測定を終えたらCSV保存してください。";
+    case SessionDatabase::Opening::NewerSetAside:
+        return "以前の測定は新しい版のtensioのものなので、別名で残しました。新しい版で開いてくださ"
+               "い。";
+    case SessionDatabase::Opening::DamagedSetAside:
+        return "以前の測定の記録が壊れていたため、別名で残しました。管理者に知らせてください。";
+    }
+    return {};
+}
+
+std::optional<SessionId> QtSessionStore::begin(SessionHead const& head)
+{
+    SessionId id = 0;
+    bool const isDone = m_database.change(Durability::ProgramEnd, [&] {
+        auto* const inserted = m_database.run(
+            QStringLiteral("INSERT INTO session (start, name, target, percent, simulated) "
+                           "VALUES (?, ?, ?, ?, ?)"),
+            {stored(head.start), QString::fromStdString(head.name), head.target, head.targetPercent,
+                head.isSimulated});
+        id = inserted ? inserted->lastInsertId().toLongLong() : 0;
+        return id != 0;
+    });
+    return isDone ? std::optional(id) : std::nullopt;
+}
+
+bool QtSessionStore::write(SessionId session, MeasurementPart const& part)
+{
+    return m_database.change(part.isFinished ? Durability::PowerCut : Durability::ProgramEnd, [&] {
+        return m_database.run(
+                   QStringLiteral("INSERT OR REPLACE INTO measurement VALUES (?, ?, ?, ?, ?, ?)"),
+                   {session, part.number, part.best, part.target, stored(part.timeStamp),
+                       part.isFinished})
+            && writePoints(session, part)
+            && m_database.run(
+                QStringLiteral("UPDATE session SET count = max(count, ?), best = max(best, ?) "
+                               "WHERE id = ?"),
+                {part.number, part.best, session});
+    });
+}
+
+bool QtSessionStore::writePoints(SessionId session, MeasurementPart const& part)
+{
+    for (std::size_t offset = 0; offset < part.points.size(); offset += pointsPerBlob) {
+        auto const blob = std::as_bytes(
+            part.points.subspan(offset, std::min(pointsPerBlob, part.points.size() - offset)));
+        QByteArray const bytes(
+            reinterpret_cast<char const*>(blob.data()), static_cast<qsizetype>(blob.size()));
+        if (!m_database.run(QStringLiteral("INSERT OR REPLACE INTO points VALUES (?, ?, ?, ?)"),
+                {session, part.number, static_cast<qint64>(part.firstPoint + offset), bytes}))
+            return false;
+    }
+    return true;
+}
+
+bool QtSessionStore::end(SessionId session, Date date)
+{
+    bool const isDone = changeDurably(
+        QStringLiteral("UPDATE session SET ended = ? WHERE id = ?"), {stored(date), session});
+    m_database.tidyUp();
+    return isDone;
+}
+
+bool QtSessionStore::markSaved(SessionId session)
+{
+    return changeDurably(QStringLiteral("UPDATE session SET saved = 1 WHERE id = ?"), {session});
+}
+
+bool QtSessionStore::putAside(SessionId session)
+{
+    return changeDurably(QStringLiteral("UPDATE session SET aside = 1 WHERE id = ?"), {session});
+}
+
+bool QtSessionStore::remove(SessionId session)
+{
+    bool const isDone = m_database.change(Durability::PowerCut, [&] {
+        return m_database.run(QStringLiteral("DELETE FROM points WHERE session = ?"), {session})
+            && m_database.run(
+                QStringLiteral("DELETE FROM measurement WHERE session = ?"), {session})
+            && m_database.run(QStringLiteral("DELETE FROM session WHERE id = ?"), {session});
+    });
+    // Nothing of it may stay in the journal.
+    m_database.tidyUp();
+    return isDone;
+}
+
+bool QtSessionStore::removeAll()
+{
+    bool const isDone = m_database.change(Durability::PowerCut, [this] {
+        return m_database.run(QStringLiteral("DELETE FROM points"))
+            && m_database.run(QStringLiteral("DELETE FROM measurement"))
+            && m_database.run(QStringLiteral("DELETE FROM session"));
+    });
+    m_database.tidyUp();
+    return isDone;
+}
+
+std::vector<SessionSummary> QtSessionStore::sessions(std::string const& namePart)
+{
+    std::vector<SessionSummary> found;
+    auto* const rows = m_database.run(
+        summaryColumns() + QStringLiteral("AND instr(lower(name), lower(?)) > 0 ORDER BY id DESC"),
+        {QString::fromStdString(namePart)});
+    while (rows && rows->next())
+        found.push_back(summaryOf(*rows));
+    return found;
+}
+
+std::optional<SessionSummary> QtSessionStore::unsavedSession()
+{
+    auto* const newest = m_database.run(summaryColumns()
+        + QStringLiteral("AND saved = 0 AND aside = 0 "
+                         "AND id = (SELECT max(id) FROM session WHERE count > 0)"));
+    if (!newest || !newest->next())
+        return std::nullopt;
+    auto const summary = summaryOf(*newest);
+    newest->finish();
+    return summary;
+}
+
+std::optional<StoredSession> QtSessionStore::load(SessionId session)
+{
+    auto* const row = m_database.run(summaryColumns() + QStringLiteral("AND id = ?"), {session});
+    if (!row || !row->next())
+        return std::nullopt;
+    StoredSession found {summaryOf(*row), {}};
+    row->finish();
+    auto* const rows = m_database.run(
+        QStringLiteral("SELECT number, best, target, time FROM measurement WHERE session = ? "
+                       "ORDER BY number"),
+        {session});
+    while (rows && rows->next()) {
+        found.measurements.push_back(StoredMeasurement {rows->value(0).toInt(),
+            rows->value(1).toFloat(), rows->value(2).toFloat(), dateOf(rows->value(3)), {}});
+    }
+    bool const areRead = std::ranges::all_of(
+        found.measurements, [&](auto& measurement) { return readPoints(session, measurement); });
+    return rows && !rows->lastError().isValid() && areRead ? std::optional(std::move(found))
+                                                           : std::nullopt;
+}
+
+bool QtSessionStore::readPoints(SessionId session, StoredMeasurement& measurement)
+{
+    auto* const rows = m_database.run(
+        QStringLiteral("SELECT kpa FROM points WHERE session = ? AND number = ? ORDER BY first"),
+        {session, measurement.number});
+    while (rows && rows->next()) {
+        auto const bytes = rows->value(0).toByteArray();
+        auto const before = measurement.points.size();
+        measurement.points.resize(before + static_cast<std::size_t>(bytes.size()) / sizeof(float));
+        std::memcpy(measurement.points.data() + before, bytes.constData(),
+            (measurement.points.size() - before) * sizeof(float));
+    }
+    return rows && !rows->lastError().isValid();
+}
+
+bool QtSessionStore::changeDurably(QString const& statement, QVariantList const& values)
+{
+    return m_database.change(
+        Durability::PowerCut, [&] { return m_database.run(statement, values) != nullptr; });
+}
+
+} // namespace tensio
