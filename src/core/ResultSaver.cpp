@@ -36,11 +36,11 @@ ResultSaver::ResultSaver(MutableProperty<std::string> const& username,
 {
 }
 
-void ResultSaver::saveCsv()
+bool ResultSaver::saveCsv()
 {
     auto const& measurements = m_measurementList.measurements();
-    if (!measurements.empty())
-        saveAsCsv(
+    return !measurements.empty()
+        && saveAsCsv(
             m_services.csvFormat.all(m_username.value(), dateText(measurements), measurements));
 }
 
@@ -54,11 +54,15 @@ void ResultSaver::saveSelectedCsv()
         m_measurementList.maxSelectedPressure()));
 }
 
-void ResultSaver::saveAsCsv(std::string const& text)
+bool ResultSaver::saveAsCsv(std::string const& text)
 {
     auto const path = m_services.savePanel.runModal("csv");
-    if (path && !m_services.fileWriter.writeAtomically(*path, encodeUtf16(text)))
+    if (!path)
+        return false;
+    bool const isWritten = m_services.fileWriter.writeAtomically(*path, encodeUtf16(text));
+    if (!isWritten)
         showError(saveFailedMessage);
+    return isWritten;
 }
 
 void ResultSaver::saveScreenshot()

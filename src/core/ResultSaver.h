@@ -31,8 +31,9 @@ public:
     ResultSaver(MutableProperty<std::string> const& username,
         MeasurementList const& measurementList, SavingServices services);
 
-    // All measurements, or the selected ones. Without any they do nothing.
-    void saveCsv();
+    // All measurements, or the selected ones. Without any they do nothing. True when the file holds
+    // all measurements.
+    bool saveCsv();
     void saveSelectedCsv();
     // The main window, through the clipboard. A failure to write is not reported.
     void saveScreenshot();
@@ -40,7 +41,7 @@ public:
     void saveViewAsPdf(PrintView& view);
 
 private:
-    void saveAsCsv(std::string const& text);
+    bool saveAsCsv(std::string const& text);
     void showError(char const* message);
 
     MutableProperty<std::string> const& m_username;

@@ -71,6 +71,7 @@ void TensioManager::connectionStarted()
     m_measurementCount = 1;
     measurement = std::make_shared<Measurement>(m_measurementCount);
     measurementList.reset();
+    isSavedAsCsv.setValue(false);
     isMeasuring.setValue(true);
     m_hasMeaningfulData = false;
     m_receivedData = false;
@@ -79,6 +80,21 @@ void TensioManager::connectionStarted()
     targetPressure.setValue(0.0f);
     maxPressure.setValue(0.0f);
     shouldReset.setValue(true);
+}
+
+void TensioManager::restoreSession(std::string const& name, Measurements const& measurements)
+{
+    // No live value of another subject may remain beside the restored measurements.
+    currentPressure.setValue(0.0f);
+    targetPressure.setValue(0.0f);
+    maxPressure.setValue(0.0f);
+    shouldReset.setValue(true);
+    username.setValue(name);
+    measurementList.reset();
+    isSavedAsCsv.setValue(false);
+    for (auto const& each : measurements)
+        measurementList.add(each);
+    isMeasuring.setValue(false);
 }
 
 void TensioManager::receivePressure(float pressure)
@@ -151,6 +167,12 @@ void TensioManager::loadDefaultTargetPressure()
         m_userDefaults.setFloat(defaultTargetPressureKey, target);
         m_userDefaults.synchronize();
     }));
+}
+
+void TensioManager::saveCsv()
+{
+    if (m_saver.saveCsv())
+        isSavedAsCsv.setValue(true);
 }
 
 void TensioManager::setUpTargetPressureMenu(Menu& menu)

@@ -49,6 +49,8 @@ public:
     // The user information dialog is open.
     MutableProperty<bool> isShowingPopup {false};
     MutableProperty<Measurements> sliceOfMeasurements {{}};
+    // A CSV file holds all measurements of the list. Published at each such save as well.
+    MutableProperty<bool> isSavedAsCsv {false};
 
     MeasurementList measurementList;
     // The one being recorded; none before the first connection.
@@ -69,13 +71,16 @@ public:
     // The reset timer's tick: ends the burst when no record came since the tick before.
     void onReset();
 
+    // Puts a finished session into the list, as if it had just been finished; only while none runs.
+    void restoreSession(std::string const& name, Measurements const& measurements);
+
     // Fills the menu of default targets. Not owned; must outlive its use through setTargetPressure.
     void setUpTargetPressureMenu(Menu& menu);
     // Chooses the default target; the tag is its value in kPa.
     void setTargetPressure(int tag);
 
     // As those of ResultSaver.
-    void saveCsv() { m_saver.saveCsv(); }
+    void saveCsv();
     void saveSelectedCsv() { m_saver.saveSelectedCsv(); }
     void saveScreenshot() { m_saver.saveScreenshot(); }
     void saveViewAsPdf(PrintView& view) { m_saver.saveViewAsPdf(view); }

@@ -1,0 +1,169 @@
+#include "core/SessionRecorder.h"
+
+#include "core/TensioManager.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tensio {
+
+namespace {
+
+constexpr Seconds interval {1.0};
+// What one write takes stays short, also after the store has refused for long.
+constexpr std::size_t maxPoints = 1200;
+constexpr auto cannotWriteMessage
+    = "測定を自動保存できません。ディスクの空き容量を確かめ、終了後にCSV保存してください。";
+
+bool isAboveZero(float pressure)
+{
+    return pressure > 0.0f;
+}
+
+std::shared_ptr<Measurement> measurementOf(StoredMeasurement const& stored)
+{
+    auto measurement = std::make_shared<Measurement>(stored.number);
+    measurement->bestPressure = stored.best;
+    measurement->targetPressure = stored.target;
+    measurement->timeStamp = stored.timeStamp;
+    measurement->pressurePoints = stored.points;
+    return measurement;
+}
+
+} // namespace
+
+SessionRecorder::SessionRecorder(TensioManager& tensioManager, SessionStore& store,
+    RunLoop& runLoop, Clock const& clock, std::function<bool()> isSimulated)
+    : problem(store.openingProblem())
+    , canOpen(store.isOpen())
+    , m_tensioManager(tensioManager)
+    , m_store(store)
+    , m_clock(clock)
+    , m_isSimulated(std::move(isSimulated))
+{
+    // Where the store could not be opened, the user knows already that nothing is kept.
+    if (!m_store.isOpen())
+        return;
+    m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
+        [this](bool isMeasuring) { isMeasuring ? start() : proceed(); }));
+    m_subscriptions.push_back(m_tensioManager.connectAction.observe([this](auto const& event) {
+        // Now, since the port may be gone when the first measurement is written.
+        if (std::holds_alternative<ValueEvent<Nothing>>(event))
+            m_isSimulatedSession = m_isSimulated();
+    }));
+    m_subscriptions.push_back(m_tensioManager.sliceOfMeasurements.observeChanges(
+        [this](Measurements const&) { proceed(); }));
+    m_subscriptions.push_back(runLoop.scheduleRepeating(interval, [this] { proceed(); }));
+    m_subscriptions.push_back(m_tensioManager.isSavedAsCsv.observeChanges(
+        [this](bool isSaved) { isSaved ? markSaved() : void(); }));
+}
+
+SessionRecorder::~SessionRecorder()
+{
+    proceed();
+}
+
+void SessionRecorder::start()
+{
+    m_isRecording = true;
+    m_start = m_clock.now();
+    m_session = 0;
+    m_writtenMeasurements = 0;
+    m_writtenPoints = 0;
+    canOpen.setValue(false);
+    pastSession.setValue(std::nullopt);
+}
+
+void SessionRecorder::proceed()
+{
+    if (!m_isRecording)
+        return;
+    bool const isWritten = writeFinished() && writeRunning();
+    if (!isWritten && problem.value() != cannotWriteMessage)
+        problem.setValue(cannotWriteMessage);
+    if (!isWritten || m_tensioManager.isMeasuring.value())
+        return;
+    m_isRecording = false;
+    if (m_session != 0)
+        m_store.end(m_session, m_clock.now());
+    canOpen.setValue(true);
+}
+
+bool SessionRecorder::writeFinished()
+{
+    auto const& finished = m_tensioManager.measurementList.measurements();
+    while (m_writtenMeasurements < finished.size()) {
+        auto const& each = *finished[m_writtenMeasurements];
+        bool const isRest = each.pressurePoints->size() - m_writtenPoints <= maxPoints;
+        if (!write({each.number, *each.bestPressure, *each.targetPressure, *each.timeStamp, isRest,
+                       m_writtenPoints, {}},
+                *each.pressurePoints))
+            return false;
+        if (!isRest)
+            continue;
+        ++m_writtenMeasurements;
+        m_writtenPoints = 0;
+    }
+    return true;
+}
+
+bool SessionRecorder::writeRunning()
+{
+    auto const& running = m_tensioManager.measurement;
+    bool const isFull = m_writtenMeasurements >= MeasurementList::MEASUREMENTS_MAX_COUNT;
+    // While it is being finished it stands in both places.
+    if (!running || running->timeStamp || isFull)
+        return true;
+    auto const& points = *running->pressurePoints;
+    bool const isMeaningful = m_writtenPoints > 0 || std::ranges::any_of(points, isAboveZero);
+    if (!isMeaningful || points.size() == m_writtenPoints)
+        return true;
+    return write(
+        {running->number, m_tensioManager.maxPressure.value(),
+            m_tensioManager.targetPressure.value() * m_tensioManager.targetPressurePercent.value(),
+            m_clock.now(), false, m_writtenPoints, {}},
+        points);
+}
+
+bool SessionRecorder::write(MeasurementPart part, std::vector<float> const& points)
+{
+    part.points = std::span(points).subspan(
+        m_writtenPoints, std::min(maxPoints, points.size() - m_writtenPoints));
+    if (!isSessionBegun() || !m_store.write(m_session, part))
+        return false;
+    m_writtenPoints += part.points.size();
+    return true;
+}
+
+bool SessionRecorder::isSessionBegun()
+{
+    // Not before: name and target are known only once the port has opened.
+    if (m_session == 0)
+        m_session = m_store
+                        .begin({m_start, m_tensioManager.username.value(),
+                            m_tensioManager.targetPressure.value(),
+                            m_tensioManager.targetPressurePercent.value(), m_isSimulatedSession})
+                        .value_or(0);
+    return m_session != 0;
+}
+
+void SessionRecorder::markSaved()
+{
+    if (m_session != 0)
+        m_store.markSaved(m_session);
+}
+
+bool SessionRecorder::open(SessionId session)
+{
+    auto const stored = m_store.load(session);
+    if (!stored || !canOpen.value())
+        return false;
+    Measurements measurements;
+    std::ranges::transform(stored->measurements, std::back_inserter(measurements), measurementOf);
+    m_session = session;
+    m_tensioManager.restoreSession(stored->summary.name, measurements);
+    pastSession.setValue(stored->summary);
+    return true;
+}
+
+} // namespace tensio

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "platform/SessionStore.h"
+#include "reactive/MutableProperty.h"
+
+#include <functional>
+
+namespace tensio {
+
+class Clock;
+class RunLoop;
+class TensioManager;
+struct Measurement;
+
+// Keeps every session on the disk: a finished measurement at once, a running one every second, once
+// a pressure above 0 has come. What the store refuses is offered to it again a second later; the
+// session goes on whatever the store does.
+class SessionRecorder {
+public:
+    // Everything handed in must outlive the recorder.
+    SessionRecorder(TensioManager& tensioManager, SessionStore& store, RunLoop& runLoop,
+        Clock const& clock, std::function<bool()> isSimulated);
+    SessionRecorder(SessionRecorder const&) = delete;
+    SessionRecorder& operator=(SessionRecorder const&) = delete;
+    ~SessionRecorder();
+
+    // What the user is to read once; empty while all goes well.
+    MutableProperty<std::string> problem;
+    // No session runs, and all of what the window shows is in the store.
+    MutableProperty<bool> canOpen;
+    // The one that the window shows; none while it shows the session of the latest connection.
+    MutableProperty<std::optional<SessionSummary>> pastSession {std::nullopt};
+
+    // Puts a stored session into the window; false when it cannot be read.
+    bool open(SessionId session);
+
+private:
+    void start();
+    void proceed();
+    bool writeFinished();
+    bool writeRunning();
+    bool write(MeasurementPart part, std::vector<float> const& points);
+    bool isSessionBegun();
+    void markSaved();
+
+    TensioManager& m_tensioManager;
+    SessionStore& m_store;
+    Clock const& m_clock;
+    std::function<bool()> m_isSimulated;
+
+    // Not all of the session of the latest connection has been written, or it still runs.
+    bool m_isRecording = false;
+    Date m_start;
+    bool m_isSimulatedSession = false;
+    SessionId m_session = 0;
+    // Finished measurements that are written whole, and points of the next one that are.
+    std::size_t m_writtenMeasurements = 0;
+    std::size_t m_writtenPoints = 0;
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

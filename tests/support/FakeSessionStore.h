@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/SessionStore.h"
+
+#include <algorithm>
+#include <map>
+
+namespace tensio {
+
+// Sessions in memory, and how many writes are refused before the next is done.
+class FakeSessionStore : public SessionStore {
+public:
+    std::map<SessionId, StoredSession> stored;
+    std::size_t finishedMeasurements = 0;
+    int refusals = 0;
+
+    bool isOpen() const override { return true; }
+    std::string openingProblem() const override { return {}; }
+
+    std::optional<SessionId> begin(SessionHead const& head) override
+    {
+        auto const id = static_cast<SessionId>(stored.size()) + 1;
+        stored[id].summary = {id, head.start, head.name, 0, 0.0f, false, head.isSimulated};
+        return id;
+    }
+    bool write(SessionId session, MeasurementPart const& part) override
+    {
+        if (refusals > 0)
+            return --refusals < 0;
+        auto& [summary, measurements] = stored[session];
+        auto const number = static_cast<std::size_t>(part.number);
+        measurements.resize(std::max(measurements.size(), number));
+        auto& measurement = measurements[number - 1];
+        auto points = std::move(measurement.points);
+        points.insert(points.end(), part.points.begin(), part.points.end());
+        measurement = {part.number, part.best, part.target, part.timeStamp, std::move(points)};
+        finishedMeasurements += part.isFinished ? 1 : 0;
+        summary.count = static_cast<int>(measurements.size());
+        return true;
+    }
+    bool end(SessionId, Date) override { return true; }
+
+    bool markSaved(SessionId session) override { return stored[session].summary.isSaved = true; }
+    bool putAside(SessionId session) override { return asides.push_back(session), true; }
+    bool remove(SessionId session) override { return stored.erase(session) == 1; }
+    bool removeAll() override { return stored.clear(), true; }
+
+    std::vector<SessionSummary> sessions(std::string const& namePart) override
+    {
+        std::vector<SessionSummary> found;
+        for (auto const& [id, session] : stored) {
+            if (session.summary.name.find(namePart) != std::string::npos)
+                found.insert(found.begin(), session.summary);
+        }
+        return found;
+    }
+    std::optional<SessionSummary> unsavedSession() override
+    {
+        if (stored.empty() || stored.rbegin()->second.summary.isSaved
+            || std::ranges::count(asides, stored.rbegin()->first) > 0)
+            return std::nullopt;
+        return stored.rbegin()->second.summary;
+    }
+    std::optional<StoredSession> load(SessionId session) override
+    {
+        auto const found = stored.find(session);
+        return found == stored.end() ? std::nullopt : std::optional(found->second);
+    }
+
+private:
+    std::vector<SessionId> asides;
+};
+
+} // namespace tensio
