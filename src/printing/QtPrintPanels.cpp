@@ -23,9 +23,11 @@ void open(QDialog& panel, QWidget& parent, std::function<void()> agreed)
 // Where the toolkit draws the panel, these controls are named by what they show.
 void describeControls(QDialog& panel)
 {
-    for (auto const& [control, description] : {std::pair {"pageSizeCombo", u"用紙サイズ"_qs},
-             {"unitCombo", u"単位"_qs}, {"pagesPerSheetCombo", u"シートごとのページ数"_qs},
-             {"pagesPerSheetLayoutCombo", u"ページの順序"_qs}}) {
+    for (auto const& [control, description] :
+        {std::pair {"pageSizeCombo", QStringLiteral("用紙サイズ")},
+            {"unitCombo", QStringLiteral("単位")},
+            {"pagesPerSheetCombo", QStringLiteral("シートごとのページ数")},
+            {"pagesPerSheetLayoutCombo", QStringLiteral("ページの順序")}}) {
         if (auto* found = panel.findChild<QWidget*>(QString::fromLatin1(control)))
             found->setAccessibleDescription(description);
     }

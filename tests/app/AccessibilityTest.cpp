@@ -115,10 +115,12 @@ TEST(Accessibility, TheLiveAreaIsToldInWords)
     EXPECT_EQ(value->maximumValue(), 80.0);
     EXPECT_EQ(spoken(program.find<GraphView>()).text(QAccessible::Description),
         QStringLiteral("圧力目盛 0〜80 kPa、時間目盛 30秒、目標 30.0 kPa 到達、最大 35.0 kPa"));
-    for (auto const& [label, name] : {std::pair {"currentPressureLabel", u"現在の圧力 35.0 kPa"_qs},
-             {"targetPressureImage", u"目標圧 30.0 kPa 到達"_qs},
-             {"maxPressureImage", u"最大圧 35.0 kPa"_qs}, {"statusLabel", u"状態 測定中"_qs},
-             {"percentPopup", u"目標の割合 100%"_qs}})
+    for (auto const& [label, name] :
+        {std::pair {"currentPressureLabel", QStringLiteral("現在の圧力 35.0 kPa")},
+            {"targetPressureImage", QStringLiteral("目標圧 30.0 kPa 到達")},
+            {"maxPressureImage", QStringLiteral("最大圧 35.0 kPa")},
+            {"statusLabel", QStringLiteral("状態 測定中")},
+            {"percentPopup", QStringLiteral("目標の割合 100%")}})
         EXPECT_EQ(nameOf(program.find<QWidget>(QString::fromLatin1(label))), name);
 }
 

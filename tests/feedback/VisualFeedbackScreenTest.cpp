@@ -80,12 +80,13 @@ TEST(VisualFeedbackScreen, ScalesHaveANumberEveryFiveAndNoStaleOnes)
     LiveArea screen;
     EXPECT_EQ(screen.gaugeLabels().size(), 16);
     EXPECT_EQ(screen.graphLabels(),
-        (QStringList {u"5"_qs, u"10"_qs, u"15"_qs, u"20"_qs, u"25"_qs, u"30"_qs}));
+        (QStringList {QStringLiteral("5"), QStringLiteral("10"), QStringLiteral("15"),
+            QStringLiteral("20"), QStringLiteral("25"), QStringLiteral("30")}));
     for (int press = 0; press < 30; ++press) {
         screen.click("downButton");
         screen.click("rightButton");
     }
-    EXPECT_EQ(screen.gaugeLabels(), (QStringList {u"5"_qs, u"10"_qs}));
+    EXPECT_EQ(screen.gaugeLabels(), (QStringList {QStringLiteral("5"), QStringLiteral("10")}));
     EXPECT_EQ(screen.graphLabels().size(), 12);
     screen.controller->viewWillAppear();
     EXPECT_EQ(screen.gaugeLabels().size(), 2);

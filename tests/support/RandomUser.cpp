@@ -121,8 +121,10 @@ void RandomUser::doubleClick(QWidget& control)
 
 void RandomUser::type(QWidget& control)
 {
-    std::array const texts {u"山田"_qs, u"9"_qs, u"35.5"_qs, u"12,5"_qs, u"nan"_qs, u"-1e9"_qs,
-        u"👩‍👩‍👧🙂e\u0301"_qs, u"a\tb\n"_qs, u""_qs};
+    std::array const texts {QStringLiteral("山田"), QStringLiteral("9"), QStringLiteral("35.5"),
+        QStringLiteral("12,5"), QStringLiteral("nan"), QStringLiteral("-1e9"),
+        QStringLiteral("👩‍👩‍👧🙂e\u0301"), QStringLiteral("a\tb\n"),
+        QStringLiteral("")};
     if (upTo(1) == 0) {
         for (auto const& erased : {QKeySequence::SelectAll, QKeySequence::Delete})
             QTest::keySequence(&control, erased);

@@ -34,7 +34,8 @@ bool flushToDisk(QSaveFile& file)
 void describeControls(QFileDialog& panel)
 {
     for (auto const& [control, description] :
-        {std::pair {"lookInCombo", u"フォルダー"_qs}, {"fileTypeCombo", u"ファイルの種類"_qs}}) {
+        {std::pair {"lookInCombo", QStringLiteral("フォルダー")},
+            {"fileTypeCombo", QStringLiteral("ファイルの種類")}}) {
         if (auto* found = panel.findChild<QWidget*>(QString::fromLatin1(control)))
             found->setAccessibleDescription(description);
     }
