@@ -9,7 +9,6 @@
 #include "feedback/GraphView.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
-#include "toolkit/Resources.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -229,7 +228,6 @@ BENCHMARK(afterChangeOfNoise)->Apply(atFixedLength)->Iterations(2)->ArgsProduct(
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    loadResources();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

@@ -3,7 +3,6 @@
 
 #include "panels/HistoryViewController.h"
 #include "support/Session.h"
-#include "toolkit/Resources.h"
 
 #include <QApplication>
 #include <QWidget>
@@ -36,7 +35,6 @@ BENCHMARK(turnPage)->Unit(benchmark::kMillisecond);
 int main(int argc, char** argv)
 {
     QApplication application(argc, argv);
-    loadResources();
     benchmark::Initialize(&argc, argv);
     benchmark::RunSpecifiedBenchmarks();
     return 0;

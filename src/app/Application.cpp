@@ -2,7 +2,6 @@
 
 #include "toolkit/Accessible.h"
 #include "toolkit/WaylandWindowSizes.h"
-#include "toolkit/Resources.h"
 #include "toolkit/StyleSheet.h"
 
 #include <QApplication>
@@ -44,7 +43,6 @@ void Application::print(ReportKind kind)
 
 void prepareLook()
 {
-    loadResources();
     installAccessibility();
     QApplication::setApplicationName(QStringLiteral("tensio"));
     QApplication::setApplicationVersion(QStringLiteral(TENSIO_VERSION));

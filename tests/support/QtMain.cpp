@@ -1,5 +1,4 @@
 #include "toolkit/Accessible.h"
-#include "toolkit/Resources.h"
 
 #include <QApplication>
 #include <QFont>
@@ -11,7 +10,6 @@ int main(int argc, char** argv)
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
     QApplication::setFont(QFont(QStringLiteral("Noto Sans CJK JP")));
-    tensio::loadResources();
     tensio::installAccessibility();
     return RUN_ALL_TESTS();
 }
