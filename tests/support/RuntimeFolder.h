@@ -2,10 +2,10 @@
 
 #include "platform/qt/VirtualPorts.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <forward_list>
 #include <string>
 
 namespace tensio {
@@ -13,11 +13,7 @@ namespace tensio {
 // For its lifetime the user's runtime folder is one of its own, where terminals can be published.
 class RuntimeFolder {
 public:
-    RuntimeFolder()
-    {
-        qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_folder.path()));
-        QDir().mkpath(virtualPortsFolder());
-    }
+    RuntimeFolder() { qputenv("XDG_RUNTIME_DIR", QFile::encodeName(m_folder.path())); }
     RuntimeFolder(RuntimeFolder const&) = delete;
     RuntimeFolder& operator=(RuntimeFolder const&) = delete;
     ~RuntimeFolder()
@@ -30,15 +26,16 @@ public:
 
     QString path() const { return m_folder.path(); }
     // As a port whose name is the device's, a dash and this.
-    void publish(std::string const& node, QString const& name) const
+    void publish(std::string const& node, QString const& name)
     {
-        QFile::link(QString::fromStdString(node),
-            virtualPortsFolder() + QStringLiteral("/SLAB_USBtoUART-") + name);
+        m_ports.emplace_front(
+            QStringLiteral("SLAB_USBtoUART-") + name, QString::fromStdString(node));
     }
 
 private:
     QByteArray m_before {qgetenv("XDG_RUNTIME_DIR")};
     QTemporaryDir m_folder;
+    std::forward_list<VirtualPort> m_ports;
 };
 
 } // namespace tensio

@@ -23,7 +23,7 @@ double secondsNow()
 
 Simulator::Simulator(SimulatorOptions options)
     : m_options(std::move(options))
-    , m_terminal(std::make_unique<Terminal>(m_options.linkPath))
+    , m_terminal(std::make_unique<Terminal>(m_options.portName))
     , m_random(m_options.seed)
     , m_stamps(m_options.stampsFile)
 {

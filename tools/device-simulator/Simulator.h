@@ -10,13 +10,12 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <string>
 #include <vector>
 
 namespace tensio {
 
 struct SimulatorOptions {
-    std::string linkPath;
+    QString portName;
     // Played instead of the pressing person when not empty.
     std::vector<TimedBytes> recordedStream;
     bool playsOnce = false;
@@ -27,8 +26,8 @@ struct SimulatorOptions {
     unsigned seed = 1;
 };
 
-// Plays the device on a terminal: waits for a reader, then writes its records in time, anew for
-// each reader.
+// Plays the device on a terminal: waits for a reader, then writes its records in time, from the
+// start for each reader.
 class Simulator : public QObject {
 public:
     explicit Simulator(SimulatorOptions options);

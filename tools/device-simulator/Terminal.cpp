@@ -7,7 +7,6 @@
 #include <system_error>
 #include <termios.h>
 #include <unistd.h>
-#include <utility>
 
 namespace tensio {
 
@@ -35,20 +34,19 @@ void makeRaw(char const* terminal)
 
 } // namespace
 
-Terminal::Terminal(std::string linkPath)
-    : m_linkPath(std::move(linkPath))
+Terminal::Terminal(QString const& portName)
 {
     m_master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     require(m_master >= 0 && grantpt(m_master) == 0 && unlockpt(m_master) == 0, "pseudo-terminal");
     auto const* const terminal = ptsname(m_master);
     makeRaw(terminal);
-    unlink(m_linkPath.c_str());
-    require(symlink(terminal, m_linkPath.c_str()) == 0, m_linkPath.c_str());
+    m_port.emplace(portName, QString::fromLocal8Bit(terminal));
 }
 
 Terminal::~Terminal()
 {
-    unlink(m_linkPath.c_str());
+    // First the link, so that nobody finds a terminal that is gone.
+    m_port.reset();
     close(m_master);
 }
 

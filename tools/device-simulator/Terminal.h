@@ -1,16 +1,18 @@
 #pragma once
 
-#include <string>
+#include "platform/qt/VirtualPorts.h"
+
+#include <optional>
 #include <string_view>
 
 namespace tensio {
 
-// A pseudo-terminal: what is written here is what a program reads from the port. Errors throw
-// std::system_error.
+// A pseudo-terminal, published as a virtual port: what is written here is what a program reads from
+// the port.
 class Terminal {
 public:
-    // The link to the terminal replaces a stale one of the same path and goes with the object.
-    explicit Terminal(std::string linkPath);
+    // Throws std::runtime_error when there is no terminal or it cannot be published.
+    explicit Terminal(QString const& portName);
     Terminal(Terminal const&) = delete;
     Terminal& operator=(Terminal const&) = delete;
     ~Terminal();
@@ -20,7 +22,7 @@ public:
 
 private:
     int m_master = -1;
-    std::string m_linkPath;
+    std::optional<VirtualPort> m_port;
 };
 
 } // namespace tensio

@@ -1,10 +1,8 @@
 #include "Simulator.h"
 #include "device-simulator/RecordedStream.h"
-#include "platform/qt/VirtualPorts.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QDir>
 
 #include <csignal>
 #include <cstdio>
@@ -59,9 +57,7 @@ double readNumber(QCommandLineParser const& parser, QString const& option, doubl
 tensio::SimulatorOptions readOptions(QCommandLineParser const& parser)
 {
     tensio::SimulatorOptions options;
-    auto const folder = tensio::virtualPortsFolder();
-    QDir().mkpath(folder);
-    options.linkPath = QString(folder + u'/' + parser.value(QStringLiteral("name"))).toStdString();
+    options.portName = parser.value(QStringLiteral("name"));
     if (parser.isSet(QStringLiteral("play"))) {
         std::ifstream file(parser.value(QStringLiteral("play")).toStdString());
         if (!file)
@@ -95,7 +91,7 @@ int main(int argc, char** argv)
         tensio::Simulator simulator(readOptions(parser));
         simulator.onFinished = &QCoreApplication::quit;
 
-        // The published link has to go also when the program is told to stop.
+        // The published link must be removed also when a signal stops the program.
         std::signal(SIGINT, [](int) { mustStop = 1; });
         std::signal(SIGTERM, [](int) { mustStop = 1; });
         QTimer stopWatch;
