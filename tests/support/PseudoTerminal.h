@@ -76,6 +76,13 @@ public:
         return ioctl(m_slave, FIONREAD, &count) == 0 ? static_cast<std::size_t>(count) : 0;
     }
 
+    termios settings() const
+    {
+        termios settings {};
+        tcgetattr(m_slave, &settings);
+        return settings;
+    }
+
     // What was written reaches the other side a moment later, by way of the system. Nobody may read
     // meanwhile.
     void waitForUnread(std::size_t count) const

@@ -8,26 +8,21 @@
 
 namespace tensio {
 
-namespace {
-
-constexpr quint16 bridgeVendor = 0x10c4;
-
-QString listedName(QSerialPortInfo const& info)
+QString listedName(QString const& portName, quint16 vendor)
 {
+    constexpr quint16 bridgeVendor = 0x10c4;
     auto const driverName = QStringLiteral("SLAB_USBtoUART");
-    bool const isBridge = info.hasVendorIdentifier() && info.vendorIdentifier() == bridgeVendor;
-    if (!isBridge || info.portName().contains(driverName))
-        return info.portName();
-    return QStringLiteral("%1 (%2)").arg(driverName, info.portName());
+    if (vendor != bridgeVendor || portName.contains(driverName))
+        return portName;
+    return QStringLiteral("%1 (%2)").arg(driverName, portName);
 }
-
-} // namespace
 
 std::vector<std::shared_ptr<SerialPort>> QtSerialPortList::availablePorts()
 {
     std::vector<std::shared_ptr<SerialPort>> ports;
     for (auto const& info : QSerialPortInfo::availablePorts()) {
-        QtSerialPort::Place const place {listedName(info).toStdString(), info.systemLocation()};
+        auto const name = listedName(info.portName(), info.vendorIdentifier());
+        QtSerialPort::Place const place {name.toStdString(), info.systemLocation()};
         ports.push_back(std::make_shared<QtSerialPort>(place, m_shape, m_lineTimers, m_queue));
     }
     for (auto const& path : virtualPorts()) {

@@ -7,8 +7,11 @@
 
 namespace tensio {
 
-// Real ports, then virtual ones. The device's bridge, a CP210x, is listed under a name that holds
-// its driver's customary name beside the system's own.
+// The name under which a port is listed. The device's bridge, a CP210x (USB vendor 10C4), gets the
+// name that its driver has on macOS, followed by the system's own. The vendor is 0 if unknown.
+QString listedName(QString const& portName, quint16 vendor);
+
+// Real ports, then virtual ones.
 class QtSerialPortList : public SerialPortList {
 public:
     // The queue must outlive the list, the list its ports.

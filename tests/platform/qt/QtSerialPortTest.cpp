@@ -66,7 +66,6 @@ struct Line {
         auto made = std::make_unique<QtSerialPort>(
             QtSerialPort::Place {"port", node}, deviceRecordShape, runLoop, queue);
         made->setDelegate(&listener);
-        made->setBaudRate(19200);
         return made;
     }
 
@@ -96,6 +95,19 @@ struct Line {
 using Texts = std::vector<std::string>;
 
 } // namespace
+
+TEST(QtSerialPort, SetsTheLine)
+{
+    Line line;
+    TerminalWatch const watch(line.terminal);
+    line.port->setBaudRate(19200);
+    line.port->setNumberOfStopBits(1);
+    line.open();
+    // A pseudo-terminal has 8 bits and no parity, whatever is set.
+    auto const settings = watch.settings();
+    EXPECT_EQ(cfgetispeed(&settings), speed_t(B19200));
+    EXPECT_EQ(settings.c_cflag & CSTOPB, tcflag_t(0));
+}
 
 TEST(QtSerialPort, TellsALossOnceAfterEverythingThatArrived)
 {
@@ -246,6 +258,15 @@ struct Published {
 };
 
 } // namespace
+
+TEST(QtSerialPortList, ListsTheBridgeUnderANameThatTheLinkLooksFor)
+{
+    EXPECT_EQ(
+        listedName(QStringLiteral("ttyUSB0"), 0x10c4), QStringLiteral("SLAB_USBtoUART (ttyUSB0)"));
+    EXPECT_EQ(listedName(QStringLiteral("cu.SLAB_USBtoUART"), 0x10c4),
+        QStringLiteral("cu.SLAB_USBtoUART"));
+    EXPECT_EQ(listedName(QStringLiteral("ttyUSB0"), 0x0403), QStringLiteral("ttyUSB0"));
+}
 
 TEST(QtSerialPortList, ListsVirtualPortsByTheNameOfTheirLink)
 {
