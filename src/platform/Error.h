@@ -6,7 +6,8 @@
 
 namespace tensio {
 
-// What the world refused to do, with the sentence that the user reads (UTF-8, Japanese).
+// An operation that failed outside the program's control, with the message shown to the user
+// (UTF-8, Japanese).
 class Error {
 public:
     Error(std::string domain, int code, std::string description = {})
@@ -19,6 +20,7 @@ public:
     Error& operator=(Error const&) = delete;
     virtual ~Error() = default;
 
+    // The library that reports the error, and its code for it.
     std::string const& domain() const { return m_domain; }
     int code() const { return m_code; }
     virtual std::string localizedDescription() const { return m_description; }
@@ -29,6 +31,7 @@ private:
     std::string m_description;
 };
 
+// Never null.
 using ErrorRef = std::shared_ptr<Error const>;
 
 } // namespace tensio

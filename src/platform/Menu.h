@@ -9,8 +9,10 @@ namespace tensio {
 
 struct MenuItem {
     std::string title;
+    // Identifies the item to checkOnly().
     int tag = 0;
     bool isOn = false;
+    // Runs when the user chooses the item. Must not rebuild the menu.
     std::function<void()> action;
 };
 

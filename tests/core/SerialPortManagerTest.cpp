@@ -99,6 +99,17 @@ TEST(SerialPortManager, OnlyTheFirstEndReachesTheSubscriber)
     }
 }
 
+TEST(SerialPortManager, ThePortOfAFailedAttemptIsNotHeardDuringTheNext)
+{
+    Link link;
+    link.connect();
+    link.port->delegate->serialPortDidEncounterError(std::make_shared<Error>("os", 1));
+    link.ports.ports.clear();
+    link.plugIn("SLAB_USBtoUART");
+    link.connect();
+    EXPECT_EQ(link.port->delegate, nullptr);
+}
+
 TEST(SerialPortManager, PublishesEveryRecordInOrderAndCarriesNothingOver)
 {
     Link link;

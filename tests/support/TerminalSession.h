@@ -24,9 +24,9 @@ public:
 
     std::vector<std::shared_ptr<SerialPort>> availablePorts() override
     {
-        QtSerialPort::Place const place {
+        QtSerialPort::Location const location {
             SerialPortManager::deviceNameFragment, QString::fromStdString(m_path)};
-        return {std::make_shared<QtSerialPort>(place, deviceRecordShape, m_scheduler, m_queue)};
+        return {std::make_shared<QtSerialPort>(location, deviceRecordShape, m_scheduler, m_queue)};
     }
 
 private:

@@ -1,7 +1,9 @@
 #include "platform/qt/HangUpWatch.h"
 
-#include <poll.h>
 #include <utility>
+#ifdef Q_OS_UNIX
+#include <poll.h>
+#endif
 
 namespace tensio {
 
@@ -9,10 +11,14 @@ namespace {
 
 constexpr int intervalMilliseconds = 250;
 
-bool hasHungUp(int descriptor)
+bool hasHungUp([[maybe_unused]] TerminalHandle terminal)
 {
-    pollfd watched {descriptor, 0, 0};
+#ifdef Q_OS_UNIX
+    pollfd watched {terminal, 0, 0};
     return poll(&watched, 1, 0) > 0 && (watched.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+#else
+    return false;
+#endif
 }
 
 } // namespace
@@ -21,14 +27,14 @@ HangUpWatch::HangUpWatch(std::function<void()> onHangUp)
 {
     m_timer.setInterval(intervalMilliseconds);
     QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this, report = std::move(onHangUp)] {
-        if (hasHungUp(m_descriptor))
+        if (hasHungUp(m_terminal))
             report();
     });
 }
 
-void HangUpWatch::start(int descriptor)
+void HangUpWatch::start(TerminalHandle terminal)
 {
-    m_descriptor = descriptor;
+    m_terminal = terminal;
     m_timer.start();
 }
 

@@ -1,23 +1,26 @@
 #pragma once
 
+#include <QSerialPort>
 #include <QTimer>
 
 #include <functional>
 
 namespace tensio {
 
-// Asks the descriptor of a terminal, 4 times a second, whether the other side has gone: not every
-// Qt tells.
+using TerminalHandle = decltype(QSerialPort().handle());
+
+// Polls a terminal 4 times a second for a hang-up, which some Qt versions do not report. Does
+// nothing on systems other than Unix.
 class HangUpWatch {
 public:
     explicit HangUpWatch(std::function<void()> onHangUp);
 
-    void start(int descriptor);
+    void start(TerminalHandle terminal);
     void stop() { m_timer.stop(); }
 
 private:
     QTimer m_timer;
-    int m_descriptor = -1;
+    TerminalHandle m_terminal {};
 };
 
 } // namespace tensio

@@ -29,8 +29,8 @@ void MainQueue::deliverLater()
 
 void MainQueue::deliver()
 {
-    // One at a time: the work may open a panel, whose own event loop delivers what follows, or
-    // holds it.
+    // One at a time: the work may open a panel, which either holds the queue or runs the rest from
+    // its own event loop.
     QPointer const self(this);
     for (auto count = m_waiting.size(); self && count > 0 && m_holds == 0 && !m_waiting.empty();
          --count) {

@@ -9,14 +9,14 @@
 
 namespace tensio {
 
-// Delivers work from the main event loop, in the order it was posted. While a modal panel holds the
-// queue nothing is delivered; nothing is lost either.
+// Runs work from the main event loop, in the order it was posted. While a modal panel holds the
+// queue nothing runs; what is posted meanwhile runs afterwards.
 class MainQueue : public QObject {
     Q_OBJECT
 
 public:
     void post(std::function<void()> work);
-    // Until the subscription ends. Holds may overlap.
+    // Nothing runs until the subscription ends. Holds may overlap.
     Subscription hold();
 
 private:

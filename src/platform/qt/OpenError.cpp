@@ -10,7 +10,7 @@ namespace tensio {
 
 namespace {
 
-QString sentence(QSerialPort const& port, QString const& node)
+QString userMessage(QSerialPort const& port, QString const& node)
 {
     QFileInfo const info(node);
     bool const isMissing = port.error() == QSerialPort::DeviceNotFoundError || !info.exists();
@@ -43,7 +43,7 @@ QString sentence(QSerialPort const& port, QString const& node)
 ErrorRef openError(QSerialPort const& port, QString const& node)
 {
     return std::make_shared<Error>(
-        "org.qt-project.serialport", port.error(), sentence(port, node).toStdString());
+        "org.qt-project.serialport", port.error(), userMessage(port, node).toStdString());
 }
 
 } // namespace tensio

@@ -4,9 +4,8 @@
 
 namespace tensio {
 
-// Serial programs keep each other away from a port by a file with their process number. This is the
-// path of such a file, for the port at the node, whose process no longer runs; empty when there is
-// none.
+// Serial programs lock a port with a file that holds their process ID. Returns the path of a lock
+// file of the port at the node whose process no longer runs; empty if there is none.
 QString abandonedLock(QString const& node);
 
 } // namespace tensio

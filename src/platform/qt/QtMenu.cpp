@@ -17,7 +17,7 @@ void QtMenu::addItem(MenuItem item)
     action->setData(item.tag);
     action->setCheckable(true);
     action->setChecked(item.isOn);
-    // A click has toggled the mark by then; what it ought to be, the work says by checkOnly.
+    // The click has already toggled the check mark; the action corrects it with checkOnly().
     QObject::connect(
         action, &QAction::triggered, action, [work = std::move(item.action)] { work(); });
 }

@@ -28,7 +28,7 @@ Subscription start(MainQueue& queue, Seconds interval, bool repeats, std::functi
     QObject::connect(
         &timer->timer, &QTimer::timeout, &timer->timer, [&queue, weakTimer = std::weak_ptr(timer)] {
             auto const due = weakTimer.lock();
-            // Ticks missed during a hold are made up for by one.
+            // One tick stands for all that were missed during a hold.
             if (!due || std::exchange(due->isTickWaiting, true))
                 return;
             queue.post([weakTimer] {
@@ -39,7 +39,7 @@ Subscription start(MainQueue& queue, Seconds interval, bool repeats, std::functi
             });
         });
     timer->timer.start();
-    // The subscription alone keeps the timer alive: what was posted before its end finds it gone.
+    // The subscription alone owns the timer, so that a tick posted before its end does nothing.
     return Subscription([timer] { timer->timer.stop(); });
 }
 

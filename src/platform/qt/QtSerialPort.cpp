@@ -9,19 +9,20 @@
 
 namespace tensio {
 
-QtSerialPort::QtSerialPort(Place place, RecordShape shape, Scheduler& scheduler, MainQueue& queue)
-    : m_place(std::move(place))
+QtSerialPort::QtSerialPort(
+    Location location, RecordShape shape, Scheduler& scheduler, MainQueue& queue)
+    : m_location(std::move(location))
     , m_queue(queue)
     , m_gatherer(
-          scheduler, shape, [this](std::string_view chunk) { tellOfData(std::string(chunk)); })
-    , m_hangUpWatch([this] { lose(); })
+          scheduler, shape, [this](std::string_view chunk) { notifyData(std::string(chunk)); })
+    , m_hangUpWatch([this] { handleLoss(); })
 {
-    m_line.setPortName(m_place.node);
-    connect(&m_line, &QSerialPort::readyRead, this, &QtSerialPort::readyRead);
-    // A direct slot: after a hang-up Qt repeats the error without end until the line is closed.
+    m_line.setPortName(m_location.device);
+    connect(&m_line, &QSerialPort::readyRead, this, &QtSerialPort::readAvailable);
+    // A direct slot: after a hang-up Qt emits the error endlessly until the line is closed.
     connect(&m_line, &QSerialPort::errorOccurred, this, [this](QSerialPort::SerialPortError error) {
         if (m_isOpen && error != QSerialPort::NoError)
-            lose();
+            handleLoss();
     });
 }
 
@@ -61,42 +62,43 @@ void QtSerialPort::open()
     if (m_isOpen)
         return;
     if (!m_line.open(QIODevice::ReadOnly)) {
-        tell([error = openError(m_line, m_place.node)](
-                 SerialPortDelegate& delegate) { delegate.serialPortDidEncounterError(error); });
+        notifyDelegate(
+            [error = openError(m_line, m_location.device)](
+                SerialPortDelegate& delegate) { delegate.serialPortDidEncounterError(error); });
         return;
     }
-    // The system keeps bytes from before; they belong to nobody's measurement.
+    // Bytes that the system kept from before the opening belong to no measurement.
     m_line.clear(QSerialPort::Input);
     m_isOpen = true;
     m_hangUpWatch.start(m_line.handle());
-    tell([](SerialPortDelegate& delegate) { delegate.serialPortWasOpened(); });
+    notifyDelegate([](SerialPortDelegate& delegate) { delegate.serialPortWasOpened(); });
 }
 
 void QtSerialPort::close()
 {
-    ++m_closeCount;
+    ++m_openGeneration;
     if (!m_isOpen)
         return;
     m_gatherer.discard();
     closeLine();
-    tell([](SerialPortDelegate& delegate) { delegate.serialPortWasClosed(); });
+    notifyDelegate([](SerialPortDelegate& delegate) { delegate.serialPortWasClosed(); });
 }
 
-void QtSerialPort::readyRead()
+void QtSerialPort::readAvailable()
 {
     auto const bytes = m_line.readAll();
     m_gatherer.receive(std::string_view(bytes.constData(), static_cast<std::size_t>(bytes.size())));
 }
 
-void QtSerialPort::lose()
+void QtSerialPort::handleLoss()
 {
     if (!m_isOpen)
         return;
-    readyRead();
+    readAvailable();
     m_gatherer.flush();
     closeLine();
-    tell([](SerialPortDelegate& delegate) { delegate.serialPortWasRemovedFromSystem(); });
-    tell([](SerialPortDelegate& delegate) { delegate.serialPortWasClosed(); });
+    notifyDelegate([](SerialPortDelegate& delegate) { delegate.serialPortWasRemovedFromSystem(); });
+    notifyDelegate([](SerialPortDelegate& delegate) { delegate.serialPortWasClosed(); });
 }
 
 void QtSerialPort::closeLine()
@@ -107,15 +109,16 @@ void QtSerialPort::closeLine()
     m_line.close();
 }
 
-void QtSerialPort::tellOfData(std::string bytes)
+void QtSerialPort::notifyData(std::string bytes)
 {
-    tell([this, count = m_closeCount, bytes = std::move(bytes)](SerialPortDelegate& delegate) {
-        if (count == m_closeCount)
+    notifyDelegate([this, generation = m_openGeneration, bytes = std::move(bytes)](
+                       SerialPortDelegate& delegate) {
+        if (generation == m_openGeneration)
             delegate.serialPortDidReceiveData(bytes);
     });
 }
 
-void QtSerialPort::tell(std::function<void(SerialPortDelegate&)> message)
+void QtSerialPort::notifyDelegate(std::function<void(SerialPortDelegate&)> message)
 {
     m_queue.post([self = QPointer(this), message = std::move(message)] {
         if (self && self->m_delegate)

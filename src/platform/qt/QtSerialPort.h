@@ -13,8 +13,8 @@ namespace tensio {
 
 class MainQueue;
 
-// A port of the operating system. Everything it tells its delegate goes through the queue, so that
-// the delegate may open an alert; the loss of the device is a close, not an error.
+// A port of the operating system. Its delegate is notified through the queue, so that it may open
+// an alert. The loss of the device is reported as removed and closed, not as an error.
 class QtSerialPort
     : public QObject
     , public SerialPort {
@@ -22,43 +22,43 @@ class QtSerialPort
     Q_DISABLE_COPY_MOVE(QtSerialPort)
 
 public:
-    struct Place {
+    struct Location {
         std::string name;
-        // The device file, or what else the system calls the port.
-        QString node;
+        // The path of the device file, or the system's name of the port.
+        QString device;
         bool isVirtual = false;
     };
 
     // The scheduler and the queue must outlive the port.
-    QtSerialPort(Place place, RecordShape shape, Scheduler& scheduler, MainQueue& queue);
+    QtSerialPort(Location location, RecordShape shape, Scheduler& scheduler, MainQueue& queue);
     ~QtSerialPort() override;
 
-    std::string name() const override { return m_place.name; }
-    bool isVirtual() const override { return m_place.isVirtual; }
+    std::string name() const override { return m_location.name; }
+    bool isVirtual() const override { return m_location.isVirtual; }
     void setDelegate(SerialPortDelegate* delegate) override { m_delegate = delegate; }
     void setBaudRate(int baudRate) override;
     void setParity(Parity parity) override;
     void setNumberOfStopBits(int count) override;
     void open() override;
-    // Data that had not been delivered yet are dropped: who closes does not want to hear more.
+    // Drops the data that have not been delivered yet; the caller no longer wants them.
     void close() override;
 
 private:
-    void readyRead();
-    void lose();
+    void readAvailable();
+    void handleLoss();
     void closeLine();
-    void tellOfData(std::string bytes);
-    void tell(std::function<void(SerialPortDelegate&)> message);
+    void notifyData(std::string bytes);
+    void notifyDelegate(std::function<void(SerialPortDelegate&)> message);
 
-    Place m_place;
+    Location m_location;
     MainQueue& m_queue;
     SerialPortDelegate* m_delegate = nullptr;
     QSerialPort m_line;
     RecordGatherer m_gatherer;
     HangUpWatch m_hangUpWatch;
     bool m_isOpen = false;
-    // Tells data from before a close from those after it.
-    unsigned m_closeCount = 0;
+    // Changes at each close(), so that data received before it are recognised and dropped.
+    unsigned m_openGeneration = 0;
 };
 
 } // namespace tensio

@@ -26,8 +26,7 @@ public:
 private:
     MainQueue& m_queue;
     RecordShape m_shape;
-    // A panel holds back what the ports tell. On the line time goes on: where a burst ended must
-    // be seen even then.
+    // Timers of the line run even while a panel is open, so that the end of a burst is noticed.
     MainQueue m_lineQueue;
     QtRunLoop m_lineTimers {m_lineQueue};
 };

@@ -25,7 +25,7 @@ float QtUserDefaults::floatForKey(std::string const& key) const
 
 void QtUserDefaults::setFloat(std::string const& key, float value)
 {
-    // As text: a person may read the file and mend it.
+    // As text, so that a person can read and correct the file.
     m_settings.setValue(QString::fromStdString(key),
         QLocale::c().toString(value, 'g', QLocale::FloatingPointShortest));
 }

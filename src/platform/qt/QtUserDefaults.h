@@ -6,7 +6,7 @@
 
 namespace tensio {
 
-// Settings in an INI file of the user's. What cannot be written is silently not kept.
+// Settings in an INI file of the user's. Write errors are ignored.
 class QtUserDefaults : public UserDefaults {
 public:
     QtUserDefaults();

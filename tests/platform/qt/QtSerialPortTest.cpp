@@ -64,7 +64,7 @@ struct Line {
     std::unique_ptr<QtSerialPort> makePort(QString const& node)
     {
         auto made = std::make_unique<QtSerialPort>(
-            QtSerialPort::Place {"port", node}, deviceRecordShape, runLoop, queue);
+            QtSerialPort::Location {"port", node}, deviceRecordShape, runLoop, queue);
         made->setDelegate(&listener);
         return made;
     }
