@@ -4,7 +4,7 @@
 #include "output/GridPrintView.h"
 #include "output/ListPrintView.h"
 #include "printing/PageDrawing.h"
-#include "printing/PdfReport.h"
+#include "printing/QtPdfRenderer.h"
 #include "support/Reports.h"
 
 #include <QApplication>
@@ -19,7 +19,7 @@ template<typename View>
 void pdfOfAll(benchmark::State& state)
 {
     auto const layout = defaultPageLayout();
-    PdfReport const report(layout);
+    QtPdfRenderer const report(layout);
     View view("山田 花子", finishedMeasurements(99));
     for (auto const _ : state)
         benchmark::DoNotOptimize(report.render(view));

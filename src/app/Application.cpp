@@ -24,7 +24,7 @@ Application::Application()
     QApplication::setQuitOnLastWindowClosed(
         m_delegate.applicationShouldTerminateAfterLastWindowClosed());
     m_subscriptions.push_back(m_tensioManager.serialPortManager.isSimulated.observe(
-        [this](bool isSimulated) { m_pdfReport.setSimulated(isSimulated); }));
+        [this](bool isSimulated) { m_pdfRenderer.setSimulated(isSimulated); }));
     connect(qApp, &QCoreApplication::aboutToQuit, this,
         [this] { m_delegate.applicationWillTerminate(); });
 }

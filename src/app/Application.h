@@ -14,8 +14,8 @@
 #include "platform/qt/QtSerialPortList.h"
 #include "platform/qt/QtUserDefaults.h"
 #include "printing/PageDrawing.h"
-#include "printing/PdfReport.h"
 #include "printing/PrintPreviewController.h"
+#include "printing/QtPdfRenderer.h"
 #include "printing/QtPrintPanels.h"
 
 #include <QMenu>
@@ -50,10 +50,10 @@ private:
     QtFileWriter m_fileWriter;
     QtScreen m_screen;
     QPageLayout m_pageLayout {defaultPageLayout()};
-    PdfReport m_pdfReport {m_pageLayout};
+    QtPdfRenderer m_pdfRenderer {m_pageLayout};
     QtPrintPanels m_printPanels;
     TensioManager m_tensioManager {m_ports, m_runLoop, m_clock, m_userDefaults,
-        {m_csvReport, m_pdfReport, m_savePanel, m_fileWriter, m_screen, m_alerts}};
+        {m_csvReport, m_pdfRenderer, m_savePanel, m_fileWriter, m_screen, m_alerts}};
     QMenu m_defaultTargetMenu;
     MainWindowController m_windowController {m_tensioManager, m_runLoop, m_alerts};
     // While the preview is open.

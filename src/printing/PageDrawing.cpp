@@ -1,6 +1,6 @@
 #include "printing/PageDrawing.h"
 
-#include "printing/PainterCanvas.h"
+#include "printing/QtPrintCanvas.h"
 
 #include <QPageRanges>
 #include <QPagedPaintDevice>
@@ -47,24 +47,24 @@ PrintInfo printInfo(QPageLayout const& layout)
         margins.bottom()};
 }
 
-bool fits(PrintView& view, QPageLayout const& layout)
+bool hasPages(PrintView& view, QPageLayout const& layout)
 {
-    return view.paginate(printInfo(layout), PainterCanvas()) > 0;
+    return view.paginate(printInfo(layout), QtPrintCanvas()) > 0;
 }
 
 bool drawPages(PrintView& view, QPagedPaintDevice& device)
 {
-    auto const count = view.paginate(printInfo(device.pageLayout()), PainterCanvas());
+    auto const count = view.paginate(printInfo(device.pageLayout()), QtPrintCanvas());
     auto const pages = wantedPages(device.pageRanges(), count);
     QPainter painter;
     if (pages.empty() || !painter.begin(&device))
         return false;
-    // Of the preview, which is far coarser than paper.
+    // For the preview, whose resolution is low.
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(device.logicalDpiX() / pointsPerInch, device.logicalDpiY() / pointsPerInch);
     // A view counts from the corner of the paper, a device perhaps from that of its margins.
     painter.translate(-device.pageLayout().paintRect(QPageLayout::Point).topLeft());
-    PainterCanvas canvas(&painter);
+    QtPrintCanvas canvas(&painter);
     for (int const page : pages) {
         if (page != pages.front() && !device.newPage())
             return false;

@@ -9,8 +9,8 @@ class QWidget;
 
 namespace tensio {
 
-// The system's own panels of printing. They stand above the parent and return at once; what to do
-// is called when, and only when, the user agrees.
+// The system's own panels of printing. They open above the parent and return at once; `agreed` is
+// called when, and only when, the user agrees.
 class PrintPanels : public Interface {
 public:
     virtual bool hasPrinters() const = 0;

@@ -47,28 +47,40 @@ void PrintPreviewController::viewDidLoad()
     connect(m_preview, &QPrintPreviewWidget::previewChanged, this,
         &PrintPreviewController::showPosition, Qt::QueuedConnection);
 
-    for (auto const& [button, kind] : {std::pair {m_ui->listButton, ReportKind::List},
-             {m_ui->gridButton, ReportKind::Grid}, {m_ui->selectedButton, ReportKind::Selected}})
-        connect(button, &QAbstractButton::clicked, this, [this, kind = kind] { choose(kind); });
-    connect(m_ui->previousButton, &QAbstractButton::clicked, this, [this] { turnPage(-1); });
-    connect(m_ui->nextButton, &QAbstractButton::clicked, this, [this] { turnPage(+1); });
-    for (auto const& [button, zoom] :
-        {std::pair {m_ui->zoomInButton, +[](QPrintPreviewWidget& preview) { preview.zoomIn(); }},
-            {m_ui->zoomOutButton, +[](QPrintPreviewWidget& preview) { preview.zoomOut(); }},
-            {m_ui->fitPageButton, +[](QPrintPreviewWidget& preview) { preview.fitInView(); }},
-            {m_ui->fitWidthButton, +[](QPrintPreviewWidget& preview) { preview.fitToWidth(); }}}) {
-        connect(button, &QAbstractButton::clicked, this, [this, zoom = zoom] {
-            zoom(*m_preview);
-            showPosition();
-        });
-    }
-    connect(
-        m_ui->pageSetupButton, &QAbstractButton::clicked, this, &PrintPreviewController::setUpPage);
-    connect(m_ui->savePdfButton, &QAbstractButton::clicked, this,
-        [this] { m_tensioManager.saveViewAsPdf(*m_view); });
-    connect(m_ui->printButton, &QAbstractButton::clicked, this, &PrintPreviewController::print);
-    connect(m_ui->closeButton, &QAbstractButton::clicked, m_window.get(), &QWidget::close);
+    connectButtons();
     connect(m_window.get(), &QDialog::finished, this, &PrintPreviewController::closed);
+}
+
+void PrintPreviewController::connectButtons()
+{
+    auto const onClick = [this](QAbstractButton* button, auto work) {
+        connect(button, &QAbstractButton::clicked, this, work);
+    };
+    onClick(m_ui->listButton, [this] { choose(ReportKind::List); });
+    onClick(m_ui->gridButton, [this] { choose(ReportKind::Grid); });
+    onClick(m_ui->selectedButton, [this] { choose(ReportKind::Selected); });
+    onClick(m_ui->previousButton, [this] { turnPage(-1); });
+    onClick(m_ui->nextButton, [this] { turnPage(+1); });
+    onClick(m_ui->zoomInButton, [this] {
+        m_preview->zoomIn();
+        showPosition();
+    });
+    onClick(m_ui->zoomOutButton, [this] {
+        m_preview->zoomOut();
+        showPosition();
+    });
+    onClick(m_ui->fitPageButton, [this] {
+        m_preview->fitInView();
+        showPosition();
+    });
+    onClick(m_ui->fitWidthButton, [this] {
+        m_preview->fitToWidth();
+        showPosition();
+    });
+    onClick(m_ui->pageSetupButton, [this] { setUpPage(); });
+    onClick(m_ui->savePdfButton, [this] { m_tensioManager.saveViewAsPdf(*m_view); });
+    onClick(m_ui->printButton, [this] { print(); });
+    onClick(m_ui->closeButton, [this] { m_window->close(); });
 }
 
 void PrintPreviewController::addPages()
@@ -103,14 +115,14 @@ void PrintPreviewController::choose(ReportKind kind)
 
 void PrintPreviewController::showPages(QPrinter& printer)
 {
-    bool const hasPages = drawPages(*m_view, printer);
-    m_ui->printButton->setEnabled(hasPages);
-    m_ui->savePdfButton->setEnabled(hasPages);
-    m_ui->messageLabel->setText(hasPages ? QString() : QString::fromUtf8(paperTooSmallMessage));
-    m_ui->messageLabel->setVisible(!hasPages);
-    // Where nothing is drawn, the preview would keep the pages of before.
-    m_preview->setVisible(hasPages);
-    m_ui->positionLabel->setVisible(hasPages);
+    bool const isDrawn = drawPages(*m_view, printer);
+    m_ui->printButton->setEnabled(isDrawn);
+    m_ui->savePdfButton->setEnabled(isDrawn);
+    m_ui->messageLabel->setText(isDrawn ? QString() : QString::fromUtf8(paperTooSmallMessage));
+    m_ui->messageLabel->setVisible(!isDrawn);
+    // Where nothing is drawn, the preview would keep the old pages.
+    m_preview->setVisible(isDrawn);
+    m_ui->positionLabel->setVisible(isDrawn);
 }
 
 void PrintPreviewController::showPosition()
@@ -151,7 +163,7 @@ void PrintPreviewController::print()
     m_panels.openPrint(*m_printer, m_preview->pageCount(), *m_window, [this] {
         // The panel may have changed the paper, and asked for some pages only.
         m_pageLayout = m_printer->pageLayout();
-        if (fits(*m_view, m_pageLayout)) {
+        if (hasPages(*m_view, m_pageLayout)) {
             drawPages(*m_view, *m_printer);
             m_window->close();
         } else {

@@ -28,13 +28,13 @@ class PrintPreviewController : public QObject {
     Q_DISABLE_COPY_MOVE(PrintPreviewController)
 
 public:
-    // The page layout is the paper in force; setting the page up here changes it. Nothing handed in
-    // is owned; all must outlive the controller.
+    // The page layout is the current paper; setting the page up here changes it. Nothing is owned;
+    // all must outlive the controller.
     PrintPreviewController(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
         QPageLayout& pageLayout, QWidget& parent);
     ~PrintPreviewController() override;
 
-    // With a report that there is.
+    // Only where hasReport().
     void show(ReportKind kind);
 
 Q_SIGNALS:
@@ -42,6 +42,7 @@ Q_SIGNALS:
 
 private:
     void viewDidLoad();
+    void connectButtons();
     void addPages();
     void choose(ReportKind kind);
     void showPages(QPrinter& printer);
@@ -59,7 +60,7 @@ private:
     std::unique_ptr<QDialog> m_window;
     std::unique_ptr<Ui::PrintPreview> m_ui;
     QPrintPreviewWidget* m_preview = nullptr;
-    // What of it has the keyboard's focus.
+    // The part of m_preview that takes the focus.
     QGraphicsView* m_pages = nullptr;
 };
 

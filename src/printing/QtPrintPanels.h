@@ -4,6 +4,7 @@
 
 namespace tensio {
 
+// The panels of Qt, which are the system's own where it has some.
 class QtPrintPanels : public PrintPanels {
 public:
     bool hasPrinters() const override;

@@ -5,7 +5,7 @@
 #include "feedback/GraphView.h"
 #include "panels/HistorySlice.h"
 #include "platform/qt/VirtualPorts.h"
-#include "printing/PainterCanvas.h"
+#include "printing/QtPrintCanvas.h"
 
 #include <QCoreApplication>
 #include <QImage>
@@ -201,7 +201,7 @@ void Session::drawPage(ReportKind kind, QString const& pictureName)
     QPainter painter(&page);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(pixelsPerPoint, pixelsPerPoint);
-    PainterCanvas canvas(&painter);
+    QtPrintCanvas canvas(&painter);
     auto const report = makeReport(kind, m_application.tensioManager());
     report->paginate(paper, canvas);
     report->rectForPage(1);

@@ -1,4 +1,4 @@
-#include "printing/PainterCanvas.h"
+#include "printing/QtPrintCanvas.h"
 
 #include <QFont>
 #include <QFontMetricsF>
@@ -10,8 +10,8 @@ namespace tensio {
 
 namespace {
 
-// Type is measured and drawn large and scaled down: a font has whole pixels only, and screen
-// hinting would distort its widths.
+// Measured and drawn large, then scaled down, because font sizes are whole pixels and screen
+// hinting would distort the widths.
 constexpr int measuringSize = 1000;
 
 QFont printFont()
@@ -38,12 +38,12 @@ double startOf(TextAlignment alignment, double room)
 
 } // namespace
 
-double PainterCanvas::capHeight(double fontSize) const
+double QtPrintCanvas::capHeight(double fontSize) const
 {
     return QFontMetricsF(printFont()).capHeight() * fontSize / measuringSize;
 }
 
-void PainterCanvas::drawText(
+void QtPrintCanvas::drawText(
     PrintRect rect, double fontSize, TextAlignment alignment, std::string const& text)
 {
     auto const string = QString::fromStdString(text);
@@ -64,7 +64,7 @@ void PainterCanvas::drawText(
     m_painter->restore();
 }
 
-void PainterCanvas::strokeRect(PrintRect rect)
+void QtPrintCanvas::strokeRect(PrintRect rect)
 {
     m_painter->setBrush(Qt::NoBrush);
     m_painter->setPen(QPen(Qt::black, 1.0, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));

@@ -7,14 +7,14 @@
 namespace tensio {
 
 // Reports as PDF files: vectors, the typeface embedded, text that can be searched and copied.
-class PdfReport : public PdfRenderer {
+class QtPdfRenderer : public PdfRenderer {
 public:
-    // The paper in force may change between calls; it must outlive the renderer.
-    explicit PdfReport(QPageLayout const& layout)
+    // The layout may change between calls; it must outlive the renderer.
+    explicit QtPdfRenderer(QPageLayout const& layout)
         : m_layout(layout)
     {
     }
-    explicit PdfReport(QPageLayout&&) = delete;
+    explicit QtPdfRenderer(QPageLayout&&) = delete;
 
     // Says so in the title of the files.
     void setSimulated(bool isSimulated) { m_isSimulated = isSimulated; }

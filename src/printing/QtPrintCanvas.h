@@ -9,11 +9,11 @@ namespace tensio {
 
 // Draws pages with a painter. The typeface is not the window's: of that one, Qt's PDF files name
 // many characters by their look-alikes among the radicals, and neither search nor copy finds them.
-class PainterCanvas : public PrintCanvas {
+class QtPrintCanvas : public PrintCanvas {
 public:
     // Without a painter it only measures. One unit of the painter is a point, its origin the corner
     // of the paper; it must outlive the canvas.
-    explicit PainterCanvas(QPainter* painter = nullptr)
+    explicit QtPrintCanvas(QPainter* painter = nullptr)
         : m_painter(painter)
     {
     }

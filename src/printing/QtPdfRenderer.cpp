@@ -1,4 +1,4 @@
-#include "printing/PdfReport.h"
+#include "printing/QtPdfRenderer.h"
 
 #include "printing/PageDrawing.h"
 
@@ -7,12 +7,12 @@
 
 namespace tensio {
 
-bool PdfReport::hasRoomFor(PrintView& view) const
+bool QtPdfRenderer::hasRoomFor(PrintView& view) const
 {
-    return fits(view, m_layout);
+    return hasPages(view, m_layout);
 }
 
-std::optional<std::string> PdfReport::render(PrintView& view) const
+std::optional<std::string> QtPdfRenderer::render(PrintView& view) const
 {
     QBuffer buffer;
     buffer.open(QIODevice::WriteOnly);

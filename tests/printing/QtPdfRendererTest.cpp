@@ -1,0 +1,88 @@
+#include "printing/QtPdfRenderer.h"
+
+#include "output/GridPrintView.h"
+#include "output/ListPrintView.h"
+#include "printing/PageDrawing.h"
+#include "printing/QtPrintCanvas.h"
+#include "support/PdfText.h"
+#include "support/Reports.h"
+
+#include <QImage>
+#include <QPainter>
+
+#include <algorithm>
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+namespace {
+
+std::ptrdiff_t countOf(std::string const& text, std::string const& part)
+{
+    std::ptrdiff_t count = 0;
+    for (auto at = text.find(part); at != std::string::npos; at = text.find(part, at + 1))
+        ++count;
+    return count;
+}
+
+} // namespace
+
+TEST(QtPdfRenderer, MakesFilesThatCanBeSearched)
+{
+    auto const layout = defaultPageLayout();
+    QtPdfRenderer renderer(layout);
+    ListPrintView list("目山一二 舌子", finishedMeasurements(99));
+    auto const listText = pdfText(renderer.render(list).value_or(""));
+    EXPECT_EQ(listText.rfind("氏名 測定日時 計測回数 最大圧 目標圧 "
+                             "目山一二 舌子 2024年 3月05日 14:07:09 1 回目 10.0 kPa 30.0 kPa ",
+                  0),
+        0U)
+        << listText.substr(0, 200);
+    EXPECT_NE(listText.find(" 15:45:09 99 回目 17.0 kPa 30.0 kPa"), std::string::npos);
+
+    GridPrintView selection("山田 花子", finishedMeasurements(2), {10.5f, 10.0f, 11.0f});
+    renderer.setSimulated(true);
+    auto const pdf = renderer.render(selection).value_or("");
+    EXPECT_EQ(pdfText(pdf),
+        "氏名：山田 花子 測定日時：2024年 3月05日 14:08:09 測定データ ① 10.0 kPa ② 11.0 kPa "
+        "平均値: "
+        "10.5 kPa 最大値: 11.0 kPa 最小値: 10.0 kPa ＜ORV舌圧測定器での測定結果＞");
+    EXPECT_NE(pdf.find("\x6a\x21\x64\xec"), std::string::npos) << "模擬 in the title, in UTF-16";
+}
+
+TEST(QtPdfRenderer, PaginatesForTheCurrentPaper)
+{
+    GridPrintView grid("山田", finishedMeasurements(10));
+    QPageLayout layout = defaultPageLayout();
+    QtPdfRenderer const renderer(layout);
+    auto const pages = [&] { return countOf(renderer.render(grid).value_or(""), "/Type /Page\n"); };
+    EXPECT_EQ(pages(), 2);
+    layout.setPageSize(QPageSize(QPageSize::A3), layout.minimumMargins());
+    EXPECT_EQ(pages(), 1);
+    layout.setPageSize(QPageSize(QPageSize::A8));
+    EXPECT_FALSE(renderer.hasRoomFor(grid));
+    EXPECT_FALSE(renderer.render(grid).has_value());
+}
+
+TEST(QtPrintCanvas, CondensesATextIntoItsCell)
+{
+    PrintRect const cell {20.0, 20.0, 40.0, 24.0};
+    for (auto const* text : {"山", "齋藤鷹一郎左衛門尉殿", "WWWWWWWWWW",
+             "👨‍👩‍👧‍👦👨‍👩‍👧‍👦👨‍👩‍👧‍👦"}) {
+        for (auto const alignment :
+            {TextAlignment::Left, TextAlignment::Centre, TextAlignment::Right}) {
+            QImage paper(80, 64, QImage::Format_Grayscale8);
+            paper.fill(Qt::white);
+            QPainter painter(&paper);
+            QtPrintCanvas(&painter).drawText(cell, 14.0, alignment, text);
+            auto const inked = [&] {
+                auto const* bits = paper.constBits();
+                return std::any_of(
+                    bits, bits + paper.sizeInBytes(), [](uchar b) { return b != 255; });
+            };
+            EXPECT_TRUE(inked()) << text;
+            painter.fillRect(QRectF(cell.x, cell.y, cell.width, cell.height), Qt::white);
+            EXPECT_FALSE(inked()) << text;
+        }
+    }
+}
