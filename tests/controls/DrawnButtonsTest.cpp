@@ -46,18 +46,6 @@ TEST(DopeRadioButton, ShowsItsTitleInWhiteOrOnItsPictureInRed)
     EXPECT_GT(dotsOf(button, red), 10);
 }
 
-TEST(DopeRadioButton, GoesOffWhenAnotherGoesOn)
-{
-    QWidget parent;
-    DopeRadioButton first(&parent);
-    DopeRadioButton second(&parent);
-    first.click();
-    second.click();
-    EXPECT_FALSE(first.isChecked());
-    second.click();
-    EXPECT_TRUE(second.isChecked()) << "one is always chosen";
-}
-
 TEST(DropDownButton, GivesItsTitleItsColourWhileEnabled)
 {
     DropDownButton button;

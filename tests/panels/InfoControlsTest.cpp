@@ -9,7 +9,6 @@
 #include <QTest>
 
 #include <gtest/gtest.h>
-#include <optional>
 
 using namespace tensio;
 
@@ -17,11 +16,10 @@ namespace {
 
 struct Panel {
     Session session;
-    FakeAlerts alerts;
     QWidget window;
     QWidget view {&window};
-    std::optional<InfoControlsViewController> controller {
-        std::in_place, session.manager, session.runLoop, alerts, view};
+    InfoControlsViewController controller {session.manager, session.runLoop, session.alerts, view};
+    std::vector<std::string>& messages {session.alerts.messages};
 
     template<typename T>
     T& find(char const* name) const
@@ -40,8 +38,6 @@ struct Panel {
             isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off"));
     }
 };
-
-std::string const discardQuestion = "前回の舌圧測定データが削除されます。\nよろしいでしょうか？";
 
 } // namespace
 
@@ -80,17 +76,6 @@ TEST(InfoControls, TheDecimalPointStandsStill)
     EXPECT_NE(pictureOfDecimal(25.6f), oneDigit);
 }
 
-TEST(InfoControls, HasDataFollowsTheSliceFromItsFirstChange)
-{
-    Session session;
-    session.connect();
-    session.press({10.0});
-    InfoControlsViewModel const viewModel(session.manager, session.runLoop);
-    EXPECT_FALSE(viewModel.hasData.value());
-    session.press({10.0});
-    EXPECT_TRUE(viewModel.hasData.value());
-}
-
 TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
 {
     Panel panel;
@@ -113,7 +98,7 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
     Panel panel;
     panel.click("startButton");
     EXPECT_TRUE(panel.isDialogOpen());
-    EXPECT_TRUE(panel.alerts.messages.empty());
+    EXPECT_TRUE(panel.messages.empty());
     panel.find<QWidget>("UserInfo").close();
 
     panel.session.connect();
@@ -123,48 +108,35 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
     panel.click("finishButton");
     panel.expectState(false);
     EXPECT_EQ(panel.window.focusWidget()->objectName(), QStringLiteral("startButton"));
-    EXPECT_TRUE(panel.alerts.messages.empty());
-    panel.alerts.answer = 1;
+    EXPECT_TRUE(panel.messages.empty());
+    panel.session.alerts.answer = 1;
     panel.click("startButton");
     EXPECT_FALSE(panel.isDialogOpen());
-    panel.alerts.answer = 0;
+    panel.session.alerts.answer = 0;
     panel.click("startButton");
     EXPECT_TRUE(panel.isDialogOpen());
-    EXPECT_EQ(panel.alerts.messages, (std::vector {discardQuestion, discardQuestion}));
+    std::string const question = "前回の舌圧測定データが削除されます。\nよろしいでしょうか？";
+    EXPECT_EQ(panel.messages, (std::vector {question, question}));
 }
 
-TEST(InfoControls, AFailedConnectionIsShownAndThenForgotten)
+TEST(InfoControls, ReportsAFailedAndALostConnectionOnce)
 {
     Panel panel;
     panel.session.ports.ports.clear();
     bool wasMeasuringDuringAlert = false;
-    panel.alerts.whileOpen
+    panel.session.alerts.whileOpen
         = [&] { wasMeasuringDuringAlert = panel.session.manager.isMeasuring.value(); };
     panel.session.manager.connectAction.apply(Nothing {});
-    EXPECT_EQ(panel.alerts.messages, std::vector<std::string> {"COMポートがオープンできません。"});
+    EXPECT_EQ(panel.messages, std::vector<std::string> {"COMポートがオープンできません。"});
     EXPECT_TRUE(wasMeasuringDuringAlert);
     panel.expectState(false);
-}
 
-TEST(InfoControls, ALostDeviceIsToldOnce)
-{
-    Panel panel;
+    panel.messages.clear();
+    panel.session.ports.ports.push_back(panel.session.port);
     panel.session.connect();
     panel.session.receive({20.0});
     panel.session.port->playLoss();
-    EXPECT_EQ(panel.alerts.messages, std::vector<std::string> {"切断されました。"});
+    EXPECT_EQ(panel.messages, std::vector<std::string> {"切断されました。"});
     panel.expectState(false);
     EXPECT_EQ(panel.session.bestPressures(), std::vector {20.0f});
-}
-
-TEST(InfoControls, MayGoWhileAValueWaitsToBeShown)
-{
-    Panel panel;
-    panel.session.connect();
-    panel.session.receive({20.0, 21.0});
-    panel.controller.reset();
-    panel.session.receive({22.0});
-    panel.session.runLoop.advance(Seconds(1.0));
-    panel.session.port->playLoss();
-    EXPECT_TRUE(panel.alerts.messages.empty());
 }
