@@ -45,13 +45,28 @@ function(tensio_room name)
     endif()
 endfunction()
 
-# tensio_test(NAME SOURCES … LINKS …): a GoogleTest program, run without a display, a locale or a time zone of the machine.
+# A locale that writes a comma for the point, in the build folder: the system need not have one.
+set(comma_locale ${CMAKE_BINARY_DIR}/locales/de_DE.UTF-8)
+add_custom_command(OUTPUT ${comma_locale}/LC_NUMERIC
+    COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_BINARY_DIR}/locales
+    COMMAND localedef -i de_DE -f UTF-8 ${comma_locale})
+add_custom_target(comma_locale DEPENDS ${comma_locale}/LC_NUMERIC)
+
+# tensio_test(NAME [LABEL label] SOURCES … LINKS …): a GoogleTest program, run without a display, a locale or a time zone
+# of the machine, and once more with a comma locale in Japan. With a label it runs only once, and not in ./test.
 function(tensio_test name)
-    cmake_parse_arguments(TEST "" "" "SOURCES;LINKS" ${ARGN})
-    add_executable(${name} ${TEST_SOURCES})
+    cmake_parse_arguments(TEST "" "LABEL" "SOURCES;LINKS" ${ARGN})
+    add_executable(${name} ${TEST_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/Locale.cpp)
+    add_dependencies(${name} comma_locale)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ${TEST_LINKS} GTest::gtest project_warnings)
+    set(environment "QT_QPA_PLATFORM=offscreen;ASAN_OPTIONS=detect_leaks=0")
     add_test(NAME ${name} COMMAND ${name})
-    set_tests_properties(${name} PROPERTIES ENVIRONMENT
-        "QT_QPA_PLATFORM=offscreen;LC_ALL=C.UTF-8;TZ=UTC;ASAN_OPTIONS=detect_leaks=0")
+    set_tests_properties(${name} PROPERTIES LABELS "${TEST_LABEL}"
+        ENVIRONMENT "${environment};LC_ALL=C.UTF-8;TENSIO_DECIMAL_POINT=.;TZ=UTC")
+    if(NOT TEST_LABEL)
+        add_test(NAME ${name}.abroad COMMAND ${name})
+        set_tests_properties(${name}.abroad PROPERTIES LABELS abroad ENVIRONMENT
+            "${environment};LC_ALL=de_DE.UTF-8;LOCPATH=${CMAKE_BINARY_DIR}/locales;TENSIO_DECIMAL_POINT=,;TZ=JST-9")
+    endif()
 endfunction()

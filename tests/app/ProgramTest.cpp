@@ -1,58 +1,9 @@
-#include "app/Application.h"
-#include "support/PseudoTerminal.h"
-#include "support/RuntimeFolder.h"
-
-#include <QAbstractButton>
-#include <QApplication>
-#include <QLineEdit>
-#include <QMessageBox>
-#include <QSettings>
-#include <QTest>
-#include <QTimer>
+#include "support/Program.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
 
 using namespace tensio;
-
-namespace {
-
-// The program as it is started, with a terminal published as the device and no settings.
-struct Program {
-    RuntimeFolder folder;
-    PseudoTerminal terminal;
-    std::unique_ptr<Application> application;
-
-    Program()
-    {
-        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
-        folder.publish(terminal.path(), QStringLiteral("x"));
-        application = std::make_unique<Application>();
-        application->window().show();
-    }
-
-    TensioManager& manager() const { return application->tensioManager(); }
-
-    void click(char const* name) const
-    {
-        application->window().findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
-    }
-
-    void measure() const
-    {
-        click("startButton");
-        application->window()
-            .findChild<QLineEdit*>(QStringLiteral("nameInput"))
-            ->setText(u"山田"_qs);
-        click("okButton");
-        EXPECT_TRUE(QTest::qWaitFor([&] { return !manager().isShowingPopup.value(); }));
-        terminal.write("+0101a+0202b+03");
-        EXPECT_TRUE(QTest::qWaitFor([&] { return manager().maxPressure.value() == 20.2f; }));
-        EXPECT_TRUE(terminal.hasReader());
-    }
-};
-
-} // namespace
 
 TEST(Program, EndsWithItsWindowAndClosesThePort)
 {
@@ -62,35 +13,25 @@ TEST(Program, EndsWithItsWindowAndClosesThePort)
             if (moment == "dialog open")
                 program.click("startButton");
             else if (moment == "measuring")
-                program.measure();
+                EXPECT_TRUE(program.connect() && program.press() && program.terminal->hasReader());
             program.application->window().close();
         });
         // Else it would go on for ever.
         QTimer const patience;
         QTimer::singleShot(std::chrono::seconds(30), &patience, [] { QApplication::exit(1); });
         EXPECT_EQ(QApplication::exec(), 0) << moment;
-        EXPECT_FALSE(program.terminal.hasReader()) << moment;
+        EXPECT_FALSE(program.terminal->hasReader()) << moment;
     }
 }
 
 TEST(Program, ReportsAPulledCableOnceAndKeepsWhatWasMeasured)
 {
     Program program;
-    program.measure();
-    QStringList alerts;
-    QTimer user;
-    QObject::connect(&user, &QTimer::timeout, [&] {
-        if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
-            alerts << box->text();
-            box->close();
-        }
-    });
-    user.start(1);
-    program.terminal.unplug();
-    EXPECT_TRUE(QTest::qWaitFor([&] { return !alerts.isEmpty(); }));
+    ASSERT_TRUE(program.connect() && program.press());
+    EXPECT_TRUE(program.pull());
     // Longer than the polling for a line that hung up.
-    EXPECT_FALSE(QTest::qWaitFor([&] { return alerts.size() > 1; }, 300));
-    EXPECT_EQ(alerts, QStringList(u"切断されました。"_qs));
+    EXPECT_FALSE(QTest::qWaitFor([&] { return program.alerts.size() > 1; }, 300));
+    EXPECT_EQ(program.alerts, QStringList(QStringLiteral("切断されました。")));
     EXPECT_FALSE(program.manager().isMeasuring.value());
     auto const& measurements = program.manager().measurementList.measurements();
     ASSERT_EQ(measurements.size(), 1U);

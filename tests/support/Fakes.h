@@ -9,6 +9,7 @@
 #include "platform/Screen.h"
 #include "platform/UserDefaults.h"
 
+#include <ctime>
 #include <map>
 #include <typeinfo>
 #include <utility>
@@ -17,10 +18,18 @@ namespace tensio {
 
 class ManualClock : public Clock {
 public:
-    // 2024-03-05 14:07:09 UTC.
-    Date date {std::chrono::seconds(1709647629)};
+    // In whatever time zone the tests run.
+    Date date {localTime("2024-03-05 14:07:09")};
 
     Date now() const override { return date; }
+
+    static Date localTime(char const* text)
+    {
+        std::tm parts {};
+        strptime(text, "%Y-%m-%d %H:%M:%S", &parts);
+        parts.tm_isdst = -1;
+        return std::chrono::system_clock::from_time_t(std::mktime(&parts));
+    }
 };
 
 class MemoryUserDefaults : public UserDefaults {

@@ -5,7 +5,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <forward_list>
+#include <map>
 #include <string>
 
 namespace tensio {
@@ -25,17 +25,18 @@ public:
     }
 
     QString path() const { return m_folder.path(); }
-    // As a port whose name is the device's, a dash and this.
+    // As a port whose name is the device's, a dash and this; replaces one of the same name.
     void publish(std::string const& node, QString const& name)
     {
-        m_ports.emplace_front(
-            QStringLiteral("SLAB_USBtoUART-") + name, QString::fromStdString(node));
+        m_ports.erase(name);
+        m_ports.try_emplace(
+            name, QStringLiteral("SLAB_USBtoUART-") + name, QString::fromStdString(node));
     }
 
 private:
     QByteArray m_before {qgetenv("XDG_RUNTIME_DIR")};
     QTemporaryDir m_folder;
-    std::forward_list<VirtualPort> m_ports;
+    std::map<QString, VirtualPort> m_ports;
 };
 
 } // namespace tensio

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "app/Application.h"
+#include "support/PseudoTerminal.h"
+#include "support/RuntimeFolder.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QSettings>
+#include <QTest>
+#include <QTimer>
+
+namespace tensio {
+
+// The program as it is started, with a terminal published as the device and no settings. Alerts are
+// noted and closed.
+class Program {
+public:
+    RuntimeFolder folder;
+    std::unique_ptr<PseudoTerminal> terminal;
+    std::unique_ptr<Application> application;
+    QStringList alerts;
+
+    Program()
+    {
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
+        plugIn();
+        application = std::make_unique<Application>();
+        application->window().show();
+        QObject::connect(&m_user, &QTimer::timeout, [this] {
+            if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
+                alerts << box->text();
+                box->close();
+            }
+        });
+        m_user.start(1);
+    }
+
+    TensioManager& manager() const { return application->tensioManager(); }
+
+    // In place of the terminal before.
+    void plugIn()
+    {
+        terminal = std::make_unique<PseudoTerminal>();
+        folder.publish(terminal->path(), QStringLiteral("x"));
+    }
+
+    void click(char const* name) const
+    {
+        application->window().findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
+    }
+
+    // By hand, through the dialog.
+    bool connect() const
+    {
+        click("startButton");
+        application->window()
+            .findChild<QLineEdit*>(QStringLiteral("nameInput"))
+            ->setText(QStringLiteral("山田"));
+        click("okButton");
+        return QTest::qWaitFor(
+            [&] { return manager().isMeasuring.value() && !manager().isShowingPopup.value(); });
+    }
+
+    // Two records and the beginning of one.
+    bool press() const
+    {
+        terminal->write("+0101a+0202b+03");
+        return QTest::qWaitFor([&] { return manager().maxPressure.value() == 20.2f; });
+    }
+
+    bool pull()
+    {
+        alerts.clear();
+        terminal->unplug();
+        return QTest::qWaitFor([&] { return !alerts.isEmpty(); });
+    }
+
+private:
+    QTimer m_user;
+};
+
+} // namespace tensio
