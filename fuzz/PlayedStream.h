@@ -1,7 +1,9 @@
 #pragma once
 
-#include "FuzzInput.h"
 #include "core/Measurement.h"
+
+#include <string>
+#include <string_view>
 
 namespace tensio::fuzz {
 
@@ -11,25 +13,23 @@ struct Reading {
     float shown = 0.0f;
 };
 
-// What the program made of a stream. The file is of all measurements; empty when none was finished.
+// What the program made of a stream. The file is of all measurements; empty when there were none.
 struct PlayedStream {
+    float target = 0.0f;
     std::vector<Reading> readings;
     Measurements finished;
     std::vector<float> unfinishedPoints;
     std::string csv;
     std::size_t timersLeft = 0;
-    // The first thing that went wrong while it was played.
+    // The last thing that went wrong while it was played.
     std::string failure;
 };
 
-// Plays the bytes as they are, in virtual time. After 25 ms of silence comes a record, which must
-// be read alone: before the end, or at every such silence.
-PlayedStream playBytes(FuzzInput const& input);
-
-// Plays as many bytes of well-formed records, with the same cuts and pauses. Each record must be
-// read as soon as its last byte has come.
-PlayedStream playRecords(FuzzInput const& input);
-
-constexpr auto subjectName = "氏\t名𠮷";
+// Plays a fuzzer's bytes in virtual time: the first is the set-up; each write is a byte, three bits
+// of pause and five of length, and that many bytes. As they are, with a record after 25 ms of
+// silence, which must be read: at the end, or at every pause.
+PlayedStream playBytes(std::string_view bytes);
+// As well-formed records with the same cuts and pauses. Each must be read as soon as it is whole.
+PlayedStream playRecords(std::string_view bytes);
 
 } // namespace tensio::fuzz

@@ -59,7 +59,7 @@ std::string brokenCut(PlayedStream const& played)
     return {};
 }
 
-std::string brokenMeasurement(PlayedStream const& played, FuzzInput const& input)
+std::string brokenMeasurement(PlayedStream const& played)
 {
     int number = 1;
     for (auto const& each : played.finished) {
@@ -70,7 +70,7 @@ std::string brokenMeasurement(PlayedStream const& played, FuzzInput const& input
             return "measurements are numbered from 1";
         if (each->bestPressure != best || best == 0.0f)
             return "the best pressure is the highest, and above 0";
-        if (each->targetPressure != input.targetPressure * input.targetPressurePercent)
+        if (each->targetPressure != played.target)
             return "the target is the base times the factor";
     }
     return {};
@@ -102,7 +102,7 @@ bool reads(std::string const& cell, float value)
         && (isSame(found, value) || std::abs(found - value) <= 0.0501f + std::abs(value) * 1e-6f);
 }
 
-std::string brokenFile(PlayedStream const& played, FuzzInput const& input)
+std::string brokenFile(PlayedStream const& played)
 {
     if (played.finished.empty())
         return played.csv.empty() ? "" : "without a measurement there is no file";
@@ -120,7 +120,7 @@ std::string brokenFile(PlayedStream const& played, FuzzInput const& input)
         auto const& points = *measurement.pressurePoints;
         if (rows[3].at(column) != std::to_string(measurement.number) + "??"
             || !reads(rows[4].at(column + 1), *measurement.bestPressure)
-            || !reads(rows[5].at(column + 1), input.targetPressure * input.targetPressurePercent))
+            || !reads(rows[5].at(column + 1), played.target))
             return failure;
         for (std::size_t row = 0; row < longest; ++row) {
             auto const* const cells = &rows[firstPoint + row].at(column);
@@ -135,10 +135,10 @@ std::string brokenFile(PlayedStream const& played, FuzzInput const& input)
     return {};
 }
 
-std::string broken(PlayedStream const& played, FuzzInput const& input)
+std::string broken(PlayedStream const& played)
 {
     for (auto const& failure : {played.failure, brokenReading(played), brokenCut(played),
-             brokenMeasurement(played, input), brokenFile(played, input)}) {
+             brokenMeasurement(played), brokenFile(played)}) {
         if (!failure.empty())
             return failure;
     }
@@ -149,9 +149,8 @@ std::string broken(PlayedStream const& played, FuzzInput const& input)
 
 std::string brokenProperty(std::string_view bytes)
 {
-    auto const input = readFuzzInput(bytes);
-    auto const failure = broken(playRecords(input), input);
-    return failure.empty() ? broken(playBytes(input), input) : failure;
+    auto const failure = broken(playRecords(bytes));
+    return failure.empty() ? broken(playBytes(bytes)) : failure;
 }
 
 } // namespace tensio::fuzz

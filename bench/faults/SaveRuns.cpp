@@ -25,8 +25,9 @@ struct Target {
     explicit Target(bool exists)
         : old(exists ? size / 2 : 0, 'o')
     {
-        if (exists)
+        if (exists) {
             EXPECT_TRUE(QtFileWriter().writeAtomically(path.toStdString(), old.toStdString()));
+        }
     }
 
     QByteArray contents() const

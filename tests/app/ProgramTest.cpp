@@ -10,10 +10,11 @@ TEST(Program, EndsWithItsWindowAndClosesThePort)
     for (std::string const moment : {"idle", "dialog open", "measuring"}) {
         Program const program;
         QTimer::singleShot(0, &program.application->window(), [&] {
-            if (moment == "dialog open")
+            if (moment == "dialog open") {
                 program.click("startButton");
-            else if (moment == "measuring")
+            } else if (moment == "measuring") {
                 EXPECT_TRUE(program.connect() && program.press() && program.terminal->hasReader());
+            }
             program.application->window().close();
         });
         // Else it would go on for ever.

@@ -11,8 +11,9 @@ namespace tensio {
 class Application;
 class TensioManager;
 
-// Every look of every window, for whoever judges them. The states are set directly, with the
-// longest texts that there can be; no device is needed.
+// The looks that the unattended session does not come by, for a person to judge: other sizes of the
+// window, the longest texts, every state of a control. The states are set directly, without a
+// device.
 class Gallery {
 public:
     Gallery(Application& application, QString const& folder);
@@ -23,8 +24,6 @@ public:
 private:
     void showMainWindow(QSize size);
     void showDialog(QString const& prefix);
-    void showAlertsAndPanels();
-    void showMenus();
     void showPreview();
 
     void forgetAll();

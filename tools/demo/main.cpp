@@ -14,7 +14,8 @@ constexpr auto usage
       "Plays an unattended session and leaves its pictures and files in the folder. With HOURS, so "
       "much pressing is on the graph already.\n"
       "usage: tensio-demo --gallery FOLDER\n"
-      "Leaves a picture of every look of every window in the folder.\n";
+      "Leaves pictures of other sizes, longest texts and all states of the controls in the "
+      "folder.\n";
 
 int play(
     tensio::Application& application, tensio::LatencyMeter& meter, QStringList const& arguments)
