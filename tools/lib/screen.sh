@@ -1,6 +1,7 @@
-# To be sourced: a virtual screen to look at and to click on. The memory of the screen is a file, so that looking costs
-# next to nothing. Whoever sources this says in start() how a program is started, and in $picture where a picture goes
-# when something does not happen.
+# shellcheck shell=bash disable=SC2154
+# To be sourced: a virtual screen, and a session with the program on it. The memory of the screen is a file, so that
+# looking for a colour is cheap. The caller defines $picture, the file for a screenshot when a wait fails, and, for a
+# session, start(), which replaces its shell by a program of the package.
 
 screen=$(mktemp -d)
 trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$screen"' EXIT
@@ -24,24 +25,23 @@ open_screen() {
     export DISPLAY
 }
 
-# shows BLUE GREEN RED LENGTH: whether so many pixels of that colour lie side by side.
+# shows BLUE GREEN RED LENGTH: true if so many pixels of that colour lie side by side.
 shows() { LC_ALL=C grep -qaP "(\\x$1\\x$2\\x$3.){$4}" "$screen/Xvfb_screen0"; }
 shows_graph() { shows 58 1c 00 12; } # as far as from one line of the grid to the next
 shows_no_graph() { ! shows_graph; }
 shows_pressing() { shows ff 9c 00 40; }
-shows_start() { shows b8 67 00 100; } # the button 開始, enabled
+shows_start() { shows b8 67 00 80; } # The button 開始, enabled.
 
 window() { xdotool search --onlyvisible --name "$1" | head -1 | grep .; }
 click() { xdotool mousemove --window "$1" "$2" "$3" click 1; }
 
-# The time goes to $milliseconds, what the program has used of a processor to $worked.
+# Sets $milliseconds, the time until the first picture.
 start_program() {
     local begin=${EPOCHREALTIME/./}
     start tensio >"$screen/output" 2>&1 &
     program=$!
     wait_until "the first picture" shows_graph
     milliseconds=$(((${EPOCHREALTIME/./} - begin) / 1000))
-    worked=$(awk '{ print 10 * ($14 + $15) }' "/proc/$program/stat")
 }
 
 stop_program() {
@@ -50,24 +50,20 @@ stop_program() {
     wait_until "an empty screen" shows_no_graph
 }
 
-in_order() { printf '%s\n' "$@" | sort -n; }
-
-# measure_starts COUNT: leaves the program running, and the median in $start_median.
+# measure_starts COUNT: sets $start_median and leaves the program running.
 measure_starts() {
-    local times=() work=() sorted worst
+    local times=() sorted
     start_program
     echo "First start to first picture: $milliseconds ms"
     while [ "${#times[@]}" -lt "$1" ]; do
         stop_program
         start_program
         times+=("$milliseconds")
-        work+=("$worked")
     done
-    mapfile -t sorted < <(in_order "${times[@]}")
-    start_median=${sorted[$1 / 2]} worst=${sorted[$1 - 1]}
-    mapfile -t sorted < <(in_order "${work[@]}")
-    echo "$1 later starts to first picture: median $start_median ms, worst $worst ms (${times[*]})," \
-        "of them at work ${sorted[$1 / 2]} ms; load of the machine $(cut -d' ' -f1 /proc/loadavg)"
+    mapfile -t sorted < <(printf '%s\n' "${times[@]}" | sort -n)
+    start_median=${sorted[$1 / 2]}
+    echo "$1 later starts to first picture: median $start_median ms (${sorted[*]});" \
+        "load of the machine $(cut -d' ' -f1 /proc/loadavg)"
 }
 
 expect_quick_starts() { [ "$start_median" -lt 700 ] || fail "More than 0.7 s from start to first picture."; }
@@ -86,16 +82,18 @@ begin_session() {
 }
 
 end_session() {
-    click "$(window '^tensio')" 964 602
+    local main WIDTH HEIGHT
+    main=$(window '^tensio')
+    eval "$(xdotool getwindowgeometry --shell "$main" | grep -E '^(WIDTH|HEIGHT)=')"
+    click "$main" $((964 * WIDTH / 1040)) $((HEIGHT - 118 * WIDTH / 1040)) # 終了, in units of the design.
     wait_until "the end of the session" shows_start
 }
 
 measure_memory() {
-    # By name as well: another process of that number must not be measured in its place.
+    # The process number may belong to another program by now.
     [ "$(cat "/proc/$program/comm")" = tensio ] || fail "Not the program: $program"
-    local resident proportional
-    resident=$(awk '$1 == "Rss:" { print $2 }' "/proc/$program/smaps_rollup")
-    proportional=$(awk '$1 == "Pss:" { print $2 }' "/proc/$program/smaps_rollup")
-    echo "Memory with a running session: $((resident / 1024)) MB resident, $((proportional / 1024)) MB as its share"
+    local resident
+    resident=$(awk '$1 == "VmRSS:" { print $2 }' "/proc/$program/status")
+    echo "Memory during a session: $((resident / 1024)) MB resident"
     [ "$resident" -lt $((120 * 1024)) ] || fail "More than 120 MB."
 }
