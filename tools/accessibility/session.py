@@ -9,9 +9,9 @@ from screen_reader import Failure, Program, faults, listing, switch_on
 
 OUTPUT = Path(os.environ["OUTPUT"])
 HOME = Path(os.environ["HOME"])
-HEADING = """What tensio tells screen readers: each window's things in the order of the tree, and where Tab goes in it. A thing has
-a role, a “name”, a (description), = a value of what range or a text, states, → actions. Nearly all are sensitive: what
-is not is disabled. Written by tools/accessibility-check; pressures and times are those of one session.
+HEADING = """What tensio reports to screen readers: the controls of each window in the order of the tree, and the order of Tab.
+A control has a role, a “name”, a (description), = a value of its range or a text, states, → actions; one that is not
+sensitive is disabled.
 """
 
 
