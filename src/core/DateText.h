@@ -6,7 +6,7 @@
 
 namespace tensio {
 
-// In the local time zone, under a strftime pattern of numeric fields, which no locale changes.
+// In the local time zone, by a pattern of std::put_time; does not follow the user's locale.
 std::string formatLocalTime(Date date, char const* pattern);
 
 } // namespace tensio

@@ -9,9 +9,11 @@
 
 namespace tensio {
 
-// One pressing of the device: what arrived while it lasted and, once it is finished, its best
-// pressure, the target that was in force and when it ended. Pressures in kPa, consecutive points
-// 0.05 s apart.
+// Seconds between consecutive pressure points, as graph and CSV take them.
+constexpr float pointInterval = 0.05f;
+
+// One pressing of the device: the pressures received and, once it is finished, its best pressure,
+// its target and the time of its end. Pressures in kPa.
 struct Measurement {
     explicit Measurement(int ordinal)
         : number(ordinal)

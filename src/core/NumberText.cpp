@@ -1,9 +1,10 @@
 #include "core/NumberText.h"
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 #include <locale.h> // NOLINT(modernize-deprecated-headers): newlocale is POSIX
 #include <stdlib.h> // NOLINT(modernize-deprecated-headers): strtof_l is POSIX
-#include <string>
 
 namespace tensio {
 
@@ -22,7 +23,28 @@ bool mayStandInNumber(char character)
         && blanks.find(character) == std::string_view::npos;
 }
 
+// Enough for any double in fixed notation.
+using Buffer = std::array<char, 512>;
+
 } // namespace
+
+std::string formatFixed(float value, int decimals)
+{
+    Buffer text {};
+    auto const result = std::to_chars(
+        text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
+    return {text.data(), result.ptr};
+}
+
+std::string pressureText(float kPa)
+{
+    return formatFixed(kPa, 1);
+}
+
+std::string withUnit(float kPa)
+{
+    return pressureText(kPa) + " kPa";
+}
 
 std::optional<float> readNumber(std::string_view text)
 {

@@ -1,6 +1,6 @@
 #include "core/TensioManager.h"
 
-#include "core/NumberFormat.h"
+#include "core/NumberText.h"
 #include "platform/Menu.h"
 
 #include <algorithm>
@@ -181,8 +181,8 @@ void TensioManager::setUpTargetPressureMenu(Menu& menu)
     menu.removeAllItems();
     for (int target = highestOffered; target >= lowestOffered; target -= offeredStep) {
         auto const value = static_cast<float>(target);
-        menu.addItem({formatFixed(value, 1) + " kPa", target,
-            defaultTargetPressure.value() == value, [this, target] { setTargetPressure(target); }});
+        menu.addItem({withUnit(value), target, defaultTargetPressure.value() == value,
+            [this, target] { setTargetPressure(target); }});
     }
 }
 

@@ -1,6 +1,6 @@
 #include "feedback/FeedbackInWords.h"
 
-#include "core/NumberFormat.h"
+#include "core/NumberText.h"
 #include "feedback/VisualFeedbackViewModel.h"
 
 namespace tensio {

@@ -1,5 +1,6 @@
 #include "feedback/GraphView.h"
 
+#include "core/Measurement.h"
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
@@ -15,7 +16,6 @@ namespace tensio {
 namespace {
 
 constexpr double border = 2.0;
-constexpr float pointInterval = 0.05f;
 // Half a frame of the screen; the other half belongs to the rest of the window.
 constexpr Seconds sliceLength {0.008};
 

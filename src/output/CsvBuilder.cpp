@@ -1,6 +1,7 @@
 #include "output/CsvBuilder.h"
 
-#include "core/NumberFormat.h"
+#include "core/NumberText.h"
+#include "output/SelectionMarks.h"
 
 #include <algorithm>
 #include <array>
@@ -9,8 +10,6 @@
 namespace tensio {
 
 namespace {
-
-constexpr float pointInterval = 0.05f;
 
 std::string inOneCell(std::string text)
 {
@@ -54,16 +53,15 @@ std::string const& CsvBuilder::build(Measurements const& measurements)
 std::string const& CsvBuilder::buildSelected(
     Measurements const& measurements, float average, float min, float max)
 {
-    constexpr std::array marks {"①", "②", "③"};
     m_csv += "選択した最大圧データ(kPa)" + m_newline;
     for (std::size_t position = 0; position < measurements.size(); ++position) {
         auto const best = *measurements[position]->bestPressure;
-        m_csv += marks.at(position) + m_col + formatFixed(best, 1) + m_col + tagOf(best, min, max)
-            + m_newline;
+        m_csv += selectionMarks.at(position) + m_col + pressureText(best) + m_col
+            + tagOf(best, min, max) + m_newline;
     }
     m_csv += m_newline;
     m_csv += "選択した最大圧データの平均値(kPa)" + m_newline;
-    m_csv += m_col + formatFixed(average, 1) + m_newline;
+    m_csv += m_col + pressureText(average) + m_newline;
     return m_csv;
 }
 
@@ -73,9 +71,9 @@ void CsvBuilder::appendTitles(Measurements const& measurements)
     for (auto const& measurement : measurements) {
         rows[0] += std::to_string(measurement->number) + "回目" + m_col + m_col + m_col;
         rows[1]
-            += "最大値（kPa）" + m_col + formatFixed(*measurement->bestPressure, 1) + m_col + m_col;
-        rows[2] += "目標圧（kPa）" + m_col + formatFixed(*measurement->targetPressure, 1) + m_col
-            + m_col;
+            += "最大値（kPa）" + m_col + pressureText(*measurement->bestPressure) + m_col + m_col;
+        rows[2]
+            += "目標圧（kPa）" + m_col + pressureText(*measurement->targetPressure) + m_col + m_col;
         rows[3] += "測定時間（秒）" + m_col + "測定値（kPa）" + m_col + m_col;
     }
     for (auto const& row : rows)
@@ -95,7 +93,7 @@ void CsvBuilder::appendPoints(Measurements const& measurements)
             if (index < points.size())
                 m_csv.append(time)
                     .append(m_col)
-                    .append(formatFixed(points[index], 1))
+                    .append(pressureText(points[index]))
                     .append(m_col)
                     .append(m_col);
             else

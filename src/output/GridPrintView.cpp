@@ -1,10 +1,10 @@
 #include "output/GridPrintView.h"
 
-#include "core/NumberFormat.h"
+#include "core/NumberText.h"
 #include "output/ReportDate.h"
+#include "output/SelectionMarks.h"
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 #include <utility>
 
@@ -23,11 +23,6 @@ constexpr double footFont = 8.0;
 constexpr double rowFont = 14.0;
 
 constexpr auto footText = "＜ORV舌圧測定器での測定結果＞";
-
-std::string withUnit(float pressure)
-{
-    return formatFixed(pressure, 1) + " kPa";
-}
 
 // Writes the lines of one block from its top downwards.
 class BlockWriter {
@@ -58,7 +53,7 @@ public:
             x += width;
         };
         cell(col1Width, label);
-        cell(col2Width, formatFixed(pressure, 1));
+        cell(col2Width, pressureText(pressure));
         cell(col3Width, "kPa");
     }
 
@@ -156,14 +151,14 @@ void GridPrintView::drawMeasurement(
 
 void GridPrintView::drawSelection(PrintCanvas& canvas) const
 {
-    constexpr std::array marks {"①", "②", "③"};
     BlockWriter writer(canvas, blockFrame(0, 0));
     writeHead(writer, m_name, *m_measurements.back()->timeStamp);
     writer.moveDown(writer.height(largeFont));
     writer.centre(largeFont, "測定データ");
     writer.moveDown(writer.height(largeFont));
     for (std::size_t position = 0; position < m_measurements.size(); ++position) {
-        writer.row(std::string(marks.at(position)) + "  ", *m_measurements[position]->bestPressure);
+        writer.row(std::string(selectionMarks.at(position)) + "  ",
+            *m_measurements[position]->bestPressure);
         writer.moveDown(writer.height(rowFont));
     }
     writer.moveDown(0.5 * writer.height(rowFont));

@@ -1,6 +1,6 @@
 #include "output/ListPrintView.h"
 
-#include "core/NumberFormat.h"
+#include "core/NumberText.h"
 #include "output/ReportDate.h"
 
 #include <array>
@@ -44,9 +44,8 @@ Line headings()
 Line lineOf(std::string const& name, Measurement const& measurement)
 {
     return {name, reportDateAndTime(*measurement.timeStamp),
-        std::to_string(measurement.number) + " 回目",
-        formatFixed(*measurement.bestPressure, 1) + " kPa",
-        formatFixed(*measurement.targetPressure, 1) + " kPa"};
+        std::to_string(measurement.number) + " 回目", withUnit(*measurement.bestPressure),
+        withUnit(*measurement.targetPressure)};
 }
 
 void drawLine(PrintCanvas& canvas, PrintRect const& page, int index, Line const& line)

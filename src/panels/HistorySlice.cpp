@@ -1,7 +1,7 @@
 #include "panels/HistorySlice.h"
 
 #include "core/DateText.h"
-#include "core/NumberFormat.h"
+#include "core/NumberText.h"
 #include "core/TensioManager.h"
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
@@ -34,7 +34,7 @@ HistorySlice::HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measure
     , m_tensioManager(tensioManager)
     , m_measurement(std::move(measurement))
     , m_numberText(QString::number(m_measurement->number))
-    , m_pressureText(QString::fromStdString(formatFixed(*m_measurement->bestPressure, 1)))
+    , m_pressureText(QString::fromStdString(pressureText(*m_measurement->bestPressure)))
     , m_dateString(QString::fromStdString(formatLocalTime(*m_measurement->timeStamp, "%H:%M:%S")))
 {
     auto const size = m_bgImage.size();

@@ -1,6 +1,6 @@
 #include "panels/HistoryViewController.h"
 
-#include "core/NumberFormat.h"
+#include "core/NumberText.h"
 #include "panels/HistorySlice.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
@@ -31,7 +31,7 @@ void HistoryViewController::viewDidLoad()
     runOnClick(*m_ui->forwardButton, m_viewModel.cocoaActionIncSliceStartIndex, *this);
     setNameFromTemplate(*m_ui->averageLabel, m_ui->averageLabel->text());
     m_subscriptions.push_back(m_viewModel.selectedAverage.observeChanges([this](float average) {
-        setLabelText(*m_ui->averageLabel, QString::fromStdString(formatFixed(average, 1)));
+        setLabelText(*m_ui->averageLabel, QString::fromStdString(pressureText(average)));
     }));
 }
 

@@ -1,6 +1,6 @@
 #include "panels/InfoControlsViewController.h"
 
-#include "core/NumberFormat.h"
+#include "core/NumberText.h"
 #include "core/TensioManager.h"
 #include "panels/UserInfoViewController.h"
 #include "toolkit/Accessible.h"
@@ -57,7 +57,7 @@ void InfoControlsViewController::showReadOuts()
 {
     auto const show = [this](MutableProperty<float>& value, QLabel* label) {
         m_subscriptions.push_back(value.observe([label](float pressure) {
-            setLabelText(*label, QString::fromStdString(formatFixed(pressure, 1)));
+            setLabelText(*label, QString::fromStdString(pressureText(pressure)));
         }));
     };
     show(m_viewModel.targetPressure, m_ui->targetPressureLabel);

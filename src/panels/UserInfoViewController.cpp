@@ -1,6 +1,5 @@
 #include "panels/UserInfoViewController.h"
 
-#include "core/NumberFormat.h"
 #include "core/NumberText.h"
 #include "core/TensioManager.h"
 #include "panels/NameValidator.h"
@@ -29,7 +28,7 @@ qsizetype endOfCharacters(QString const& text, int count)
 
 QString pressureText(float pressure)
 {
-    return QString::fromStdString(formatFixed(pressure, 1));
+    return QString::fromStdString(pressureText(pressure));
 }
 
 float clampedTarget(float pressure)

@@ -1,4 +1,3 @@
-#include "core/NumberFormat.h"
 #include "core/NumberText.h"
 
 #include <clocale>

@@ -1,5 +1,5 @@
 #include "core/DeviceRecord.h"
-#include "core/NumberFormat.h"
+#include "core/NumberText.h"
 #include "device-simulator/RecordedStream.h"
 #include "platform/RecordGatherer.h"
 #include "support/Session.h"
