@@ -83,7 +83,7 @@ private:
     unsigned m_setUp;
     Session m_session;
     RecordGatherer m_gatherer {
-        m_session.runLoop, deviceRecordShape, [this](std::string_view chunk) {
+        m_session.runLoop, deviceRecordFormat, [this](std::string_view chunk) {
             m_session.port->delegate->serialPortDidReceiveData(chunk);
         }};
     Subscription m_observing;

@@ -41,7 +41,7 @@ private:
 
     MainQueue m_mainQueue;
     QtRunLoop m_runLoop {m_mainQueue};
-    QtSerialPortList m_ports {m_mainQueue, deviceRecordShape};
+    QtSerialPortList m_ports {m_mainQueue, deviceRecordFormat};
     SystemClock m_clock;
     QtUserDefaults m_userDefaults;
     QtAlerts m_alerts {m_mainQueue};

@@ -54,7 +54,7 @@ std::vector<float> readRecords(std::string_view chunk)
     return pressures;
 }
 
-bool areDeviceRecords(std::string_view bytes)
+bool looksLikeDeviceRecords(std::string_view bytes)
 {
     for (std::size_t index = 0; index < bytes.size(); ++index) {
         if (!fitsRecord(bytes[index], index % deviceRecordWidth))

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RecordShape.h"
+#include "platform/RecordFormat.h"
 
 #include <cstddef>
 #include <string_view>
@@ -15,9 +15,9 @@ constexpr std::size_t deviceRecordWidth = 6;
 // records yields none; a record whose fields are no numbers is skipped.
 std::vector<float> readRecords(std::string_view chunk);
 
-// A plus or a minus, four digits, an ASCII filler, and so on.
-bool areDeviceRecords(std::string_view bytes);
+// Records of a plus or a minus, four digits and an ASCII filler; the last may be incomplete.
+bool looksLikeDeviceRecords(std::string_view bytes);
 
-constexpr RecordShape deviceRecordShape {deviceRecordWidth, areDeviceRecords};
+constexpr RecordFormat deviceRecordFormat {deviceRecordWidth, looksLikeDeviceRecords};
 
 } // namespace tensio

@@ -5,83 +5,86 @@
 
 namespace tensio {
 
-RecordGatherer::RecordGatherer(Scheduler& scheduler, RecordShape shape, Deliver deliver)
+RecordGatherer::RecordGatherer(Scheduler& scheduler, RecordFormat format, Deliver deliver)
     : m_scheduler(scheduler)
-    , m_shape(shape)
+    , m_format(format)
     , m_deliver(std::move(deliver))
 {
 }
 
 void RecordGatherer::receive(std::string_view bytes)
 {
-    // A beginning whose end got lost must not spoil the burst that follows.
-    if (m_isCutBySilence && !m_shape.areRecords(m_held + std::string(bytes)))
+    // An incomplete record whose rest is lost must not spoil the burst that follows.
+    if (m_isCutBySilence && !m_format.looksLikeRecords(m_buffer + std::string(bytes)))
         flush();
-    m_isCutBySilence = false;
-    m_silenceTimer.end();
+    stopWaiting();
 
-    auto const from = tail();
-    m_held += bytes;
-    if (auto const start = startOffBeat(from, 2 * m_shape.width))
-        handOn(*start);
-    auto const rest = m_held.size() % m_shape.width;
-    if (m_shape.areRecords(m_held))
-        handOn(m_held.size() - rest);
-    else if (m_held.size() > maxHeldBytes)
-        flush();
-    else if (rest == 0 && !startOffBeat(tail(), 1))
-        handOn(m_held.size());
-    if (!m_held.empty())
-        m_silenceTimer = m_scheduler.scheduleAfter(silence, [this] { fallSilent(); });
+    auto const from = unexaminedFrom();
+    m_buffer += bytes;
+    // Whatever stands before two certain records belongs to none of them.
+    if (auto const start = m_format.findShiftedStart(m_buffer, from, 2 * m_format.width))
+        deliver(*start);
+    deliverComplete();
+    if (!m_buffer.empty())
+        m_silenceTimer = m_scheduler.scheduleAfter(silence, [this] { onSilence(); });
 }
 
-void RecordGatherer::fallSilent()
+void RecordGatherer::deliverComplete()
 {
-    m_isCutBySilence = m_shape.areRecords(m_held);
+    if (m_format.looksLikeRecords(m_buffer))
+        deliver(m_buffer.size() - m_buffer.size() % m_format.width);
+    else if (m_buffer.size() > maxBufferSize)
+        flush();
+    else if (m_format.isWholeNumberOfRecords(m_buffer) && !endsInShiftedRecords(1))
+        deliver(m_buffer.size());
+}
+
+void RecordGatherer::onSilence()
+{
+    m_isCutBySilence = m_format.looksLikeRecords(m_buffer);
     if (!m_isCutBySilence)
         flush();
 }
 
 void RecordGatherer::flush()
 {
-    m_silenceTimer.end();
-    m_isCutBySilence = false;
-    if (m_held.size() % m_shape.width == 0 && startOffBeat(tail(), 2))
-        m_held.clear();
-    handOn(m_held.size());
+    stopWaiting();
+    // By its length the receiver would take the buffer for records and read the shifted ones wrong.
+    // A single sign at its end may be a filler.
+    if (m_format.isWholeNumberOfRecords(m_buffer) && endsInShiftedRecords(2))
+        m_buffer.clear();
+    deliver(m_buffer.size());
 }
 
 void RecordGatherer::discard()
 {
-    m_silenceTimer.end();
-    m_isCutBySilence = false;
-    m_held.clear();
+    stopWaiting();
+    m_buffer.clear();
 }
 
-void RecordGatherer::handOn(std::size_t length)
+void RecordGatherer::stopWaiting()
 {
-    auto const chunk = m_held.substr(0, length);
-    m_held.erase(0, length);
+    m_silenceTimer.end();
+    m_isCutBySilence = false;
+}
+
+void RecordGatherer::deliver(std::size_t length)
+{
+    auto const chunk = m_buffer.substr(0, length);
+    m_buffer.erase(0, length);
     if (!chunk.empty())
         m_deliver(chunk);
 }
 
-// Where records begin that reach to the end of what is held, but not at a whole number of records.
-std::optional<std::size_t> RecordGatherer::startOffBeat(
-    std::size_t from, std::size_t leastBytes) const
+bool RecordGatherer::endsInShiftedRecords(std::size_t minBytes) const
 {
-    for (auto start = from; start + leastBytes <= m_held.size(); ++start) {
-        if (start % m_shape.width != 0
-            && m_shape.areRecords(std::string_view(m_held).substr(start)))
-            return start;
-    }
-    return std::nullopt;
+    return m_format.findShiftedStart(m_buffer, unexaminedFrom(), minBytes).has_value();
 }
 
-// Where a start may be that fewer than two records have followed yet; earlier ones were found.
-std::size_t RecordGatherer::tail() const
+// At earlier offsets at least two records' bytes were there to be examined by receive().
+std::size_t RecordGatherer::unexaminedFrom() const
 {
-    return m_held.size() - std::min(m_held.size(), 2 * m_shape.width - 1);
+    return m_buffer.size() - std::min(m_buffer.size(), 2 * m_format.width - 1);
 }
 
 } // namespace tensio

@@ -1,49 +1,54 @@
 #pragma once
 
-#include "platform/RecordShape.h"
+#include "platform/RecordFormat.h"
 #include "reactive/Scheduler.h"
 
 #include <cstddef>
 #include <functional>
-#include <optional>
 #include <string>
 #include <string_view>
 
 namespace tensio {
 
-// Joins what the operating system split: bytes are handed on as soon as they make up whole records.
-// Of bytes that are records without doubt the whole ones go at once and the cut one waits until its
-// rest comes, however long: a bridge may send seldom. Any other rest waits for 20 ms of silence,
-// then goes as it is, so that noise costs at most the burst it came in.
-// A stray or a lost byte shifts a stream that knows no silence: two records beyond doubt that begin
-// off the beat are where reading goes on, and until then nothing is read that might be shifted.
+// Reassembles records that the operating system split. It lies here, not in core, because bytes
+// must be joined before a queue holds them back.
+// - Complete records are delivered at once. An incomplete one waits for its rest, even through
+//   silence: a bridge may send seldom.
+// - Other bytes are delivered when they have the length of whole records, or after 20 ms of
+//   silence, so that noise spoils only the burst it came in.
+// - After a lost or extra byte, reading resumes at the first two certain records. Until then
+//   nothing is delivered that could be read shifted.
 class RecordGatherer {
 public:
     static constexpr Seconds silence {0.020};
-    // Noise without a pause must not fill the memory.
-    static constexpr std::size_t maxHeldBytes = std::size_t {6} * 4096;
+    // In bytes: noise without a pause must not fill the memory.
+    static constexpr std::size_t maxBufferSize = std::size_t {24} * 1024;
 
+    // Must neither call nor destroy the gatherer. The chunk is valid only during the call.
     using Deliver = std::function<void(std::string_view chunk)>;
 
-    RecordGatherer(Scheduler& scheduler, RecordShape shape, Deliver deliver);
+    // The scheduler must outlive the gatherer.
+    RecordGatherer(Scheduler& scheduler, RecordFormat format, Deliver deliver);
 
-    // What is delivered must not call the gatherer, nor end it.
     void receive(std::string_view bytes);
-    // Hands on what is held, whole or not.
+    // Delivers what is buffered, complete or not.
     void flush();
+    // Drops what is buffered.
     void discard();
 
 private:
-    void fallSilent();
-    void handOn(std::size_t length);
-    std::optional<std::size_t> startOffBeat(std::size_t from, std::size_t leastBytes) const;
-    std::size_t tail() const;
+    void deliverComplete();
+    void deliver(std::size_t length);
+    void onSilence();
+    void stopWaiting();
+    bool endsInShiftedRecords(std::size_t minBytes) const;
+    std::size_t unexaminedFrom() const;
 
     Scheduler& m_scheduler;
-    RecordShape m_shape;
+    RecordFormat m_format;
     Deliver m_deliver;
-    std::string m_held;
-    // What is held is the beginning of a record, and silence followed it.
+    std::string m_buffer;
+    // The buffer is the beginning of a record, and silence followed it.
     bool m_isCutBySilence = false;
     Subscription m_silenceTimer;
 };

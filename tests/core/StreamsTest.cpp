@@ -36,7 +36,7 @@ std::string play(std::vector<TimedBytes> const& writes, std::string const& end)
 {
     Session session;
     session.connect();
-    RecordGatherer gatherer(session.runLoop, deviceRecordShape,
+    RecordGatherer gatherer(session.runLoop, deviceRecordFormat,
         [&](std::string_view chunk) { session.port->delegate->serialPortDidReceiveData(chunk); });
     for (auto const& [pauseSeconds, bytes] : writes) {
         session.runLoop.advance(Seconds(pauseSeconds));

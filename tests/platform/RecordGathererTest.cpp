@@ -14,8 +14,8 @@ namespace {
 struct Gathering {
     ManualRunLoop runLoop;
     std::vector<std::string> chunks;
-    RecordGatherer gatherer {
-        runLoop, deviceRecordShape, [this](std::string_view chunk) { chunks.emplace_back(chunk); }};
+    RecordGatherer gatherer {runLoop, deviceRecordFormat,
+        [this](std::string_view chunk) { chunks.emplace_back(chunk); }};
 
     std::string joined() const
     {
@@ -121,7 +121,7 @@ TEST(RecordGatherer, ReadsNothingWrongInAStreamThatALostOrStrayByteShifts)
 TEST(RecordGatherer, DoesNotGrowUnderNoiseWithoutAPause)
 {
     Gathering gathering;
-    std::size_t const noise = RecordGatherer::maxHeldBytes * 4;
+    std::size_t const noise = RecordGatherer::maxBufferSize * 4;
     for (std::size_t byte = 0; byte < noise; byte += 7) {
         gathering.gatherer.receive(std::string(byte == 0 ? 1 : 6, 'x'));
         gathering.runLoop.advance(Seconds(0.001));

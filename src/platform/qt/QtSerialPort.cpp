@@ -10,11 +10,11 @@
 namespace tensio {
 
 QtSerialPort::QtSerialPort(
-    Location location, RecordShape shape, Scheduler& scheduler, MainQueue& queue)
+    Location location, RecordFormat format, Scheduler& scheduler, MainQueue& queue)
     : m_location(std::move(location))
     , m_queue(queue)
     , m_gatherer(
-          scheduler, shape, [this](std::string_view chunk) { notifyData(std::string(chunk)); })
+          scheduler, format, [this](std::string_view chunk) { notifyData(std::string(chunk)); })
     , m_hangUpWatch([this] { handleLoss(); })
 {
     m_line.setPortName(m_location.device);

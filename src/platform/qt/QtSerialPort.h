@@ -30,7 +30,7 @@ public:
     };
 
     // The scheduler and the queue must outlive the port.
-    QtSerialPort(Location location, RecordShape shape, Scheduler& scheduler, MainQueue& queue);
+    QtSerialPort(Location location, RecordFormat format, Scheduler& scheduler, MainQueue& queue);
     ~QtSerialPort() override;
 
     std::string name() const override { return m_location.name; }

@@ -23,14 +23,14 @@ std::vector<std::shared_ptr<SerialPort>> QtSerialPortList::availablePorts()
     for (auto const& info : QSerialPortInfo::availablePorts()) {
         auto const name = listedName(info.portName(), info.vendorIdentifier());
         QtSerialPort::Location const location {name.toStdString(), info.systemLocation()};
-        ports.push_back(std::make_shared<QtSerialPort>(location, m_shape, m_lineTimers, m_queue));
+        ports.push_back(std::make_shared<QtSerialPort>(location, m_format, m_lineTimers, m_queue));
     }
     for (auto const& path : virtualPorts()) {
         QFileInfo const link(path);
         // Opened under the terminal's own name, for which the system keeps its locks.
         QtSerialPort::Location const location {
             link.fileName().toStdString(), link.canonicalFilePath(), true};
-        ports.push_back(std::make_shared<QtSerialPort>(location, m_shape, m_lineTimers, m_queue));
+        ports.push_back(std::make_shared<QtSerialPort>(location, m_format, m_lineTimers, m_queue));
     }
     return ports;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RecordShape.h"
+#include "platform/RecordFormat.h"
 #include "platform/SerialPort.h"
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/QtRunLoop.h"
@@ -15,9 +15,9 @@ QString listedName(QString const& portName, quint16 vendor);
 class QtSerialPortList : public SerialPortList {
 public:
     // The queue must outlive the list, the list its ports.
-    QtSerialPortList(MainQueue& queue, RecordShape shape)
+    QtSerialPortList(MainQueue& queue, RecordFormat format)
         : m_queue(queue)
-        , m_shape(shape)
+        , m_format(format)
     {
     }
 
@@ -25,7 +25,7 @@ public:
 
 private:
     MainQueue& m_queue;
-    RecordShape m_shape;
+    RecordFormat m_format;
     // Timers of the line run even while a panel is open, so that the end of a burst is noticed.
     MainQueue m_lineQueue;
     QtRunLoop m_lineTimers {m_lineQueue};

@@ -64,7 +64,7 @@ struct Line {
     std::unique_ptr<QtSerialPort> makePort(QString const& node)
     {
         auto made = std::make_unique<QtSerialPort>(
-            QtSerialPort::Location {"port", node}, deviceRecordShape, runLoop, queue);
+            QtSerialPort::Location {"port", node}, deviceRecordFormat, runLoop, queue);
         made->setDelegate(&listener);
         return made;
     }
@@ -252,7 +252,7 @@ namespace {
 struct Published {
     RuntimeFolder folder;
     Line line;
-    QtSerialPortList list {line.queue, deviceRecordShape};
+    QtSerialPortList list {line.queue, deviceRecordFormat};
 
     Published() { folder.publish(line.terminal.path(), QStringLiteral("x")); }
 };
