@@ -7,7 +7,8 @@
 
 namespace tensio {
 
-// Makes the text of a CSV file (UTF-8) from finished measurements.
+// Makes the text of a CSV file (UTF-8) from finished measurements. An interface because `output`,
+// which writes it, builds on this library.
 class CsvFormat : public Interface {
 public:
     virtual std::string all(std::string const& name, std::string const& date,

@@ -20,7 +20,7 @@ struct Measurement {
     {
     }
 
-    // Counts from 1 within a connection.
+    // Position within the connection, from 1.
     int const number;
     std::optional<float> bestPressure;
     std::optional<float> targetPressure;

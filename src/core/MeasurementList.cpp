@@ -1,6 +1,7 @@
 #include "core/MeasurementList.h"
 
 #include <algorithm>
+#include <cassert>
 #include <numeric>
 #include <utility>
 
@@ -23,6 +24,8 @@ Measurements MeasurementList::slice() const
 
 void MeasurementList::add(std::shared_ptr<Measurement> measurement)
 {
+    assert(measurement->bestPressure && measurement->targetPressure && measurement->timeStamp
+        && measurement->pressurePoints);
     if (m_measurements.size() >= MEASUREMENTS_MAX_COUNT)
         return;
     m_subscriptions.push_back(

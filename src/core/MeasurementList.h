@@ -11,6 +11,7 @@ namespace tensio {
 // them; and the selection of at most three, with the average of their best pressures.
 class MeasurementList {
 public:
+    // Measurements in the visible range, and at most in the list.
     static constexpr std::ptrdiff_t ITEMS = 5;
     static constexpr std::size_t MEASUREMENTS_MAX_COUNT = 99;
     static constexpr std::size_t maxSelected = 3;
@@ -23,7 +24,7 @@ public:
     MutableProperty<float> selectedAverage {0.0f};
 
     Measurements slice() const;
-    // A full list ignores it.
+    // The measurement must be finished. A full list ignores it.
     void add(std::shared_ptr<Measurement> measurement);
     // An index that would leave fewer than five visible is ignored.
     void setStartingIndex(std::ptrdiff_t index);

@@ -14,7 +14,7 @@ class PrintView;
 class SavePanel;
 class Screen;
 
-// What saving needs of the outside.
+// The interfaces that saving uses.
 struct SavingServices {
     CsvFormat const& csvFormat;
     PdfRenderer const& pdfRenderer;
@@ -24,7 +24,8 @@ struct SavingServices {
     Alerts& alerts;
 };
 
-// Saves results to files that the user chooses; a cancelled save panel ends a save silently.
+// Saves results to files that the user chooses. A failure to write is shown in an alert; a
+// cancelled panel ends a save silently.
 class ResultSaver {
 public:
     // Everything handed in must outlive the saver.
@@ -35,7 +36,7 @@ public:
     // all measurements.
     bool saveCsv();
     void saveSelectedCsv();
-    // The main window, through the clipboard. A failure to write is not reported.
+    // A picture of the main window, through the clipboard; this failure to write is not shown.
     void saveScreenshot();
     // The pages of a report.
     void saveViewAsPdf(PrintView& view);

@@ -51,7 +51,7 @@ void SerialPortManager::start(Observer<Nothing, ErrorRef> const& observer)
 
 void SerialPortManager::open(std::shared_ptr<SerialPort> port)
 {
-    // A port that an earlier, failed attempt left behind must not speak for the new one.
+    // A port left by an earlier, failed attempt must not report to the new subscriber.
     if (m_serialPort && m_serialPort != port)
         m_serialPort->setDelegate(nullptr);
     m_serialPort = std::move(port);
@@ -67,7 +67,7 @@ void SerialPortManager::disconnect()
     if (m_observer)
         m_observer->sendCompleted();
     if (auto const port = std::exchange(m_serialPort, nullptr)) {
-        // What this port still has to say must not reach the subscriber of a later connection.
+        // Later events of this port must not reach the subscriber of the next connection.
         port->setDelegate(nullptr);
         port->close();
     }

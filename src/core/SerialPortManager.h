@@ -9,12 +9,11 @@
 
 namespace tensio {
 
-// The only piece that talks to the device: finds its port, opens it, turns the characters it sends
-// into pressures and reports the life of the port to the subscriber of the latest connect().
+// Talks to the device: finds its port, opens it, turns the bytes it sends into pressures and
+// reports the events of the port to the subscriber of the latest connect().
 class SerialPortManager : public SerialPortDelegate {
 public:
-    // The name under which the driver of the device's USB-UART bridge lists its ports contains
-    // this.
+    // Part of the name of every port of the device's USB-UART bridge.
     static constexpr auto deviceNameFragment = "SLAB_USBtoUART";
 
     // The list must outlive the manager.

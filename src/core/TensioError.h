@@ -7,7 +7,7 @@
 
 namespace tensio {
 
-// The system's own failures; the custom message is what the user reads.
+// A failure of the program's own; the user reads its custom message.
 class TensioError : public Error {
 public:
     static constexpr auto domainName = "jp.tensio.tensio";

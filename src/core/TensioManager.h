@@ -16,9 +16,9 @@ namespace tensio {
 
 class Menu;
 
-// The hub: owns the link and the list of measurements, publishes the live values, cuts the stream
-// of pressures into measurements, keeps the target, and offers the commands of the user interface.
-// The program has one; everybody is handed a reference to it. Pressures in kPa.
+// The session manager: owns the link and the list of measurements, publishes the live values, cuts
+// the stream of pressures into measurements, keeps the target, and offers the commands of the user
+// interface. The program has one and passes it by reference. Pressures in kPa.
 class TensioManager {
 public:
     // Bounds of the base target.
@@ -53,14 +53,18 @@ public:
     MutableProperty<bool> isSavedAsCsv {false};
 
     MeasurementList measurementList;
-    // The one being recorded; none before the first connection.
+    // The one being recorded, replaced whenever one is finished; none before the first connection.
     std::shared_ptr<Measurement> measurement;
     SerialPortManager serialPortManager;
 
+    // Executes for the whole connection. Value: the port is open. Failure: it did not open; the
+    // error has the text for the user. Interruption: the connection is lost. Completion: the user
+    // finished.
     Action<Nothing, Nothing, ErrorRef> connectAction;
     Action<Nothing> disconnectAction;
     // Steps the effective target by that much.
     Action<float> changeTargetPressureAction;
+    // Sets targetPressurePercent; 0.8 is 80 %.
     Action<float> changeTargetPressurePercentAction;
     // Scrolls the history by that many measurements.
     Action<int> changeSliceStartingIndex;
@@ -68,7 +72,7 @@ public:
     Action<Nothing> saveScreenshotAction;
 
     void updateTime();
-    // The reset timer's tick: ends the burst when no record came since the tick before.
+    // The tick of the reset timer: finishes the measurement if no record came since the last tick.
     void onReset();
 
     // Puts a finished session into the list, as if it had just been finished; only while none runs.

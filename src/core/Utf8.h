@@ -6,8 +6,8 @@
 
 namespace tensio {
 
-// The characters of the text; nothing when it is not valid UTF-8 (overlong forms and surrogates are
-// not).
+// The characters of the text; nothing when it is not valid UTF-8. Overlong forms and surrogates are
+// invalid.
 std::optional<std::u32string> decodeUtf8(std::string_view bytes);
 
 } // namespace tensio

@@ -6,8 +6,8 @@
 
 namespace tensio {
 
-// Accumulates the text of a CSV file (UTF-8): each step appends, the finishing step returns the
-// whole. Measurements must be finished.
+// Builds the text of a CSV file (UTF-8): each call appends, and build() or buildSelected() returns
+// the whole text. Measurements must be finished.
 class CsvBuilder {
 public:
     CsvBuilder(std::string newline, std::string col);

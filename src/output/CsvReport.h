@@ -4,7 +4,7 @@
 
 namespace tensio {
 
-// The CSV files that the program saves: cells separated by TAB, lines by CR LF.
+// The CSV files that the program saves: cells separated by TAB, lines ended by CR LF.
 class CsvReport : public CsvFormat {
 public:
     std::string all(std::string const& name, std::string const& date,

@@ -14,8 +14,8 @@ struct SelectionSummary {
     float selectedMax = 0.0f;
 };
 
-// The measurements as framed blocks: one block each, in rows and columns; or one block that sums up
-// a selection of at most three. Measurements must be finished, and a selection holds one at least.
+// The measurements as framed blocks in rows and columns, or one block that summarises a selection
+// of one to three. Measurements must be finished.
 class GridPrintView : public PagedView {
 public:
     // The full grid.

@@ -4,7 +4,7 @@
 
 namespace tensio {
 
-// What all reports share: one page of the paper is current, and is drawn inside the margins.
+// Base of all reports: keeps the current page and its printable area inside the margins.
 class PagedView : public PrintView {
 public:
     // Printable area of the paper; empty until pagination.
@@ -16,7 +16,7 @@ public:
     PrintRect rectForPage(int page) final;
 
 protected:
-    // How many pages it takes on the printable area; 0 when nothing fits.
+    // Returns the number of pages for pageRect(); 0 when nothing fits.
     virtual int layOut(PrintCanvas const& canvas) = 0;
 
 private:
@@ -24,7 +24,7 @@ private:
     int m_currentPage = 0;
 };
 
-// Lines stand twice the height of a capital apart.
+// Distance between lines: twice the height of a capital.
 double lineHeight(PrintCanvas const& canvas, double fontSize);
 
 } // namespace tensio

@@ -6,7 +6,7 @@ namespace tensio {
 
 std::string reportDate(Date date)
 {
-    // A month without its leading zero has no portable pattern.
+    // No portable pattern writes a month without its leading zero.
     auto month = formatLocalTime(date, "%m");
     if (month.front() == '0')
         month.erase(0, 1);

@@ -10,10 +10,10 @@ class TensioManager;
 
 enum class ReportKind { List, Grid, Selected };
 
-// The report has something to show.
+// True if there are measurements to report.
 bool hasReport(ReportKind kind, TensioManager const& tensioManager);
 
-// Of the measurements as they are now; only where hasReport.
+// A report of the current measurements. Requires hasReport().
 std::unique_ptr<PrintView> makeReport(ReportKind kind, TensioManager const& tensioManager);
 
 } // namespace tensio

@@ -8,7 +8,7 @@ namespace tensio {
 
 using Date = std::chrono::system_clock::time_point;
 
-// Wall-clock time: may step back or forth. For intervals use the run loop.
+// Wall-clock time, which may step back or forward. For intervals use the run loop.
 class Clock : public Interface {
 public:
     virtual Date now() const = 0;

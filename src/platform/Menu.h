@@ -7,6 +7,7 @@
 
 namespace tensio {
 
+// The tag identifies the item for checkOnly(); the action runs each time the item is chosen.
 struct MenuItem {
     std::string title;
     // Identifies the item to checkOnly().
