@@ -1,19 +1,12 @@
 #include "core/MeasurementList.h"
 
+#include "support/Reports.h"
+
 #include <gtest/gtest.h>
 
 using namespace tensio;
 
 namespace {
-
-std::shared_ptr<Measurement> finished(int number, float best)
-{
-    auto measurement = std::make_shared<Measurement>(number);
-    measurement->bestPressure = best;
-    measurement->targetPressure = 30.0f;
-    measurement->timeStamp = Date();
-    return measurement;
-}
 
 std::vector<int> numbers(Measurements const& measurements)
 {
@@ -31,8 +24,8 @@ struct Listening {
 
     void fill(int count)
     {
-        for (int number = 1; number <= count; ++number)
-            list.add(finished(number, 20.0f + static_cast<float>(number)));
+        for (auto const& measurement : finishedMeasurements(count))
+            list.add(measurement);
         slices.clear();
     }
 };
@@ -43,17 +36,15 @@ TEST(MeasurementList, ShowsTheFiveNewestAndScrollsWithinItsBounds)
 {
     Listening listening;
     listening.fill(5);
-    EXPECT_EQ(listening.list.startingIndex(), 0);
     listening.list.setStartingIndex(1);
     EXPECT_TRUE(listening.slices.empty()) << "five measurements leave nothing to scroll";
-    listening.list.add(finished(6, 1.0f));
-    listening.list.add(finished(7, 1.0f));
-    listening.slices.clear();
-
+    listening.list.reset();
+    listening.fill(7);
+    EXPECT_EQ(listening.list.startingIndex(), 2);
     for (int const index : {2, -1, 3, 0, 0, 1})
         listening.list.setStartingIndex(index);
     EXPECT_EQ(listening.slices, (std::vector<std::vector<int>> {{1, 2, 3, 4, 5}, {2, 3, 4, 5, 6}}));
-    listening.list.add(finished(8, 1.0f));
+    listening.list.add(finishedMeasurements(8).back());
     EXPECT_EQ(listening.slices.back(), (std::vector {4, 5, 6, 7, 8}));
 }
 
@@ -61,7 +52,7 @@ TEST(MeasurementList, KeepsAtMostNinetyNine)
 {
     Listening listening;
     listening.fill(99);
-    auto const refused = finished(100, 1.0f);
+    auto const refused = finishedMeasurements(1).front();
     listening.list.add(refused);
     refused->isCounted.setValue(true);
     EXPECT_EQ(listening.list.measurements().size(), 99U);
@@ -73,19 +64,18 @@ TEST(MeasurementList, KeepsAtMostNinetyNine)
 TEST(MeasurementList, AveragesTheSelectionAndDisablesAllOthersAtThree)
 {
     Listening listening;
-    std::vector const bests {20.0f, 50.0f, 30.0f, 40.5f};
-    for (std::size_t index = 0; index < bests.size(); ++index)
-        listening.list.add(finished(static_cast<int>(index), bests[index]));
+    listening.fill(4);
     auto const& all = listening.list.measurements();
+    *all[3]->bestPressure = 40.5f;
     EXPECT_EQ(listening.list.maxSelectedPressure(), 0.0f);
     for (std::size_t const index : {3U, 0U, 2U}) {
         EXPECT_TRUE(all[1]->isEnabled.value());
         all[index]->isCounted.setValue(true);
     }
-    EXPECT_FLOAT_EQ(listening.list.selectedAverage.value(), 90.5f / 3.0f);
+    EXPECT_FLOAT_EQ(listening.list.selectedAverage.value(), (10.0f + 12.0f + 40.5f) / 3.0f);
     EXPECT_EQ(listening.list.maxSelectedPressure(), 40.5f);
-    EXPECT_EQ(listening.list.minSelectedPressure(), 20.0f);
-    EXPECT_EQ(numbers(listening.list.counted()), (std::vector {0, 2, 3}));
+    EXPECT_EQ(listening.list.minSelectedPressure(), 10.0f);
+    EXPECT_EQ(numbers(listening.list.counted()), (std::vector {1, 3, 4}));
     EXPECT_FALSE(all[1]->isEnabled.value());
     EXPECT_TRUE(all[0]->isEnabled.value());
 
@@ -105,7 +95,7 @@ TEST(MeasurementList, ResetPublishesTheEmptySliceAndForgetsTheSelection)
     EXPECT_EQ(listening.slices, (std::vector<std::vector<int>> {{}}));
     EXPECT_EQ(listening.list.startingIndex(), 0);
     EXPECT_EQ(listening.list.selectedAverage.value(), 0.0f);
-    listening.list.add(finished(1, 10.0f));
+    listening.fill(1);
     kept->isCounted.setValue(true);
-    EXPECT_EQ(listening.list.selectedAverage.value(), 0.0f);
+    EXPECT_EQ(listening.list.selectedAverage.value(), 0.0f) << "no longer observed";
 }

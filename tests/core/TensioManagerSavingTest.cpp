@@ -9,130 +9,99 @@ using namespace tensio;
 
 namespace {
 
+using Texts = std::vector<std::string>;
+
 struct Finished : Session {
-    explicit Finished(std::vector<double> const& presses = {20.0, 31.5, 25.0})
+    ListPrintView view {"", {}};
+
+    Finished()
     {
         connect();
         manager.username.setValue("山田");
-        for (auto const pressure : presses) {
+        for (auto const pressure : {20.0, 31.5, 25.0}) {
             press({pressure});
             clock.date += std::chrono::minutes(1);
         }
-        manager.disconnectAction.apply(Nothing {});
+        for (std::size_t const index : {1U, 0U})
+            manager.measurementList.measurements()[index]->isCounted.setValue(true);
         saving.answer = "/folder/file";
-    }
-
-    void select(std::size_t index)
-    {
-        manager.measurementList.measurements()[index]->isCounted.setValue(true);
+        saving.frame = {57.5, 0.25, 1040.0, 692.5};
+        saving.clipboard = "picture";
     }
 };
 
-using Texts = std::vector<std::string>;
+struct Save {
+    std::function<void(Finished&)> run;
+    Texts panel;
+    std::string written;
+    Texts alerts;
+};
+
+std::string const head = "氏名\t山田\r\n測定日時\t2024/03/05 14:0";
+
+Save const saves[] {
+    {[](Finished& session) { session.manager.saveCsvAction.apply(Nothing {}); }, {"panel csv"},
+        encodeUtf16(head
+            + "9\r\n\r\n1回目\t\t\t2回目\t\t\t3回目\t\t\t\r\n"
+              "最大値（kPa）\t20.0\t\t最大値（kPa）\t31.5\t\t最大値（kPa）\t25.0\t\t\r\n"
+              "目標圧（kPa）\t30.0\t\t目標圧（kPa）\t30.0\t\t目標圧（kPa）\t30.0\t\t\r\n"
+              "測定時間（秒）\t測定値（kPa）\t\t測定時間（秒）\t測定値（kPa）\t\t"
+              "測定時間（秒）\t測定値（kPa）\t\t\r\n0.05\t20.0\t\t0.05\t31.5\t\t0.05\t25."
+              "0\t\t\r\n"),
+        {saveFailedMessage}},
+    {[](Finished& session) { session.manager.saveSelectedCsv(); }, {"panel csv"},
+        encodeUtf16(head
+            + "8\r\n\r\n選択した最大圧データ(kPa)\r\n①\t20.0\tmin\r\n②\t31.5\tmax\r\n\r\n"
+              "選択した最大圧データの平均値(kPa)\r\n\t25.8\r\n"),
+        {saveFailedMessage}},
+    // The picture comes first, so that the panel is not on it.
+    {[](Finished& session) { session.manager.saveScreenshotAction.apply(Nothing {}); },
+        {"capture 57.5,387.25,1040.0,692.5", "panel png"}, "picture", {}},
+    {[](Finished& session) { session.manager.saveViewAsPdf(session.view); }, {"panel pdf"},
+        typeid(ListPrintView).name(), {saveFailedMessage}},
+};
 
 } // namespace
 
-TEST(Saving, WritesAllMeasurementsUnderTheTimeOfTheLast)
+TEST(Saving, WritesTheFileUnlessTheUserCancelsAndReportsAFailure)
 {
-    Finished session;
-    session.manager.saveCsvAction.apply(Nothing {});
-    EXPECT_EQ(session.saving.log, (Texts {"panel csv", "write /folder/file"}));
-    EXPECT_EQ(session.saving.written,
-        encodeUtf16(CsvReport().all(
-            "山田", "2024/03/05 14:09", session.manager.measurementList.measurements())));
-    EXPECT_TRUE(session.alerts.messages.empty());
-    EXPECT_FALSE(session.manager.saveCsvAction.isExecuting());
-}
-
-TEST(Saving, WritesTheSelectionUnderTheTimeOfItsLast)
-{
-    Finished session;
-    session.select(1);
-    session.select(0);
-    session.manager.saveSelectedCsv();
-    auto const selection = session.manager.measurementList.counted();
-    EXPECT_EQ(session.saving.written,
-        encodeUtf16(
-            CsvReport().selected("山田", "2024/03/05 14:08", selection, 25.75f, 20.0f, 31.5f)));
-}
-
-TEST(Saving, NothingIsWrittenWhenThereIsNothingOrTheUserCancels)
-{
-    Finished empty(std::vector<double> {});
-    empty.manager.saveCsv();
-    empty.manager.saveSelectedCsv();
-    EXPECT_TRUE(empty.saving.log.empty());
-    Finished cancelled;
-    cancelled.saving.answer.reset();
-    cancelled.manager.saveCsv();
-    cancelled.manager.saveScreenshot();
-    EXPECT_EQ(
-        cancelled.saving.log, (Texts {"panel csv", "capture 0.0,1080.0,0.0,0.0", "panel png"}));
-}
-
-TEST(Saving, AFailureIsToldOnceAndTheMeasurementsStay)
-{
-    Finished session;
-    session.saving.diskIsFull = true;
-    session.manager.saveCsv();
-    EXPECT_EQ(session.alerts.messages, Texts {"保存に失敗しました。"});
-    session.saving.diskIsFull = false;
-    session.manager.saveCsv();
-    EXPECT_FALSE(session.saving.written.empty());
-
-    session.saving.diskIsFull = true;
-    session.saving.clipboard = "picture";
-    session.manager.saveScreenshot();
-    EXPECT_EQ(session.alerts.messages.size(), 1U)
-        << "a picture that cannot be written is not reported";
-}
-
-TEST(Saving, CapturesTheWindowBeforeThePanelAndWritesWhatTheClipboardHolds)
-{
-    struct Row {
-        ScreenRect frame;
-        std::string capture;
-    };
-    std::vector<Row> const rows {{{120.0, 200.0, 900.0, 640.0}, "capture 120.0,240.0,900.0,640.0"},
-        {{57.5, 0.25, 1040.0, 692.5}, "capture 57.5,387.25,1040.0,692.5"}};
-    for (auto const& [frame, capture] : rows) {
+    for (auto const& [run, panel, written, alerts] : saves) {
         Finished session;
-        session.saving.frame = frame;
-        session.manager.saveScreenshotAction.apply(Nothing {});
-        EXPECT_EQ(session.saving.log, (Texts {capture, "panel png"}))
-            << "no picture on the clipboard";
-        session.saving.clipboard = "picture";
-        session.manager.saveScreenshotAction.apply(Nothing {});
-        EXPECT_EQ(session.saving.written, "picture");
+        session.saving.answer.reset();
+        run(session);
+        EXPECT_EQ(session.saving.log, panel) << "cancelled";
+        session.saving.answer = "/folder/file";
+        session.saving.diskIsFull = true;
+        run(session);
+        EXPECT_EQ(session.alerts.messages, alerts);
+        session.saving.diskIsFull = false;
+        run(session);
+        EXPECT_EQ(session.saving.written, written);
+        EXPECT_EQ(session.saving.log.back(), "write /folder/file");
+        EXPECT_EQ(session.alerts.messages, alerts);
     }
 }
 
-TEST(Saving, WritesAReportAsPdfOrTellsWhyNot)
+TEST(Saving, AsksForNoFileThatCannotBe)
 {
-    ListPrintView view("山田", {});
     Finished session;
-    session.manager.saveViewAsPdf(view);
-    EXPECT_EQ(session.saving.log, (Texts {"panel pdf", "write /folder/file"}));
-    EXPECT_EQ(session.saving.written, typeid(ListPrintView).name());
-    session.saving.diskIsFull = true;
-    session.manager.saveViewAsPdf(view);
-    session.saving.diskIsFull = false;
-    session.pdfRenderer.fails = true;
-    session.manager.saveViewAsPdf(view);
-    EXPECT_EQ(session.alerts.messages, (Texts {saveFailedMessage, saveFailedMessage}));
-
-    session.saving.log.clear();
     session.pdfRenderer.hasRoom = false;
-    session.manager.saveViewAsPdf(view);
-    EXPECT_EQ(session.alerts.messages.back(), paperTooSmallMessage);
-    EXPECT_TRUE(session.saving.log.empty()) << "no panel for a file that cannot be";
+    session.manager.saveViewAsPdf(session.view);
+    EXPECT_EQ(session.alerts.messages, Texts {paperTooSmallMessage});
+    session.manager.measurementList.reset();
+    session.manager.saveCsv();
+    session.manager.saveSelectedCsv();
+    EXPECT_TRUE(session.saving.log.empty());
+    session.pdfRenderer.hasRoom = session.pdfRenderer.fails = true;
+    session.saving.clipboard.reset();
+    session.manager.saveViewAsPdf(session.view);
+    session.manager.saveScreenshot();
+    EXPECT_EQ(session.saving.log.back(), "panel png") << "neither PDF nor picture could be made";
+    EXPECT_EQ(session.alerts.messages.back(), saveFailedMessage);
 }
 
 TEST(Utf16, HasAMarkAndLittleEndianUnits)
 {
-    EXPECT_EQ(encodeUtf16("A\r\n"),
-        std::string("\xff\xfe"
-                    "A\0\r\0\n\0",
-            8));
-    EXPECT_EQ(encodeUtf16("氏𠮷"), std::string("\xff\xfe\x0f\x6c\x42\xd8\xb7\xdf", 8));
+    EXPECT_EQ(encodeUtf16("A\n氏𠮷"),
+        std::string("\xff\xfe\x41\x00\x0a\x00\x0f\x6c\x42\xd8\xb7\xdf", 12));
 }

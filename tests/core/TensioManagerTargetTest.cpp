@@ -6,13 +6,12 @@ using namespace tensio;
 
 TEST(TensioManagerTarget, StepsStayOnTheGridThatTheUserSees)
 {
-    struct Row {
+    struct {
         float base;
         float percent;
         float step;
         float result;
-    };
-    std::vector<Row> const rows {{30.0f, 1.0f, 0.1f, 30.1f}, {10.0f, 1.0f, -0.1f, 10.0f},
+    } const rows[] {{30.0f, 1.0f, 0.1f, 30.1f}, {10.0f, 1.0f, -0.1f, 10.0f},
         {80.0f, 1.0f, 0.1f, 80.0f}, {33.3f, 0.7f, 0.1f, 23.4f / 0.7f}, {40.0f, 0.5f, -0.1f, 39.8f},
         {80.0f, 0.5f, 0.1f, 80.0f}, {0.0f, 1.0f, 0.1f, 10.0f}};
     for (auto const& [base, percent, step, result] : rows) {
@@ -25,25 +24,19 @@ TEST(TensioManagerTarget, StepsStayOnTheGridThatTheUserSees)
     }
 }
 
-TEST(TensioManagerTarget, LoadsTheDefaultAndKeepsEachChange)
+TEST(TensioManagerTarget, LoadsTheDefaultWithoutWritingAndKeepsEachChange)
 {
-    struct Row {
-        float stored;
-        float loaded;
-    };
-    for (auto const& [stored, loaded] :
-        std::vector<Row> {{0.0f, 30.0f}, {-5.0f, 30.0f}, {55.0f, 55.0f}, {32.5f, 32.5f}}) {
+    for (auto const& [stored, loaded] : {std::pair {-5.0f, 30.0f}, {32.5f, 32.5f}}) {
         Session session({{"target pressure", stored}});
         EXPECT_EQ(session.manager.defaultTargetPressure.value(), loaded);
-        EXPECT_EQ(session.userDefaults.stored["target pressure"], stored)
-            << "loading does not write";
+        EXPECT_EQ(session.userDefaults.synchronizations, 0);
         session.manager.defaultTargetPressure.setValue(45.0f);
         EXPECT_EQ(session.userDefaults.stored["target pressure"], 45.0f);
         EXPECT_EQ(session.userDefaults.synchronizations, 1);
     }
 }
 
-TEST(TensioManagerTarget, OffersFifteenDefaultsAndChecksTheOneInForce)
+TEST(TensioManagerTarget, OffersFifteenDefaultsAndChecksTheChosenOne)
 {
     Session session;
     FakeMenu menu;
