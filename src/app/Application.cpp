@@ -25,6 +25,8 @@ Application::Application()
         m_delegate.applicationShouldTerminateAfterLastWindowClosed());
     m_subscriptions.push_back(m_tensioManager.serialPortManager.isSimulated.observe(
         [this](bool isSimulated) { m_pdfRenderer.setSimulated(isSimulated); }));
+    m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
+        [this](bool isMeasuring) { m_sleepInhibitor.setInhibited(isMeasuring); }));
     connect(qApp, &QCoreApplication::aboutToQuit, this,
         [this] { m_delegate.applicationWillTerminate(); });
 }

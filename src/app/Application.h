@@ -12,6 +12,7 @@
 #include "platform/qt/QtSaving.h"
 #include "platform/qt/QtScreen.h"
 #include "platform/qt/QtSerialPortList.h"
+#include "platform/qt/QtSleepInhibitor.h"
 #include "platform/qt/QtUserDefaults.h"
 #include "printing/PageDrawing.h"
 #include "printing/PrintPreviewController.h"
@@ -52,6 +53,7 @@ private:
     QPageLayout m_pageLayout {defaultPageLayout()};
     QtPdfRenderer m_pdfRenderer {m_pageLayout};
     QtPrintPanels m_printPanels;
+    QtSleepInhibitor m_sleepInhibitor;
     TensioManager m_tensioManager {m_ports, m_runLoop, m_clock, m_userDefaults,
         {m_csvReport, m_pdfRenderer, m_savePanel, m_fileWriter, m_screen, m_alerts}};
     QMenu m_defaultTargetMenu;

@@ -1,0 +1,91 @@
+#include "platform/qt/QtSleepInhibitor.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+
+#include <utility>
+
+namespace tensio {
+
+namespace {
+
+constexpr int timeout = 5000; // ms
+QString const program = QStringLiteral("tensio");
+QString const reason = QStringLiteral("舌圧の測定中");
+
+QDBusMessage screenSaverCall(QString const& method)
+{
+    auto const name = QStringLiteral("org.freedesktop.ScreenSaver");
+    return QDBusMessage::createMethodCall(
+        name, QStringLiteral("/org/freedesktop/ScreenSaver"), name, method);
+}
+
+} // namespace
+
+QtSleepInhibitor::QtSleepInhibitor(Bus session, Bus system)
+    : m_session(std::move(session))
+    , m_system(std::move(system))
+{
+}
+
+QtSleepInhibitor::~QtSleepInhibitor()
+{
+    setInhibited(false);
+}
+
+void QtSleepInhibitor::setInhibited(bool isInhibited)
+{
+    if (isInhibited == std::exchange(m_isInhibited, isInhibited))
+        return;
+    if (isInhibited) {
+        ++m_request;
+        inhibitScreenSaver();
+        return;
+    }
+    m_lock = {};
+    if (m_cookie)
+        release(*std::exchange(m_cookie, std::nullopt));
+}
+
+void QtSleepInhibitor::inhibitScreenSaver()
+{
+    auto call = screenSaverCall(QStringLiteral("Inhibit"));
+    call << program << reason;
+    auto* answer = new QDBusPendingCallWatcher(m_session().asyncCall(call, timeout), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, request = m_request] {
+        answer->deleteLater();
+        QDBusPendingReply<quint32> const cookie(*answer);
+        if (cookie.isError() && isCurrent(request))
+            inhibitLoginManager();
+        else if (!cookie.isError() && isCurrent(request))
+            m_cookie = cookie.value();
+        else if (!cookie.isError())
+            release(cookie.value());
+    });
+}
+
+void QtSleepInhibitor::inhibitLoginManager()
+{
+    auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.login1"),
+        QStringLiteral("/org/freedesktop/login1"), QStringLiteral("org.freedesktop.login1.Manager"),
+        QStringLiteral("Inhibit"));
+    call << QStringLiteral("sleep:idle") << program << reason << QStringLiteral("block");
+    auto* answer = new QDBusPendingCallWatcher(m_system().asyncCall(call, timeout), this);
+    connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, request = m_request] {
+        answer->deleteLater();
+        // A late lock goes with its answer.
+        QDBusPendingReply<QDBusUnixFileDescriptor> const lock(*answer);
+        if (!lock.isError() && isCurrent(request))
+            m_lock = lock.value();
+    });
+}
+
+void QtSleepInhibitor::release(quint32 cookie)
+{
+    auto call = screenSaverCall(QStringLiteral("UnInhibit"));
+    call << cookie;
+    m_session().asyncCall(call, timeout);
+}
+
+} // namespace tensio
