@@ -1,5 +1,7 @@
 #include "app/Application.h"
 
+#include "app/PastSessionsWindow.h"
+#include "core/DateText.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/WaylandWindowSizes.h"
 #include "toolkit/StyleSheet.h"
@@ -15,6 +17,19 @@
 
 namespace tensio {
 
+namespace {
+
+QString titleOf(SessionSummary const& session)
+{
+    auto const date = QString::fromStdString(formatLocalTime(session.start, "%Y/%m/%d %H:%M"));
+    QString title = QString::fromStdString(session.name) + QStringLiteral("　") + date;
+    if (session.isSimulated)
+        title += QStringLiteral("（模擬装置）");
+    return title;
+}
+
+} // namespace
+
 Application::Application()
 {
     m_screen.setMainWindow(window());
@@ -27,8 +42,25 @@ Application::Application()
         [this](bool isSimulated) { m_pdfRenderer.setSimulated(isSimulated); }));
     m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
         [this](bool isMeasuring) { m_sleepInhibitor.setInhibited(isMeasuring); }));
+    keepSessions();
     connect(qApp, &QCoreApplication::aboutToQuit, this,
         [this] { m_delegate.applicationWillTerminate(); });
+}
+
+void Application::keepSessions()
+{
+    m_windowController.showNotices(m_sessionRecorder, m_sessionStore);
+    m_mainMenu.addPastSessions(m_sessionRecorder.canOpen, [this] { openPastSessions(); });
+    m_subscriptions.push_back(m_sessionRecorder.pastSession.observe([this](auto const& session) {
+        m_windowController.showPastSessionInTitle(session ? titleOf(*session) : QString());
+    }));
+}
+
+void Application::openPastSessions()
+{
+    auto* sessions = new PastSessionsWindow(m_sessionRecorder, m_sessionStore, window());
+    sessions->setAttribute(Qt::WA_DeleteOnClose);
+    sessions->open();
 }
 
 void Application::print(ReportKind kind)

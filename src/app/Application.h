@@ -4,6 +4,7 @@
 #include "app/MainMenu.h"
 #include "app/MainWindowController.h"
 #include "core/DeviceRecord.h"
+#include "core/SessionRecorder.h"
 #include "core/TensioManager.h"
 #include "output/CsvReport.h"
 #include "platform/qt/MainQueue.h"
@@ -12,6 +13,7 @@
 #include "platform/qt/QtSaving.h"
 #include "platform/qt/QtScreen.h"
 #include "platform/qt/QtSerialPortList.h"
+#include "platform/qt/QtSessionStore.h"
 #include "platform/qt/QtSleepInhibitor.h"
 #include "platform/qt/QtUserDefaults.h"
 #include "printing/PageDrawing.h"
@@ -39,6 +41,9 @@ public:
 
 private:
     void print(ReportKind kind);
+    bool isSimulated() { return m_tensioManager.serialPortManager.isSimulated.value(); }
+    void keepSessions();
+    void openPastSessions();
 
     MainQueue m_mainQueue;
     QtRunLoop m_runLoop {m_mainQueue};
@@ -56,6 +61,9 @@ private:
     QtSleepInhibitor m_sleepInhibitor;
     TensioManager m_tensioManager {m_ports, m_runLoop, m_clock, m_userDefaults,
         {m_csvReport, m_pdfRenderer, m_savePanel, m_fileWriter, m_screen, m_alerts}};
+    QtSessionStore m_sessionStore;
+    SessionRecorder m_sessionRecorder {
+        m_tensioManager, m_sessionStore, m_runLoop, m_clock, [this] { return isSimulated(); }};
     QMenu m_defaultTargetMenu;
     MainWindowController m_windowController {m_tensioManager, m_runLoop, m_alerts};
     // While the preview is open.

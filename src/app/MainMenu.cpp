@@ -51,6 +51,19 @@ void MainMenu::addFileMenu()
     quit->setMenuRole(QAction::QuitRole);
 }
 
+void MainMenu::addPastSessions(MutableProperty<bool>& canOpen, std::function<void()> open)
+{
+    auto& menu = *m_window.findChild<QMenu*>(QStringLiteral("fileMenu"));
+    auto* command = new QAction(QStringLiteral("以前の測定を開く(&O)…"), this);
+    command->setShortcut(QKeySequence::Open);
+    connect(command, &QAction::triggered, this, std::move(open));
+    auto* const first = menu.actions().constFirst();
+    menu.insertAction(first, command);
+    menu.insertSeparator(first);
+    m_subscriptions.push_back(
+        canOpen.observe([command](bool isPossible) { command->setEnabled(isPossible); }));
+}
+
 void MainMenu::addPrintMenu()
 {
     m_printMenu = m_window.menuBar()->addMenu(QStringLiteral("印刷(&P)"));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "reactive/MutableProperty.h"
 #include "reactive/Subscription.h"
 
 #include <QKeySequence>
@@ -25,6 +26,9 @@ public:
     MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, AppDelegate& delegate,
         TensioManager& tensioManager);
     ~MainMenu() override = default;
+
+    // The command that opens a stored session, enabled while that is possible.
+    void addPastSessions(MutableProperty<bool>& canOpen, std::function<void()> open);
 
     // The commands that print.
     QMenu& printMenu() { return *m_printMenu; }

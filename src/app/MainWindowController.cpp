@@ -35,9 +35,24 @@ void MainWindowController::fitToDesign()
 
 void MainWindowController::showSimulationInTitle(bool isSimulated)
 {
-    m_window.setWindowTitle(isSimulated
-            ? QStringLiteral("tensio — 模擬装置（実際の測定ではありません）")
-            : QStringLiteral("tensio"));
+    m_isSimulated = isSimulated;
+    updateTitle();
+}
+
+void MainWindowController::showPastSessionInTitle(QString const& session)
+{
+    m_pastSession = session;
+    updateTitle();
+}
+
+void MainWindowController::updateTitle()
+{
+    auto title = QStringLiteral("tensio");
+    if (m_isSimulated)
+        title += QStringLiteral(" — 模擬装置（実際の測定ではありません）");
+    if (!m_pastSession.isEmpty())
+        title += QStringLiteral(" — 以前の測定：") + m_pastSession;
+    m_window.setWindowTitle(title);
 }
 
 } // namespace tensio

@@ -15,6 +15,12 @@ public:
     MainWindowController(TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts);
 
     MainWindow& window() { return m_window; }
+    // Which stored session the window shows; empty when it shows the latest connection's.
+    void showPastSessionInTitle(QString const& session);
+    void showNotices(SessionRecorder& recorder, SessionStore& store)
+    {
+        m_contentController.showNotices(recorder, store);
+    }
     // What the header's print button opens. Not owned; must outlive the window's use.
     void setPrintMenu(QMenu& menu) { m_contentController.setPrintMenu(menu); }
     // The size at which the content stands as it was designed; once the menu bar is filled.
@@ -24,9 +30,12 @@ private:
     void windowDidLoad();
     // Simulated readings must never pass for a subject's.
     void showSimulationInTitle(bool isSimulated);
+    void updateTitle();
 
     MainWindow m_window;
     TensioViewController m_contentController;
+    bool m_isSimulated = false;
+    QString m_pastSession;
     Subscriptions m_subscriptions;
 };
 

@@ -5,6 +5,7 @@
 #include "panels/HeaderViewController.h"
 #include "panels/HistoryViewController.h"
 #include "panels/InfoControlsViewController.h"
+#include "panels/SessionNotices.h"
 #include "toolkit/DesignFrame.h"
 #include "ui_Tensio.h"
 
@@ -72,6 +73,12 @@ void TensioViewController::fit(QSizeF size)
 void TensioViewController::setPrintMenu(QMenu& menu)
 {
     m_header->setPrintMenu(menu);
+}
+
+void TensioViewController::showNotices(SessionRecorder& recorder, SessionStore& store)
+{
+    m_sessionNotices = std::make_unique<SessionNotices>(
+        m_tensioManager, recorder, store, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
 }
 
 } // namespace tensio

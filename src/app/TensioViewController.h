@@ -20,6 +20,9 @@ class HeaderViewController;
 class HistoryViewController;
 class InfoControlsViewController;
 class RunLoop;
+class SessionNotices;
+class SessionRecorder;
+class SessionStore;
 class TensioManager;
 class VisualFeedbackViewController;
 
@@ -44,6 +47,8 @@ public:
     // Scales the design uniformly to the size, in the window's units, and centres it.
     void fit(QSizeF size);
     void setPrintMenu(QMenu& menu);
+    // Says what the user is to know of the stored sessions. Both must outlive the controller.
+    void showNotices(SessionRecorder& recorder, SessionStore& store);
 
 private:
     void viewDidLoad(RunLoop& runLoop, Alerts& alerts);
@@ -57,6 +62,7 @@ private:
     std::unique_ptr<InfoControlsViewController> m_infoControls;
     std::unique_ptr<HistoryViewController> m_history;
     Subscription m_simulation;
+    std::unique_ptr<SessionNotices> m_sessionNotices;
     Subscriptions m_subscriptions;
 };
 

@@ -5,10 +5,10 @@
 
 using namespace tensio;
 
-TEST(Program, EndsWithItsWindowAndClosesThePort)
+TEST(Program, EndsWithItsWindowClosesThePortAndKeepsTheSession)
 {
     for (std::string const moment : {"idle", "dialog open", "measuring"}) {
-        Program const program;
+        Program program;
         QTimer::singleShot(0, &program.application->window(), [&] {
             if (moment == "dialog open") {
                 program.click("startButton");
@@ -22,6 +22,8 @@ TEST(Program, EndsWithItsWindowAndClosesThePort)
         QTimer::singleShot(std::chrono::seconds(30), &patience, [] { QApplication::exit(1); });
         EXPECT_EQ(QApplication::exec(), 0) << moment;
         EXPECT_FALSE(program.terminal->hasReader()) << moment;
+        program.application.reset();
+        EXPECT_EQ(QtSessionStore().unsavedSession().has_value(), moment == "measuring");
     }
 }
 

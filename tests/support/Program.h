@@ -14,7 +14,8 @@
 
 namespace tensio {
 
-// The program as it is started, with a terminal published as the device and no settings. Alerts are
+// The program as it is started, with a terminal published as the device, no settings and no
+// stored sessions. Alerts are
 // noted and closed.
 class Program {
 public:
@@ -26,6 +27,7 @@ public:
     Program()
     {
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
+        qputenv("XDG_DATA_HOME", QFile::encodeName(folder.path()));
         plugIn();
         application = std::make_unique<Application>();
         application->window().show();

@@ -1,0 +1,59 @@
+#include "panels/SessionNotices.h"
+
+#include "core/DateText.h"
+#include "core/SessionRecorder.h"
+#include "core/TensioManager.h"
+#include "ui_StoreProblem.h"
+#include "ui_UnsavedSession.h"
+
+namespace tensio {
+
+SessionNotices::SessionNotices(TensioManager& tensioManager, SessionRecorder& recorder,
+    SessionStore& store, QWidget& unsavedView, QWidget& problemView)
+    : m_recorder(recorder)
+    , m_store(store)
+    , m_unsavedView(unsavedView)
+    , m_problemView(problemView)
+    , m_unsaved(std::make_unique<Ui::UnsavedSession>())
+    , m_problem(std::make_unique<Ui::StoreProblem>())
+{
+    m_unsaved->setupUi(&m_unsavedView);
+    m_problem->setupUi(&m_problemView);
+    connect(m_problem->hideProblemButton, &QPushButton::clicked, &m_problemView, &QWidget::hide);
+    m_subscriptions.push_back(
+        m_recorder.problem.observe([this](std::string const& problem) { showProblem(problem); }));
+    m_subscriptions.push_back(
+        tensioManager.isMeasuring.observeChanges([this](bool) { m_unsavedView.hide(); }));
+    if (auto const unsaved = m_store.unsavedSession())
+        showUnsaved(*unsaved);
+}
+
+SessionNotices::~SessionNotices() = default;
+
+void SessionNotices::showUnsaved(SessionSummary const& session)
+{
+    m_unsaved->unsavedDetailLabel->setText(
+        QStringLiteral("%1　%2　%3回")
+            .arg(QString::fromStdString(session.name),
+                QString::fromStdString(formatLocalTime(session.start, "%Y/%m/%d %H:%M")))
+            .arg(session.count));
+    connect(m_unsaved->openUnsavedButton, &QPushButton::clicked, this, [this, id = session.id] {
+        if (m_recorder.open(id))
+            m_store.putAside(id);
+        else
+            showProblem("この測定は読み込めませんでした。管理者に知らせてください。");
+    });
+    connect(m_unsaved->putAsideButton, &QPushButton::clicked, this, [this, id = session.id] {
+        m_store.putAside(id);
+        m_unsavedView.hide();
+    });
+    m_unsavedView.show();
+}
+
+void SessionNotices::showProblem(std::string const& problem)
+{
+    m_problem->storeProblemLabel->setText(QString::fromStdString(problem));
+    m_problemView.setVisible(!problem.empty());
+}
+
+} // namespace tensio

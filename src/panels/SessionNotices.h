@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/SessionStore.h"
+#include "reactive/Subscription.h"
+
+#include <QObject>
+
+#include <memory>
+
+class QWidget;
+
+namespace Ui {
+class StoreProblem;
+class UnsavedSession;
+} // namespace Ui
+
+namespace tensio {
+
+class SessionRecorder;
+class TensioManager;
+
+// What the window says of the stored sessions without holding anything up: after the start, that
+// the last one was not saved, until a session stands in the history; and what keeps the store from
+// storing.
+class SessionNotices : public QObject {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(SessionNotices)
+
+public:
+    // Nothing is owned; all must outlive the notices.
+    SessionNotices(TensioManager& tensioManager, SessionRecorder& recorder, SessionStore& store,
+        QWidget& unsavedView, QWidget& problemView);
+    ~SessionNotices() override;
+
+private:
+    void showUnsaved(SessionSummary const& session);
+    void showProblem(std::string const& problem);
+
+    SessionRecorder& m_recorder;
+    SessionStore& m_store;
+    QWidget& m_unsavedView;
+    QWidget& m_problemView;
+    std::unique_ptr<Ui::UnsavedSession> m_unsaved;
+    std::unique_ptr<Ui::StoreProblem> m_problem;
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio
