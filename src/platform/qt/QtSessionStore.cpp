@@ -21,6 +21,12 @@ qint64 stored(Date date)
     return std::chrono::duration_cast<std::chrono::microseconds>(date.time_since_epoch()).count();
 }
 
+// SQLite has no float; the driver would make text of it.
+double stored(float pressure)
+{
+    return static_cast<double>(pressure);
+}
+
 Date dateOf(QVariant const& microseconds)
 {
     return Date(std::chrono::duration_cast<Date::duration>(
@@ -79,8 +85,8 @@ std::optional<SessionId> QtSessionStore::begin(SessionHead const& head)
         auto* const inserted = m_database.run(
             QStringLiteral("INSERT INTO session (start, name, target, percent, simulated) "
                            "VALUES (?, ?, ?, ?, ?)"),
-            {stored(head.start), QString::fromStdString(head.name), head.target, head.targetPercent,
-                head.isSimulated});
+            {stored(head.start), QString::fromStdString(head.name), stored(head.target),
+                stored(head.targetPercent), head.isSimulated});
         id = inserted ? inserted->lastInsertId().toLongLong() : 0;
         return id != 0;
     });
@@ -92,13 +98,13 @@ bool QtSessionStore::write(SessionId session, MeasurementPart const& part)
     return m_database.change(part.isFinished ? Durability::PowerCut : Durability::ProgramEnd, [&] {
         return m_database.run(
                    QStringLiteral("INSERT OR REPLACE INTO measurement VALUES (?, ?, ?, ?, ?, ?)"),
-                   {session, part.number, part.best, part.target, stored(part.timeStamp),
-                       part.isFinished})
+                   {session, part.number, stored(part.best), stored(part.target),
+                       stored(part.timeStamp), part.isFinished})
             && writePoints(session, part)
             && m_database.run(
                 QStringLiteral("UPDATE session SET count = max(count, ?), best = max(best, ?) "
                                "WHERE id = ?"),
-                {part.number, part.best, session});
+                {part.number, stored(part.best), session});
     });
 }
 
@@ -118,8 +124,10 @@ bool QtSessionStore::writePoints(SessionId session, MeasurementPart const& part)
 
 bool QtSessionStore::end(SessionId session, Date date)
 {
-    bool const isDone = changeDurably(
-        QStringLiteral("UPDATE session SET ended = ? WHERE id = ?"), {stored(date), session});
+    bool const isDone = m_database.change(Durability::ProgramEnd, [&] {
+        return m_database.run(
+            QStringLiteral("UPDATE session SET ended = ? WHERE id = ?"), {stored(date), session});
+    });
     m_database.tidyUp();
     return isDone;
 }

@@ -24,6 +24,7 @@ struct Place {
         std::vector<float> const points(50, best);
         EXPECT_TRUE(id && store.write(*id, {1, best, 20.0f, {}, false, 0, points}));
         EXPECT_TRUE(store.write(*id, {1, best, 20.0f, {}, true, 50, std::vector {-1.0f}}));
+        EXPECT_TRUE(store.write(*id, {2, best - 10.0f, 20.0f, {}, true, 0, points}));
         return id.value_or(0);
     }
     void spoil(QByteArray const& bytes, qint64 from) const
@@ -43,7 +44,7 @@ TEST(QtSessionStore, GivesBackWhatWasWrittenAndMarked)
     auto const second = place.addSession("鈴木", 50.5f);
     QtSessionStore store(place.path);
     auto const loaded = store.load(first);
-    ASSERT_TRUE(loaded && loaded->measurements.size() == 1);
+    ASSERT_TRUE(loaded && loaded->measurements.size() == 2);
     auto const& measurement = loaded->measurements.front();
     EXPECT_EQ(measurement.points.size(), 51U);
     EXPECT_EQ(measurement.points.back(), -1.0f);
@@ -53,7 +54,7 @@ TEST(QtSessionStore, GivesBackWhatWasWrittenAndMarked)
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(std::tuple(found[0].id, found[0].best, found[0].count, found[0].isSaved,
                   found[0].isSimulated, found[0].start),
-        std::tuple(second, 50.5f, 1, false, true, Date(std::chrono::seconds(5))));
+        std::tuple(second, 50.5f, 2, false, true, Date(std::chrono::seconds(5))));
     EXPECT_EQ(store.sessions("yama").size(), 1U);
     ASSERT_TRUE(store.unsavedSession());
     EXPECT_EQ(store.unsavedSession()->id, second);
