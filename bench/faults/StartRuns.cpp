@@ -13,7 +13,7 @@ TEST(StartRuns, NeitherFontsNorAHomeAreNeededToStart)
     for (auto const& [homePath, fonts] : std::vector<Row> {
              {home.path(), QStringLiteral("/dev/null")}, {QStringLiteral("/nowhere"), QString()}}) {
         auto environment = QProcessEnvironment::systemEnvironment();
-        for (auto const* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_RUNTIME_DIR"})
+        for (auto const* variable : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_RUNTIME_DIR"})
             environment.insert(QString::fromLatin1(variable), homePath);
         if (!fonts.isEmpty())
             environment.insert(QStringLiteral("FONTCONFIG_FILE"), fonts);

@@ -1,7 +1,7 @@
 #include "app/PastSessionsModel.h"
 
 #include "core/DateText.h"
-#include "core/NumberFormat.h"
+#include "core/NumberText.h"
 
 #include <array>
 #include <utility>

@@ -1,8 +1,10 @@
+#include "Crash.h"
 #include "Gallery.h"
 #include "LatencyMeter.h"
 #include "Session.h"
 #include "app/Application.h"
 
+#include <QTemporaryDir>
 #include <QTimer>
 
 #include <cstdio>
@@ -20,11 +22,15 @@ constexpr auto usage
 int play(
     tensio::Application& application, tensio::LatencyMeter& meter, QStringList const& arguments)
 {
-    bool const isGallery = arguments.at(1) == QStringLiteral("--gallery");
-    auto const folder = isGallery ? arguments.value(2) : arguments.at(1);
+    auto const mode = arguments.at(1);
+    auto const folder = mode.startsWith(u'-') ? arguments.value(2) : mode;
     try {
-        if (isGallery)
+        if (mode == QStringLiteral("--gallery"))
             tensio::Gallery(application, folder).show();
+        else if (mode == tensio::measureUntilKilledOption)
+            tensio::measureUntilKilled(application, folder);
+        else if (mode == tensio::recoverOption)
+            tensio::recover(application, folder);
         else
             tensio::Session(application, meter, folder, arguments.value(2).toInt()).play();
     } catch (tensio::DemoFailure const& failure) {
@@ -47,6 +53,13 @@ int main(int argc, char** argv)
         return 2;
     }
     tensio::prepareLook();
+    // The sessions of the person at the machine stay out of it.
+    QTemporaryDir const data;
+    auto const mode = QApplication::arguments().at(1);
+    if (mode != tensio::measureUntilKilledOption && mode != tensio::recoverOption)
+        qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
+    if (!mode.startsWith(u'-') && !tensio::hasSurvivedACrash(mode))
+        return 1;
     tensio::Application application;
     application.window().show();
     QTimer::singleShot(

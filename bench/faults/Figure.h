@@ -1,0 +1,14 @@
+#pragma once
+
+#include <cstdio>
+#include <string>
+
+namespace tensio {
+
+// What a long run reached; tools/check-faults prints it.
+inline void report(std::string const& figure)
+{
+    std::printf("figure: %s\n", figure.c_str());
+}
+
+} // namespace tensio

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <QString>
+
+namespace tensio {
+
+class Application;
+
+// How tensio-demo starts itself anew.
+inline auto const measureUntilKilledOption = QStringLiteral("--measure-until-killed");
+inline auto const recoverOption = QStringLiteral("--recover");
+
+// Lets another tensio-demo measure, kills it in mid-session, and lets a third one open what it had
+// recorded. Before this program's own Application, which would keep the store to itself.
+bool hasSurvivedACrash(QString const& folder);
+
+void measureUntilKilled(Application& application, QString const& folder);
+// Throws DemoFailure when the session is not there.
+void recover(Application& application, QString const& folder);
+
+} // namespace tensio
