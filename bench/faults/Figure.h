@@ -5,7 +5,7 @@
 
 namespace tensio {
 
-// What a long run reached; tools/check-faults prints it.
+// What a long run reached.
 inline void report(std::string const& figure)
 {
     std::printf("figure: %s\n", figure.c_str());

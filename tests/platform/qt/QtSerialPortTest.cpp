@@ -2,6 +2,7 @@
 
 #include "core/DeviceRecord.h"
 #include "platform/qt/MainQueue.h"
+#include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtRunLoop.h"
 #include "platform/qt/QtSerialPortList.h"
 #include "support/HangUpFlood.h"
@@ -10,11 +11,13 @@
 #include "support/RuntimeFolder.h"
 #include "support/UnprivilegedUser.h"
 
+#include <QApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
 #include <QTimer>
+#include <QWidget>
 
 #include <functional>
 #include <gtest/gtest.h>
@@ -30,6 +33,7 @@ struct Listener : SerialPortDelegate {
     std::string data;
     std::vector<std::string> events;
     std::vector<std::string> chunks;
+    std::function<void()> onData;
 
     void serialPortWasOpened() override { events.emplace_back("opened"); }
     void serialPortDidReceiveData(std::string_view bytes) override
@@ -38,6 +42,8 @@ struct Listener : SerialPortDelegate {
             events.emplace_back("data");
         data += bytes;
         chunks.emplace_back(bytes);
+        if (onData)
+            onData();
     }
     void serialPortDidEncounterError(ErrorRef error) override
     {
@@ -289,29 +295,37 @@ TEST(QtSerialPortList, ListsVirtualPortsByTheNameOfTheirLink)
     EXPECT_TRUE(ports.back()->isVirtual());
 }
 
-TEST(QtSerialPortList, APanelHoldsRecordsBackButDoesNotMixThemWithNoise)
+TEST(QtSerialPortList, APanelOpenedByARecordHoldsLaterOnesBackButDoesNotMixThemWithNoise)
 {
     Published published;
-    auto const& data = published.line.listener.data;
+    auto& chunks = published.line.listener.chunks;
     TerminalWatch const watch(published.line.terminal);
+    QtAlerts alerts(published.line.queue);
+    auto const writeWhileOpen = [&] {
+        for (auto const* bytes : {"#+0202b", "+0303c"}) {
+            published.line.terminal.write(bytes);
+            watch.waitForUnread(1);
+            ASSERT_TRUE(QTest::qWaitFor([&] { return watch.unread() == 0; }));
+            // Falls due after the port's own silence.
+            QTimer later;
+            later.setSingleShot(true);
+            later.start(40);
+            ASSERT_TRUE(QTest::qWaitFor([&] { return !later.isActive(); }));
+        }
+        chunks.emplace_back("closed");
+        QApplication::activeModalWidget()->close();
+    };
+    published.line.listener.onData = [&] {
+        if (chunks.size() > 1)
+            return;
+        QTimer::singleShot(0, writeWhileOpen);
+        alerts.runModal(AlertStyle::Warning, "開く", {"OK"});
+    };
     auto const port = published.list.availablePorts().back();
     port->setDelegate(&published.line.listener);
     port->open();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return !published.line.listener.events.empty(); }));
-
-    auto hold = published.line.queue.hold();
-    for (auto const* bytes : {"#+0101a", "+0202b"}) {
-        published.line.terminal.write(bytes);
-        watch.waitForUnread(1);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return watch.unread() == 0; }));
-        // Falls due after the port's own silence.
-        QTimer later;
-        later.setSingleShot(true);
-        later.start(40);
-        ASSERT_TRUE(QTest::qWaitFor([&] { return !later.isActive(); }));
-    }
-    EXPECT_TRUE(data.empty());
-    hold.end();
-    ASSERT_TRUE(QTest::qWaitFor([&] { return data.size() == 13; }));
-    EXPECT_EQ(published.line.listener.chunks, (Texts {"#+0101a", "+0202b"}));
+    ASSERT_TRUE(published.line.hears("opened"));
+    published.line.terminal.write("+0101a");
+    ASSERT_TRUE(QTest::qWaitFor([&] { return chunks.size() >= 4; }));
+    EXPECT_EQ(chunks, (Texts {"+0101a", "closed", "#+0202b", "+0303c"}));
 }
