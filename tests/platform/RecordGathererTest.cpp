@@ -58,6 +58,7 @@ TEST(RecordGatherer, KeepsWhatIsNoRecordApartFromTheNextBurst)
         Texts chunks;
     } const cases[] {
         {"a stray byte before a record", {"#+0101a", "+0202b"}, {"#+0101a", "+0202b"}},
+        {"an extra byte before a cut record", {"#+0101", "+0202b"}, {"+0202b"}},
         {"a lost digit", {"+011a+0202b", "+0303c"}, {"+011a+0202b", "+0303c"}},
         {"a beginning twice lost", {"+0101a+01", "+02", "+0303c"},
             {"+0101a", "+01", "+02", "+0303c"}},
