@@ -34,7 +34,7 @@ HistorySlice::HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measure
     , m_tensioManager(tensioManager)
     , m_measurement(std::move(measurement))
     , m_numberText(QString::number(m_measurement->number))
-    , m_pressureText(QString::fromStdString(pressureText(*m_measurement->bestPressure)))
+    , m_pressureText(QString::fromStdString(tensio::pressureText(*m_measurement->bestPressure)))
     , m_dateString(QString::fromStdString(formatLocalTime(*m_measurement->timeStamp, "%H:%M:%S")))
 {
     auto const size = m_bgImage.size();

@@ -26,7 +26,7 @@ qsizetype endOfCharacters(QString const& text, int count)
     return finder.position() == -1 ? text.size() : finder.position();
 }
 
-QString pressureText(float pressure)
+QString enteredPressure(float pressure)
 {
     return QString::fromStdString(pressureText(pressure));
 }
@@ -75,7 +75,7 @@ UserInfoViewController::~UserInfoViewController()
 void UserInfoViewController::viewDidLoad()
 {
     m_ui->nameInput->setValidator(new NameValidator(m_ui->nameInput));
-    m_ui->pressureInput->setText(pressureText(m_tensioManager.defaultTargetPressure.value()));
+    m_ui->pressureInput->setText(enteredPressure(m_tensioManager.defaultTargetPressure.value()));
     m_ui->nameInput->setText(QString::fromStdString(m_tensioManager.username.value()));
     m_subscriptions.push_back(m_tensioManager.connectAction.observe([this](auto const& event) {
         if (std::holds_alternative<ValueEvent<Nothing>>(event))
@@ -146,7 +146,7 @@ void UserInfoViewController::decPressureAction()
 void UserInfoViewController::changePressure(float step)
 {
     if (auto const pressure = readPressure(*m_ui->pressureInput))
-        m_ui->pressureInput->setText(pressureText(clampedTarget(*pressure + step)));
+        m_ui->pressureInput->setText(enteredPressure(clampedTarget(*pressure + step)));
     m_ui->pressureInput->setFocus();
 }
 
@@ -182,7 +182,7 @@ bool UserInfoViewController::acceptPressure()
         return true;
     bool const isNumber = pressure && !std::isnan(*pressure);
     if (isNumber)
-        m_ui->pressureInput->setText(pressureText(valid));
+        m_ui->pressureInput->setText(enteredPressure(valid));
     refuse(*m_ui->pressureInput, *m_ui->pressureHint);
     return false;
 }
