@@ -62,7 +62,7 @@ struct Strip {
 TEST(History, ATileSaysNumberPressureAndTime)
 {
     Strip strip({20.0});
-    strip.session.clock.date = Date(std::chrono::seconds(1709629503));
+    strip.session.clock.date = ManualClock::localTime("2024-03-05 09:05:03");
     strip.session.press({35.24});
     auto const* tile = strip.tiles().at(1);
     EXPECT_EQ(tile->numberText(), QStringLiteral("2"));
