@@ -3,8 +3,8 @@
 #include "app/PastSessionsWindow.h"
 #include "core/DateText.h"
 #include "toolkit/Accessible.h"
-#include "toolkit/WaylandWindowSizes.h"
 #include "toolkit/StyleSheet.h"
+#include "toolkit/WaylandWindowSizes.h"
 
 #include <QApplication>
 #include <QFont>
