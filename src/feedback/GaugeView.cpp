@@ -64,7 +64,7 @@ void GaugeView::drawLine(QPainter& painter, float pressure, QColor const& color)
 {
     auto const size = designFrame(*this).size();
     auto const y = std::round(fractionOf(pressure) * size.height());
-    // On the border, of which the clip may leave a sliver at fractional scales.
+    // Skip lines on the border: at fractional scales the clip would leave a sliver.
     if (y <= 0.0 || y >= size.height())
         return;
     painter.setPen(QPen(color, 4.0, Qt::SolidLine, Qt::FlatCap));

@@ -16,6 +16,7 @@ namespace tensio {
 namespace {
 
 constexpr double border = 2.0;
+constexpr double farAway = 1e6;
 // Half a frame of the screen; the other half belongs to the rest of the window.
 constexpr Seconds sliceLength {0.008};
 
@@ -36,7 +37,10 @@ void keepAtHeight(ImageView& image, double y)
 {
     auto const parentHeight = designFrame(*image.parentWidget()).height();
     auto const frame = designFrame(image);
-    auto const moved = flipped(QRectF(frame.x(), y, frame.width(), frame.height()), parentHeight);
+    // A widget's place is whole pixels, which cannot be infinite.
+    auto const place = std::isnan(y) ? 0.0 : std::clamp(y, -farAway, farAway);
+    auto const moved
+        = flipped(QRectF(frame.x(), place, frame.width(), frame.height()), parentHeight);
     if (moved != frame)
         setDesignFrame(image, moved);
 }
@@ -161,18 +165,19 @@ void GraphView::drawGrid(QPainter& painter) const
 
 void GraphView::drawLine(QPainter& painter, double y, QColor const& color) const
 {
-    auto const width = designFrame(*this).width();
+    auto const size = designFrame(*this).size();
+    // Skip lines on the border: at fractional scales the clip would leave a sliver.
+    if (!(y > 0.0 && y < size.height()))
+        return;
     painter.setPen(QPen(color, 4.0, Qt::SolidLine, Qt::FlatCap));
-    painter.drawLine(QPointF(0.0, y), QPointF(width, y));
+    painter.drawLine(QPointF(0.0, y), QPointF(size.width(), y));
 }
 
 double GraphView::heightOf(float pressure) const
 {
     auto const height = designFrame(*this).height();
-    auto const y
-        = static_cast<double>(pressure) / static_cast<double>(upperBoundPressure.value()) * height;
-    // A reading may be anything, infinity included; far above the top is far enough.
-    return std::isnan(y) ? 0.0 : std::clamp(std::round(y), -height, 4.0 * height);
+    return std::round(
+        static_cast<double>(pressure) / static_cast<double>(upperBoundPressure.value()) * height);
 }
 
 void GraphView::placeMarkers()

@@ -106,7 +106,9 @@ QPolygonF Plotter::polyline(Path path, double fromX, double toX) const
         points << QPointF(0.0, 0.0);
     for (auto index = begin; index <= end; ++index) {
         auto const place = point(path, index);
-        points << QPointF(place.x(), std::clamp(place.y(), -farAway, farAway));
+        // The painter would never finish a line to nowhere.
+        auto const y = std::isnan(place.y()) ? baseline : place.y();
+        points << QPointF(place.x(), std::clamp(y, -farAway, farAway));
     }
     return points;
 }

@@ -104,8 +104,8 @@ void VisualFeedbackViewController::observeChanges()
     };
     onChange(m_viewModel.model.targetImage,
         [this](Picture const& image) { m_ui->targetPressureImage->setPicture(image); });
-    // Blinking may end between two readings, and its colour must not stay.
-    onChange(m_viewModel.model.targetColor, [this](QColor const&) { redraw(); });
+    // The end of a session stops the blinking without a further reading.
+    onChange(m_viewModel.isMeasuring, [this](bool) { redraw(); });
     onChange(m_viewModel.upperBoundPressure, [this](float upperBound) {
         redraw();
         layoutGaugeLabels(static_cast<double>(upperBound));

@@ -266,15 +266,31 @@ TEST(GraphView, DrawsGridAndLinesWhereTheyBelong)
         << "30 s have 31 lines, of which the first and the last lie under the border";
 }
 
-TEST(GraphView, KeepsTheMarkersLevelWithTheirLinesAtAnyScale)
+TEST(GraphView, HidesALineOnTheBorderAtEveryScaleWhileItsMarkerGoesThere)
 {
     Graph graph;
+    auto const nan = std::numeric_limits<float>::quiet_NaN();
+    auto const infinity = std::numeric_limits<float>::infinity();
+    auto const plain = [&](float pressure, QSize size) {
+        graph.view.maxPressure.setValue(pressure);
+        return graph.view.frame(size).copy();
+    };
+    for (double const scale : {0.75, 1.0, 1.25, 1.5}) {
+        auto const size = (designSize * scale).toSize();
+        auto const nowhere = plain(-80.0f, size);
+        for (float const pressure : {0.0f, 80.0f, infinity, nan})
+            EXPECT_EQ(plain(pressure, size), nowhere) << pressure << " at " << scale;
+    }
+    graph.view.plotter()->addPressurePoint(1.0f);
+    graph.view.plotter()->addPressurePoint(nan);
     graph.view.targetPressure.setValue(20.0f);
-    graph.view.maxPressure.setValue(std::numeric_limits<float>::infinity());
+    graph.view.maxPressure.setValue(800.0f);
     graph.view.grab();
-    // Half a marker below the graph's bottom the container begins, so the frame's own number puts
-    // it level.
+    // The container begins half a marker below the graph, so that the marker's middle is level.
     EXPECT_EQ(designFrame(graph.targetImage).center().y(), 462.0 - 110.0 - 11.0);
+    EXPECT_EQ(designFrame(graph.maxImage).center().y(), 462.0 - 4400.0 - 11.0);
+    graph.view.maxPressure.setValue(infinity);
+    graph.view.grab();
     EXPECT_LT(designFrame(graph.maxImage).bottom(), 0.0);
 }
 
