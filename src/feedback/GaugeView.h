@@ -1,40 +1,27 @@
 #pragma once
 
-#include "reactive/MutableProperty.h"
-#include "toolkit/Accessible.h"
-
-#include <QColor>
-#include <QWidget>
+#include "feedback/PressureView.h"
 
 namespace tensio {
 
-// The vertical gauge: a blue bar for the current pressure, scale lines every 5 kPa, lines at target
-// and maximum. It has no observers: its owner binds the values and asks for the redraw.
-class GaugeView
-    : public QWidget
-    , public Accessible {
+// The vertical gauge: a blue bar for the current pressure and scale lines every 5 kPa.
+class GaugeView : public PressureView {
     Q_OBJECT
 
 public:
-    using QWidget::QWidget;
-
-    MutableProperty<float> upperBoundPressure {0.0f};
-    MutableProperty<float> maxPressure {0.0f};
-    MutableProperty<float> targetPressure {0.0f};
-    MutableProperty<float> currentPressure {0.0f};
-    MutableProperty<QColor> targetColor {QColor()};
+    explicit GaugeView(QWidget* parent = nullptr);
 
     QAccessible::Role accessibleRole() const override { return QAccessible::ProgressBar; }
     std::optional<Value> accessibleValue() const override;
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    QRegion render() override;
+    void drawField(QPainter& painter) const override;
 
 private:
-    void drawBar(QPainter& painter) const;
-    void drawScale(QPainter& painter) const;
-    void drawLine(QPainter& painter, float pressure, QColor const& color) const;
-    double fractionOf(float pressure) const;
+    double barHeight() const;
+
+    double m_barHeight = 0.0;
 };
 
 } // namespace tensio

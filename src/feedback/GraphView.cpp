@@ -1,6 +1,7 @@
 #include "feedback/GraphView.h"
 
 #include "core/Measurement.h"
+#include "feedback/FrameBudget.h"
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
@@ -10,15 +11,16 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tensio {
 
 namespace {
 
-constexpr double border = 2.0;
-constexpr double farAway = 1e6;
 // Half a frame of the screen; the other half belongs to the rest of the window.
-constexpr Seconds sliceLength {0.008};
+constexpr Seconds frameBudget {0.008};
+// Out of sight. A widget's place is whole pixels, which cannot be infinite.
+constexpr double farAway = 1e6;
 
 std::vector<QColor> sweepColors()
 {
@@ -28,29 +30,27 @@ std::vector<QColor> sweepColors()
     return colors;
 }
 
-QRectF inside(QSizeF designSize)
+void placeAtHeight(ImageView& image, double height)
 {
-    return QRectF(QPointF(0.0, 0.0), designSize).adjusted(border, border, -border, -border);
-}
-
-void keepAtHeight(ImageView& image, double y)
-{
-    auto const parentHeight = designFrame(*image.parentWidget()).height();
+    auto const y = std::isnan(height) ? 0.0 : std::clamp(height, -farAway, farAway);
     auto const frame = designFrame(image);
-    // A widget's place is whole pixels, which cannot be infinite.
-    auto const place = std::isnan(y) ? 0.0 : std::clamp(y, -farAway, farAway);
-    auto const moved
-        = flipped(QRectF(frame.x(), place, frame.width(), frame.height()), parentHeight);
-    if (moved != frame)
-        setDesignFrame(image, moved);
+    auto const moved = flipped(QRectF(frame.x(), y, frame.width(), frame.height()),
+        designFrame(*image.parentWidget()).height());
+    setDesignFrame(image, moved);
 }
 
 } // namespace
+
+GraphView::GraphView(QWidget* parent)
+    : PressureView(80.0f, 10.0f, colorFromHexString(QStringLiteral("#001c58")), parent)
+{
+}
 
 void GraphView::setUp(ImageView& maxPressureImage, ImageView& targetPressureImage)
 {
     m_maxPressureImage = &maxPressureImage;
     m_targetPressureImage = &targetPressureImage;
+    m_markerHeights.reset();
     auto const size = designFrame(*this).size();
     m_plotter.emplace(sweepColors(), size.width(), size.height() - 2.0 * border, pointInterval);
     m_plotter->setUpperBoundPressure(upperBoundPressure.value());
@@ -58,89 +58,38 @@ void GraphView::setUp(ImageView& maxPressureImage, ImageView& targetPressureImag
     m_sweeps = {};
 }
 
-void GraphView::paintEvent(QPaintEvent* /*event*/)
+QRegion GraphView::render()
 {
-    QPainter painter(this);
-    // At a fractional scale the picture may end a pixel short of the view: the border goes on
-    // there.
-    painter.fillRect(QRect(width() - 1, 0, 1, height()), Qt::black);
-    painter.fillRect(QRect(0, height() - 1, width(), 1), Qt::black);
-    painter.drawImage(0, 0, frame(size() * devicePixelRatioF(), devicePixelRatioF()));
+    auto changed = changedField();
+    if (std::exchange(m_timeWindow, timeWindow.value()) != timeWindow.value())
+        changed = QRect({}, pictureSize());
+    renderField(changed);
     placeMarkers();
+    return changed | renderSweeps();
+}
+
+QRegion GraphView::renderSweeps()
+{
+    if (!m_plotter)
+        return {};
+    auto const budget = m_clock ? FrameBudget(*m_clock, frameBudget) : FrameBudget();
+    m_isSettled = m_sweeps.update(*m_plotter, pictureSize(), toDevice(), budget);
     if (!m_isSettled)
         Q_EMIT needsFrame();
+    return m_sweeps.changed();
 }
 
-TimeSlice GraphView::timeSlice() const
+void GraphView::copyTo(QPainter& painter, QRect area) const
 {
-    return m_clock ? TimeSlice(*m_clock, sliceLength) : TimeSlice();
+    PressureView::copyTo(painter, area);
+    auto const inner = area & insideBorder();
+    if (m_plotter && !inner.isEmpty())
+        painter.drawImage(inner, m_sweeps.picture(), inner);
 }
 
-QImage const& GraphView::frame(QSize size, double devicePixelRatio)
+void GraphView::drawField(QPainter& painter) const
 {
-    auto const toDevice = designToSurface(designFrame(*this).size(), size);
-    bool const isGroundNew = renewGround(size);
-    if (m_plotter)
-        m_isSettled = m_sweeps.update(*m_plotter, size, toDevice, timeSlice());
-    m_frame.setDevicePixelRatio(1.0);
-    auto const changed = isGroundNew ? QRect(QPoint(0, 0), size) : m_sweeps.changed();
-    if (!changed.isEmpty())
-        paint(changed, toDevice);
-    m_frame.setDevicePixelRatio(devicePixelRatio);
-    return m_frame;
-}
-
-void GraphView::paint(QRect area, QTransform const& toDevice)
-{
-    QPainter painter(&m_frame);
-    painter.setCompositionMode(QPainter::CompositionMode_Source);
-    painter.drawImage(area, m_background, area);
-    painter.setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setClipRect(wholePixels(toDevice.mapRect(inside(designFrame(*this).size()))) & area);
-    painter.setTransform(toDevice);
-    drawLine(painter, m_ground.targetHeight, m_ground.targetColor);
-    drawLine(painter, m_ground.maxHeight, colorFromHexString(QStringLiteral("#4dd736")));
-    painter.resetTransform();
-    if (m_plotter)
-        m_sweeps.draw(painter, *m_plotter);
-}
-
-bool GraphView::renewGround(QSize size)
-{
-    Ground const ground {size, upperBoundPressure.value(), timeWindow.value(),
-        heightOf(targetPressure.value()), targetColor.value(), heightOf(maxPressure.value())};
-    if (m_ground == ground)
-        return false;
-    bool const isGridNew = m_ground.size != size || m_ground.upperBound != ground.upperBound
-        || m_ground.timeWindow != ground.timeWindow;
-    if (isGridNew)
-        m_background = renderBackground(size);
-    if (m_ground.size != size)
-        m_frame = QImage(size, QImage::Format_RGB32);
-    m_ground = ground;
-    return true;
-}
-
-QImage GraphView::renderBackground(QSize size) const
-{
-    QImage background(size, QImage::Format_RGB32);
-    background.fill(Qt::black);
-    auto const designSize = designFrame(*this).size();
-    auto const toDevice = designToSurface(designSize, size);
-    auto const inner = wholePixels(toDevice.mapRect(inside(designSize)));
-    QPainter painter(&background);
-    painter.fillRect(inner, colorFromHexString(QStringLiteral("#001c58")));
-    painter.setClipRect(inner);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setTransform(toDevice);
-    drawGrid(painter);
-    return background;
-}
-
-void GraphView::drawGrid(QPainter& painter) const
-{
-    auto const size = designFrame(*this).size();
+    auto const size = designSize();
     QPainterPath pressures;
     for (float pressure = 0.0f; pressure <= upperBoundPressure.value(); pressure += 5.0f) {
         auto const y = heightOf(pressure);
@@ -163,29 +112,14 @@ void GraphView::drawGrid(QPainter& painter) const
     strokeTimes(5.0f, 1.0);
 }
 
-void GraphView::drawLine(QPainter& painter, double y, QColor const& color) const
-{
-    auto const size = designFrame(*this).size();
-    // Skip lines on the border: at fractional scales the clip would leave a sliver.
-    if (!(y > 0.0 && y < size.height()))
-        return;
-    painter.setPen(QPen(color, 4.0, Qt::SolidLine, Qt::FlatCap));
-    painter.drawLine(QPointF(0.0, y), QPointF(size.width(), y));
-}
-
-double GraphView::heightOf(float pressure) const
-{
-    auto const height = designFrame(*this).height();
-    return std::round(
-        static_cast<double>(pressure) / static_cast<double>(upperBoundPressure.value()) * height);
-}
-
 void GraphView::placeMarkers()
 {
-    if (!m_maxPressureImage || !m_targetPressureImage)
+    std::pair const heights(heightOf(maxPressure.value()), heightOf(targetPressure.value()));
+    if (!m_maxPressureImage || m_markerHeights == heights)
         return;
-    keepAtHeight(*m_maxPressureImage, heightOf(maxPressure.value()));
-    keepAtHeight(*m_targetPressureImage, heightOf(targetPressure.value()));
+    m_markerHeights = heights;
+    placeAtHeight(*m_maxPressureImage, heights.first);
+    placeAtHeight(*m_targetPressureImage, heights.second);
 }
 
 } // namespace tensio

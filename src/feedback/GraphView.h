@@ -1,36 +1,26 @@
 #pragma once
 
 #include "feedback/Plotter.h"
-#include "feedback/SweepPicture.h"
-#include "feedback/TimeSlice.h"
-#include "reactive/MutableProperty.h"
-#include "toolkit/Accessible.h"
-
-#include <QImage>
-#include <QWidget>
+#include "feedback/PressureView.h"
+#include "feedback/SweepRenderer.h"
+#include "reactive/Scheduler.h"
 
 #include <optional>
+#include <utility>
 
 namespace tensio {
 
 class ImageView;
 
-// The pressure–time graph: grid, target line, maximum line and, over them, the live sweeps. It
-// moves the two marker images to the height of their lines. It has no observers: its owner binds
-// the values and asks for the redraw.
-class GraphView
-    : public QWidget
-    , public Accessible {
+// The pressure–time graph: a grid and, over the lines, the live sweeps. It moves the two marker
+// images to the height of their lines. currentPressure is not drawn; the plotter has the points.
+class GraphView : public PressureView {
     Q_OBJECT
 
 public:
-    using QWidget::QWidget;
+    explicit GraphView(QWidget* parent = nullptr);
 
-    MutableProperty<float> upperBoundPressure {80.0f};
-    MutableProperty<float> maxPressure {10.0f};
-    MutableProperty<float> targetPressure {0.0f};
-    MutableProperty<float> currentPressure {0.0f};
-    MutableProperty<QColor> targetColor {QColor()};
+    // Seconds.
     MutableProperty<float> timeWindow {30.0f};
 
     QAccessible::Role accessibleRole() const override { return QAccessible::Chart; }
@@ -41,52 +31,33 @@ public:
     // Null until setUp.
     Plotter* plotter() { return m_plotter ? &*m_plotter : nullptr; }
 
-    // By this clock, work that would hold up a frame is spread over several. Without one it is not.
-    // It must outlive the view.
+    // With a clock, slow redraws are spread over several frames. It must outlive the view.
     void setClock(Scheduler const& clock) { m_clock = &clock; }
 
-    // The picture for a surface of that size in device pixels; it keeps until the next call.
-    QImage const& frame(QSize size, double devicePixelRatio = 1.0);
-    // Whether the latest frame left nothing to do for the next.
+    // False if the latest frame left work for the next.
     bool isSettled() const { return m_isSettled; }
 
 Q_SIGNALS:
-    // A frame was painted that is not settled.
+    // The rendered frame is not settled.
     void needsFrame();
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
+    QRegion render() override;
+    void drawField(QPainter& painter) const override;
+    void copyTo(QPainter& painter, QRect area) const override;
 
 private:
-    // What lies under the sweeps.
-    struct Ground {
-        QSize size;
-        float upperBound = 0.0f;
-        float timeWindow = 0.0f;
-        double targetHeight = 0.0;
-        QColor targetColor;
-        double maxHeight = 0.0;
-
-        bool operator==(Ground const&) const = default;
-    };
-
-    TimeSlice timeSlice() const;
-    bool renewGround(QSize size);
-    void paint(QRect area, QTransform const& toDevice);
-    QImage renderBackground(QSize size) const;
-    void drawGrid(QPainter& painter) const;
-    void drawLine(QPainter& painter, double y, QColor const& color) const;
-    double heightOf(float pressure) const;
+    QRegion renderSweeps();
     void placeMarkers();
 
     std::optional<Plotter> m_plotter;
     ImageView* m_maxPressureImage = nullptr;
     ImageView* m_targetPressureImage = nullptr;
+    // Of maximum and target, once they have been placed.
+    std::optional<std::pair<double, double>> m_markerHeights;
 
-    SweepPicture m_sweeps;
-    QImage m_background;
-    Ground m_ground;
-    QImage m_frame;
+    SweepRenderer m_sweeps;
+    float m_timeWindow = 0.0f;
     Scheduler const* m_clock = nullptr;
     bool m_isSettled = true;
 };

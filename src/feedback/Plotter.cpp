@@ -38,8 +38,8 @@ void Plotter::addPressurePoint(float pressure)
     if (!m_dx || !m_dy)
         return;
     m_pressurePoints.push_back(pressure);
-    auto const index = static_cast<std::int64_t>(++m_paths.back().count);
-    if (index == MAX_POINTS_PER_SCREEN || index == m_pointsPerScreen)
+    ++m_paths.back().count;
+    if (pressurePointIndex() == MAX_POINTS_PER_SCREEN || pressurePointIndex() == m_pointsPerScreen)
         newPath();
 }
 
@@ -78,27 +78,32 @@ double Plotter::rightEnd(Path path) const
     return path.count == 0 ? 0.0 : *m_dx * static_cast<double>(path.count - 1);
 }
 
-void Plotter::strokeColumns(
-    QPainter& painter, std::size_t pathIndex, double fromX, double toX) const
+void Plotter::draw(QPainter& painter, std::size_t pathIndex, double fromX, double toX) const
 {
-    auto const path = m_paths[pathIndex];
-    if (path.count == 0)
-        return;
     QPen pen(m_colors[pathIndex % m_colors.size()], lineWidth, Qt::SolidLine, Qt::FlatCap,
         Qt::BevelJoin);
     painter.setPen(pen);
-    painter.drawPolyline(polyline(path, fromX, toX));
+    painter.drawPolyline(polyline(m_paths[pathIndex], fromX, toX));
+}
+
+QRectF Plotter::bounds(std::size_t pathIndex, double fromX, double toX) const
+{
+    auto const points = polyline(m_paths[pathIndex], fromX, toX);
+    if (points.isEmpty())
+        return {};
+    return points.boundingRect().adjusted(-reach, -reach, reach, reach);
 }
 
 QPolygonF Plotter::polyline(Path path, double fromX, double toX) const
 {
-    // A cut leaves a bare cap where a join was. It must lie outside the columns, hence one point
-    // more on either side.
+    if (path.count == 0)
+        return {};
+    // A cut leaves a bare cap where a join was. It must lie outside the columns.
     auto const last = static_cast<double>(path.count - 1);
-    auto const begin = static_cast<std::size_t>(
-        std::clamp(std::floor((fromX - reach) / *m_dx) - 1.0, 0.0, last));
+    auto const begin
+        = static_cast<std::size_t>(std::clamp(std::floor((fromX - reach) / *m_dx), 0.0, last));
     auto const end
-        = static_cast<std::size_t>(std::clamp(std::ceil((toX + reach) / *m_dx) + 1.0, 0.0, last));
+        = static_cast<std::size_t>(std::clamp(std::ceil((toX + reach) / *m_dx), 0.0, last));
 
     QPolygonF points;
     points.reserve(static_cast<qsizetype>(end - begin) + 2);

@@ -24,8 +24,9 @@ class Plotter {
 public:
     static constexpr std::int64_t MAX_POINTS_PER_SCREEN = 1200;
     static constexpr double lineWidth = 5.0;
-    // How far from its points a polyline with bevel joins can leave ink.
-    static constexpr double reach = lineWidth / 2.0;
+    // How far from its points a polyline with bevel joins can leave ink, with the painter's
+    // rounding to parts of a pixel.
+    static constexpr double reach = lineWidth / 2.0 + 0.1;
 
     // One sweep: a run of consecutive pressures.
     struct Path {
@@ -33,7 +34,7 @@ public:
         std::size_t count = 0;
     };
 
-    // interval: seconds between successive points.
+    // At least one color; sizes in design units; interval: seconds between successive points.
     Plotter(std::vector<QColor> colors, double canvasWidth, double canvasHeight, float interval);
 
     void newPath();
@@ -44,14 +45,18 @@ public:
     void reset();
 
     std::vector<Path> const& paths() const { return m_paths; }
+    // The running sweep.
+    Path const& path() const { return m_paths.back(); }
+    // Position of the next point in it.
+    std::int64_t pressurePointIndex() const { return static_cast<std::int64_t>(path().count); }
     std::vector<float> const& pressurePoints() const { return m_pressurePoints; }
     std::int64_t pointsPerScreen() const { return m_pointsPerScreen; }
-    QPointF point(Path path, std::size_t index) const;
 
-    // Maps (position in its sweep, pressure) of a point onto the canvas. Only once both scales are
-    // set.
+    // What follows needs both scales.
+    QPointF point(Path path, std::size_t index) const;
+    // Maps (position in its sweep, pressure) of a point onto the canvas.
     QTransform toUnits() const;
-    // How often all points have vanished.
+    // Number of resets so far.
     std::uint64_t resets() const { return m_resets; }
 
     // Right end of a sweep; 0 when it has no points yet.
@@ -59,7 +64,9 @@ public:
 
     // Strokes the part of a sweep that can touch the columns fromX to toX. Within these columns the
     // picture is that of the whole sweep stroked; the caller clips to them.
-    void strokeColumns(QPainter& painter, std::size_t pathIndex, double fromX, double toX) const;
+    void draw(QPainter& painter, std::size_t pathIndex, double fromX, double toX) const;
+    // Encloses the ink of that part; empty when there is none.
+    QRectF bounds(std::size_t pathIndex, double fromX, double toX) const;
 
 private:
     QPolygonF polyline(Path path, double fromX, double toX) const;

@@ -26,7 +26,7 @@ void VisualFeedbackModel::startBlinking()
         return;
     m_state = STATE_ALT;
     m_index = 0;
-    m_timer = m_runLoop.scheduleRepeating(blinkInterval, [this] { blink(); });
+    m_timer = m_runLoop.scheduleRepeating(blinkInterval, [this] { blinkWithTimer(); });
 }
 
 void VisualFeedbackModel::stopBlinking()
@@ -38,7 +38,7 @@ void VisualFeedbackModel::stopBlinking()
     showUsual();
 }
 
-void VisualFeedbackModel::blink()
+void VisualFeedbackModel::blinkWithTimer()
 {
     if (m_index++ % 2 != 0) {
         showUsual();

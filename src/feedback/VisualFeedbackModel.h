@@ -17,18 +17,19 @@ public:
     static constexpr std::int64_t STATE_USUAL = 0;
     static constexpr std::int64_t STATE_ALT = 1;
 
+    // The run loop must outlive the model.
     VisualFeedbackModel(
         RunLoop& runLoop, Picture usualImage, Picture altImage, QColor usualColor, QColor altColor);
 
     MutableProperty<Picture> targetImage;
     MutableProperty<QColor> targetColor;
 
-    // The marker changes first at the first tick. A running blink goes on in its phase.
+    // The first change comes at the first tick. Calling it again does not restart the blinking.
     void startBlinking();
     void stopBlinking();
 
 private:
-    void blink();
+    void blinkWithTimer();
     void showUsual();
 
     RunLoop& m_runLoop;

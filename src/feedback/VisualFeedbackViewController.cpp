@@ -1,6 +1,6 @@
 #include "feedback/VisualFeedbackViewController.h"
 
-#include "feedback/FeedbackInWords.h"
+#include "feedback/FeedbackDescription.h"
 #include "reactive/throttle.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
@@ -13,7 +13,7 @@ namespace tensio {
 
 namespace {
 constexpr Seconds frameInterval {1.0 / 60.0};
-// Nobody can listen faster.
+// Screen readers cannot speak faster than this.
 constexpr Seconds descriptionInterval {0.5};
 } // namespace
 
@@ -46,9 +46,9 @@ void VisualFeedbackViewController::viewDidLoad(RunLoop& runLoop)
 void VisualFeedbackViewController::paceFrames(RunLoop& runLoop)
 {
     m_subscriptions.push_back(
-        throttle<Nothing>(m_frameRequest, frameInterval, runLoop, [this](Nothing) {
-            m_ui->gaugeView->update();
-            m_ui->graphView->update();
+        throttle<Nothing>(m_frameRequest, frameInterval, runLoop, [this, &runLoop](Nothing) {
+            // Not at once: what asks is often one of several changes.
+            m_frame = runLoop.scheduleAfter(Seconds(0.0), [this] { renderFrame(); });
         }));
     m_subscriptions.push_back(throttle<Nothing>(
         m_frameRequest, descriptionInterval, runLoop, [this](Nothing) { describe(); }));
@@ -56,17 +56,23 @@ void VisualFeedbackViewController::paceFrames(RunLoop& runLoop)
     connect(m_ui->graphView, &GraphView::needsFrame, this, &VisualFeedbackViewController::redraw);
 }
 
+void VisualFeedbackViewController::renderFrame()
+{
+    m_ui->gaugeView->renderFrame();
+    m_ui->graphView->renderFrame();
+}
+
 void VisualFeedbackViewController::describe()
 {
-    FeedbackInWords const words(m_viewModel);
-    setAccessibleDescriptionIfChanged(*m_ui->gaugeView, words.gauge());
-    setAccessibleDescriptionIfChanged(*m_ui->graphView, words.graph());
+    FeedbackDescription const description(m_viewModel);
+    setAccessibleDescriptionIfChanged(*m_ui->gaugeView, description.gauge());
+    setAccessibleDescriptionIfChanged(*m_ui->graphView, description.graph());
     for (auto* button : {m_ui->upButton, m_ui->downButton})
-        setAccessibleDescriptionIfChanged(*button, words.pressureScale);
+        setAccessibleDescriptionIfChanged(*button, description.pressureScale);
     for (auto* button : {m_ui->leftButton, m_ui->rightButton})
-        setAccessibleDescriptionIfChanged(*button, words.timeScale);
-    setNameFromTemplate(*m_ui->targetPressureImage, words.target);
-    setNameFromTemplate(*m_ui->maxPressureImage, words.maximum);
+        setAccessibleDescriptionIfChanged(*button, description.timeScale);
+    setNameFromTemplate(*m_ui->targetPressureImage, description.target);
+    setNameFromTemplate(*m_ui->maxPressureImage, description.maximum);
     announceValue(*m_ui->gaugeView, static_cast<double>(m_viewModel.currentPressure.value()));
 }
 
@@ -81,20 +87,14 @@ void VisualFeedbackViewController::bindViews()
 {
     auto const bind
         = [this](auto& target, auto& source) { m_subscriptions.push_back(target.bindTo(source)); };
-    auto& gauge = *m_ui->gaugeView;
-    bind(gauge.upperBoundPressure, m_viewModel.upperBoundPressure);
-    bind(gauge.currentPressure, m_viewModel.currentPressure);
-    bind(gauge.maxPressure, m_viewModel.maxPressure);
-    bind(gauge.targetPressure, m_viewModel.targetPressure);
-    bind(gauge.targetColor, m_viewModel.model.targetColor);
-
-    auto& graph = *m_ui->graphView;
-    bind(graph.upperBoundPressure, m_viewModel.upperBoundPressure);
-    bind(graph.timeWindow, m_viewModel.timeWindow);
-    bind(graph.currentPressure, m_viewModel.currentPressure);
-    bind(graph.maxPressure, m_viewModel.maxPressure);
-    bind(graph.targetPressure, m_viewModel.targetPressure);
-    bind(graph.targetColor, m_viewModel.model.targetColor);
+    for (auto* view : std::initializer_list<PressureView*> {m_ui->gaugeView, m_ui->graphView}) {
+        bind(view->upperBoundPressure, m_viewModel.upperBoundPressure);
+        bind(view->currentPressure, m_viewModel.currentPressure);
+        bind(view->maxPressure, m_viewModel.maxPressure);
+        bind(view->targetPressure, m_viewModel.targetPressure);
+        bind(view->targetColor, m_viewModel.model.targetColor);
+    }
+    bind(m_ui->graphView->timeWindow, m_viewModel.timeWindow);
 }
 
 void VisualFeedbackViewController::observeChanges()

@@ -38,6 +38,7 @@ private:
 
     void viewDidLoad(RunLoop& runLoop);
     void paceFrames(RunLoop& runLoop);
+    void renderFrame();
     void describe();
     void bindViews();
     void observeChanges();
@@ -55,6 +56,8 @@ private:
     std::optional<Labels> m_graphLabels;
     // Assigned when the gauge or the graph has something new to show.
     MutableProperty<Nothing> m_frameRequest {Nothing {}};
+    // The frame about to be rendered.
+    Subscription m_frame;
     Subscriptions m_subscriptions;
 };
 

@@ -6,11 +6,11 @@
 #include "toolkit/ImageView.h"
 
 #include <QLabel>
+#include <QPaintEvent>
 #include <QPushButton>
 #include <QTest>
 
 #include <gtest/gtest.h>
-#include <optional>
 
 using namespace tensio;
 
@@ -19,187 +19,158 @@ namespace {
 struct LiveArea {
     Session session;
     QWidget view;
-    std::optional<VisualFeedbackViewController> controller {
-        std::in_place, session.manager, session.runLoop, view};
+    VisualFeedbackViewController controller {session.manager, session.runLoop, view};
+    GaugeView& gauge = *view.findChild<GaugeView*>();
+    GraphView& graph = *view.findChild<GraphView*>();
+    ImageView& marker = *view.findChild<ImageView*>(QStringLiteral("targetPressureImage"));
 
-    LiveArea() { controller->viewWillAppear(); }
-
-    void click(char const* name)
+    LiveArea()
     {
-        QTest::mouseClick(view.findChild<QPushButton*>(QString::fromLatin1(name)), Qt::LeftButton);
+        controller.viewWillAppear();
+        session.connect(40.0f);
     }
 
-    // The texts of the labels that the controller made for a column or a row of the screen.
-    QStringList labels(std::function<bool(QRectF)> const& stands) const
+    void click(char const* name, int times = 1)
     {
-        QStringList texts;
-        for (auto const* label : view.findChildren<QLabel*>()) {
-            if (label->objectName().isEmpty() && stands(designFrame(*label)))
-                texts << label->text();
+        for (; times > 0; --times)
+            QTest::mouseClick(
+                view.findChild<QPushButton*>(QString::fromLatin1(name)), Qt::LeftButton);
+    }
+
+    void receive(double pressure, Seconds afterwards = Seconds(0.0))
+    {
+        session.receive({pressure});
+        session.runLoop.advance(afterwards);
+        QCoreApplication::processEvents();
+    }
+
+    // 'u' or 'a', of the usual or the alternative marker.
+    char phase() const
+    {
+        return marker.picture().name() == QStringLiteral("gauge_target") ? 'u' : 'a';
+    }
+
+    // The labels that the controller has made along both scales: how many, and the last one.
+    std::string scales() const
+    {
+        std::vector<QLabel*> columns[2];
+        for (auto* label : view.findChildren<QLabel*>()) {
+            if (label->objectName().isEmpty())
+                columns[designFrame(*label).x() < 76.0 ? 0 : 1].push_back(label);
         }
-        return texts;
+        EXPECT_NEAR(designFrame(*columns[0].back()).center().y(), 64.0, 1e-9)
+            << "level with the top";
+        EXPECT_DOUBLE_EQ(designFrame(*columns[1].back()).center().x(), 164.0 + 524.0);
+        std::string text;
+        for (auto const& column : columns)
+            text += std::to_string(column.size()) + ":" + column.back()->text().toStdString() + " ";
+        return text;
     }
-    QStringList gaugeLabels() const
-    {
-        return labels([](QRectF frame) { return frame.x() < 76.0; });
-    }
-    QStringList graphLabels() const
-    {
-        return labels([](QRectF frame) { return frame.x() >= 76.0; });
-    }
-
-    Plotter& plotter() { return *view.findChild<GraphView*>()->plotter(); }
 };
 
-// Work takes time: a millisecond from one look at the clock to the next.
-class SteppingRunLoop : public ManualRunLoop {
-public:
-    Seconds now() const override { return ManualRunLoop::now() + Seconds(++m_looks * 0.001); }
+struct PaintCounter : public QObject {
+    int paints = 0;
+    QRegion painted;
 
-private:
-    mutable int m_looks = 0;
-};
-
-class PaintCounter : public QObject {
-public:
     explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
 
-    int paints = 0;
-
-    bool eventFilter(QObject* watched, QEvent* event) override
+    bool eventFilter(QObject*, QEvent* event) override
     {
-        paints += event->type() == QEvent::Paint ? 1 : 0;
-        return QObject::eventFilter(watched, event);
+        if (event->type() == QEvent::Paint) {
+            ++paints;
+            painted = static_cast<QPaintEvent*>(event)->region();
+        }
+        return false;
     }
 };
 
 } // namespace
 
-TEST(VisualFeedbackScreen, ScalesHaveANumberEveryFiveAndNoStaleOnes)
+TEST(VisualFeedbackScreen, TheMarkerBlinksWhileThePressureIsAboveZeroAndAtTheEffectiveTarget)
+{
+    struct Row {
+        float target;
+        double pressure;
+        std::string phases;
+    };
+    for (auto const& [target, pressure, phases] : std::vector<Row> {{40.0f, 32.0, "uauau"},
+             {40.0f, 31.9, "uuuuu"}, {0.0f, 0.0, "uuuuu"}, {0.0f, 0.1, "uauau"}}) {
+        LiveArea screen;
+        screen.session.manager.targetPressure.setValue(target);
+        screen.session.manager.targetPressurePercent.setValue(0.8f);
+        std::string seen;
+        for (int tick = 0; tick < 5; ++tick) {
+            screen.receive(pressure);
+            seen += screen.phase();
+            screen.session.runLoop.advance(Seconds(0.2));
+        }
+        EXPECT_EQ(seen, phases) << pressure;
+        screen.receive(0.0);
+        EXPECT_EQ(screen.phase(), 'u');
+        screen.receive(pressure, Seconds(0.2));
+        EXPECT_EQ(screen.phase(), phases[1]) << "the phase begins again";
+    }
+}
+
+TEST(VisualFeedbackScreen, TheScalesStepByFiveWithinTheirBoundsAndLeaveNoStaleNumber)
 {
     LiveArea screen;
-    EXPECT_EQ(screen.gaugeLabels().size(), 16);
-    EXPECT_EQ(screen.graphLabels(),
-        (QStringList {QStringLiteral("5"), QStringLiteral("10"), QStringLiteral("15"),
-            QStringLiteral("20"), QStringLiteral("25"), QStringLiteral("30")}));
-    for (int press = 0; press < 30; ++press) {
-        screen.click("downButton");
-        screen.click("rightButton");
-    }
-    EXPECT_EQ(screen.gaugeLabels(), (QStringList {QStringLiteral("5"), QStringLiteral("10")}));
-    EXPECT_EQ(screen.graphLabels().size(), 12);
-    screen.controller->viewWillAppear();
-    EXPECT_EQ(screen.gaugeLabels().size(), 2);
-    screen.click("upButton");
-    screen.click("leftButton");
-    EXPECT_EQ(screen.gaugeLabels().size(), 3);
-    EXPECT_EQ(screen.graphLabels().size(), 11);
-
-    auto const* top = screen.view.findChildren<QLabel*>().last();
-    EXPECT_DOUBLE_EQ(designFrame(*top).center().x(), 164.0 + 524.0);
+    EXPECT_EQ(screen.scales(), "16:80 6:30 ");
+    screen.click("upButton", 5);
+    screen.click("leftButton", 5);
+    EXPECT_EQ(screen.scales(), "20:100 2:10 ");
+    screen.click("downButton", 20);
+    screen.click("rightButton", 12);
+    EXPECT_EQ(screen.scales(), "2:10 12:60 ");
+    screen.controller.viewWillAppear();
+    EXPECT_EQ(screen.scales(), "2:10 12:60 ");
 }
 
 TEST(VisualFeedbackScreen, EveryReadingReachesTheTraceAndAConnectionClearsIt)
 {
     LiveArea screen;
-    screen.session.connect();
-    screen.plotter().reset();
+    auto& plotter = *screen.graph.plotter();
+    plotter.reset();
     screen.session.receive({1.0, -2.0, 50.0});
-    EXPECT_EQ(screen.plotter().pressurePoints(), (std::vector {1.0f, 0.0f, 50.0f}));
+    EXPECT_EQ(plotter.pressurePoints(), (std::vector {1.0f, 0.0f, 50.0f}));
     screen.click("upButton");
     screen.click("rightButton");
-    EXPECT_EQ(screen.plotter().pointsPerScreen(), 700);
+    EXPECT_EQ(plotter.pointsPerScreen(), 700);
+    EXPECT_NEAR(plotter.point(plotter.path(), 2).y(), 50.0 * 436.0 / 85.0 + 2.0, 1e-9);
     screen.session.manager.shouldReset.setValue(false);
-    EXPECT_EQ(screen.plotter().pressurePoints().size(), 3U);
+    EXPECT_EQ(plotter.pressurePointIndex(), 3);
     screen.session.manager.shouldReset.setValue(true);
-    EXPECT_TRUE(screen.plotter().pressurePoints().empty());
+    EXPECT_TRUE(plotter.pressurePoints().empty());
 }
 
-TEST(VisualFeedbackScreen, PaintsOnceAFrameHoweverFastReadingsCome)
-{
-    struct Row {
-        int recordsPerSecond;
-        int fewestFrames;
-        int mostFrames;
-    };
-    for (auto const& [recordsPerSecond, fewestFrames, mostFrames] :
-        std::vector<Row> {{20, 20, 20}, {320, 50, 61}}) {
-        LiveArea screen;
-        screen.session.connect();
-        screen.plotter().reset();
-        screen.view.show();
-        QCoreApplication::processEvents();
-        PaintCounter gauge(*screen.view.findChild<GaugeView*>());
-        PaintCounter graph(*screen.view.findChild<GraphView*>());
-        for (int record = 0; record < 2 * recordsPerSecond; ++record) {
-            screen.session.runLoop.advance(Seconds(1.0 / recordsPerSecond));
-            screen.session.receive({10.0});
-            QCoreApplication::processEvents();
-        }
-        EXPECT_EQ(std::ssize(screen.plotter().pressurePoints()), 2 * recordsPerSecond);
-        for (auto const* counter : {&gauge, &graph}) {
-            EXPECT_GE(counter->paints, 2 * fewestFrames) << recordsPerSecond;
-            EXPECT_LE(counter->paints, 2 * mostFrames) << recordsPerSecond;
-        }
-    }
-}
-
-TEST(VisualFeedbackScreen, PaintsOnUntilAChangeIsWorkedOff)
-{
-    Session session;
-    SteppingRunLoop runLoop;
-    QWidget view;
-    VisualFeedbackViewController controller(session.manager, runLoop, view);
-    controller.viewWillAppear();
-    auto& graph = *view.findChild<GraphView*>();
-    for (int point = 0; point < 2000; ++point)
-        graph.plotter()->addPressurePoint(static_cast<float>(point % 70));
-    view.show();
-    int frames = 0;
-    do {
-        runLoop.advance(Seconds(1.0 / 60.0));
-        QCoreApplication::processEvents();
-    } while (!graph.isSettled() && ++frames < 500);
-    EXPECT_TRUE(graph.isSettled());
-    EXPECT_GT(frames, 5);
-}
-
-TEST(VisualFeedbackScreen, TheMarkerBlinksWithTheModel)
+TEST(VisualFeedbackScreen, PaintsOnceAFrameAndOnlyWhatAReadingChanges)
 {
     LiveArea screen;
-    screen.session.connect();
-    screen.session.receive({50.0});
-    auto const* marker = screen.view.findChild<ImageView*>(QStringLiteral("targetPressureImage"));
-    screen.session.runLoop.advance(Seconds(0.2));
-    EXPECT_EQ(marker->picture().name(), QStringLiteral("gauge_target_on"));
-    screen.session.receive({10.0});
-    EXPECT_EQ(marker->picture().name(), QStringLiteral("gauge_target"));
-}
-
-TEST(VisualFeedbackScreen, TheLinesFollowABlinkThatEndsBetweenReadings)
-{
-    LiveArea screen;
-    screen.session.connect();
     screen.view.show();
-    screen.session.receive({50.0});
-    screen.session.runLoop.advance(Seconds(0.25));
-    QCoreApplication::processEvents();
-    PaintCounter gauge(*screen.view.findChild<GaugeView*>());
-    PaintCounter graph(*screen.view.findChild<GraphView*>());
-    screen.session.manager.disconnectAction.apply(Nothing {});
-    QCoreApplication::processEvents();
-    EXPECT_EQ(gauge.paints, 1);
-    EXPECT_EQ(graph.paints, 1);
+    screen.receive(50.0, Seconds(0.1));
+    PaintCounter gauge(screen.gauge);
+    PaintCounter graph(screen.graph);
+    for (int record = 0; record < 2 * 320; ++record)
+        screen.receive(30.0 + record % 7, Seconds(1.0 / 320.0));
+    for (auto const* counter : {&gauge, &graph}) {
+        EXPECT_GE(counter->paints, 2 * 50);
+        EXPECT_LE(counter->paints, 2 * 61);
+        EXPECT_LT(counter->painted.boundingRect().height(), 60);
+    }
+    EXPECT_LT(graph.painted.boundingRect().width(), 30);
 }
 
-TEST(VisualFeedbackScreen, MayGoInTheMiddleOfAStream)
+TEST(VisualFeedbackScreen, TheEndOfASessionLeavesNoLineWhite)
 {
     LiveArea screen;
-    screen.session.connect();
-    auto const destroying = screen.session.manager.maxPressure.observeChanges(
-        [&](float) { screen.controller.reset(); });
-    screen.session.receive({50.0, 60.0});
-    screen.session.runLoop.advance(Seconds(1.0));
-    screen.click("upButton");
-    EXPECT_FALSE(screen.controller.has_value());
+    auto const lines = [&] {
+        screen.session.runLoop.advance(Seconds(0.05));
+        auto const picture = screen.view.grab().toImage();
+        return std::pair(picture.pixelColor(100, 284), picture.pixelColor(600, 284));
+    };
+    screen.receive(50.0, Seconds(0.2));
+    screen.receive(50.0);
+    EXPECT_EQ(lines(), std::pair(QColor(Qt::white), QColor(Qt::white)));
+    screen.session.manager.disconnectAction.apply(Nothing {});
+    EXPECT_EQ(lines(), std::pair(QColor(0xe60012), QColor(0xe60012)));
 }

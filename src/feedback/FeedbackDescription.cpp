@@ -1,4 +1,4 @@
-#include "feedback/FeedbackInWords.h"
+#include "feedback/FeedbackDescription.h"
 
 #include "core/NumberText.h"
 #include "feedback/VisualFeedbackViewModel.h"
@@ -14,7 +14,7 @@ QString number(float value, int decimals)
 
 } // namespace
 
-FeedbackInWords::FeedbackInWords(VisualFeedbackViewModel const& viewModel)
+FeedbackDescription::FeedbackDescription(VisualFeedbackViewModel const& viewModel)
     : pressureScale(
         QStringLiteral("圧力目盛 0〜%1 kPa").arg(number(viewModel.upperBoundPressure.value(), 0)))
     , timeScale(QStringLiteral("時間目盛 %1秒").arg(number(viewModel.timeWindow.value(), 0)))
@@ -25,12 +25,12 @@ FeedbackInWords::FeedbackInWords(VisualFeedbackViewModel const& viewModel)
         target += QStringLiteral(" 到達");
 }
 
-QString FeedbackInWords::gauge() const
+QString FeedbackDescription::gauge() const
 {
     return QStringLiteral("%1、目標 %2、最大 %3").arg(pressureScale, target, maximum);
 }
 
-QString FeedbackInWords::graph() const
+QString FeedbackDescription::graph() const
 {
     return QStringLiteral("%1、%2、目標 %3、最大 %4")
         .arg(pressureScale, timeScale, target, maximum);

@@ -6,13 +6,13 @@ namespace tensio {
 
 class VisualFeedbackViewModel;
 
-// The live area in words, for those who do not see it.
-struct FeedbackInWords {
-    explicit FeedbackInWords(VisualFeedbackViewModel const& viewModel);
+// The texts that screen readers speak for the live area.
+struct FeedbackDescription {
+    explicit FeedbackDescription(VisualFeedbackViewModel const& viewModel);
 
     QString pressureScale;
     QString timeScale;
-    // Says also when it is reached.
+    // Also says when it is reached.
     QString target;
     QString maximum;
 

@@ -4,13 +4,13 @@
 
 namespace tensio {
 
-// The share of a frame that may go into work which can wait.
-class TimeSlice {
+// The time left in this frame for work that can be spread over several.
+class FrameBudget {
 public:
-    // Is never over.
-    TimeSlice() = default;
-    // The clock must outlive the slice.
-    TimeSlice(Scheduler const& clock, Seconds length)
+    // Without end.
+    FrameBudget() = default;
+    // The clock must outlive the budget.
+    FrameBudget(Scheduler const& clock, Seconds length)
         : m_clock(&clock)
         , m_end(clock.now() + length)
     {

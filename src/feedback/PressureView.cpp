@@ -1,0 +1,137 @@
+#include "feedback/PressureView.h"
+
+#include "toolkit/Color.h"
+#include "toolkit/DesignFrame.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace tensio {
+
+namespace {
+constexpr double lineWidth = 4.0;
+}
+
+PressureView::PressureView(float upperBound, float maximum, QColor field, QWidget* parent)
+    : QWidget(parent)
+    , upperBoundPressure(upperBound)
+    , maxPressure(maximum)
+    , m_fieldColor(field)
+{
+    setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void PressureView::renderFrame()
+{
+    auto const ratio = devicePixelRatioF();
+    for (auto const& area : render()) {
+        QRectF const logical(QPointF(area.topLeft()) / ratio, QSizeF(area.size()) / ratio);
+        update(logical.toAlignedRect());
+    }
+}
+
+void PressureView::paintEvent(QPaintEvent* event)
+{
+    if (m_field.size() != surfaceSize())
+        render();
+    QPainter painter(this);
+    auto const ratio = devicePixelRatioF();
+    // At a fractional ratio the picture may end a pixel short of the view.
+    if (ratio != std::round(ratio))
+        painter.fillRect(event->rect(), Qt::black);
+    painter.scale(1.0 / ratio, 1.0 / ratio);
+    for (auto const& rect : event->region()) {
+        QRectF const device(QPointF(rect.topLeft()) * ratio, QSizeF(rect.size()) * ratio);
+        copyTo(painter, device.toAlignedRect() & m_field.rect());
+    }
+}
+
+void PressureView::copyTo(QPainter& painter, QRect area) const
+{
+    painter.drawImage(area, m_field, area);
+}
+
+QRegion PressureView::changedField()
+{
+    static auto const maximumColor = colorFromHexString(QStringLiteral("#4dd736"));
+    bool const isSizeNew = m_field.size() != surfaceSize();
+    if (isSizeNew)
+        adoptSize();
+    bool const isScaleNew
+        = std::exchange(m_upperBound, upperBoundPressure.value()) != upperBoundPressure.value();
+    auto const changed = replaceLine(m_target, targetPressure.value(), targetColor.value())
+        | replaceLine(m_maximum, maxPressure.value(), maximumColor);
+    return isSizeNew || isScaleNew ? QRegion(m_field.rect()) : changed;
+}
+
+void PressureView::adoptSize()
+{
+    m_field = QImage(surfaceSize(), QImage::Format_RGB32);
+    m_designSize = designFrame(*this).size();
+    m_toDevice = designToSurface(m_designSize, m_field.size());
+    QRectF const frame(QPointF(0.0, 0.0), m_designSize);
+    m_insideBorder
+        = wholePixels(m_toDevice.mapRect(frame.adjusted(border, border, -border, -border)));
+}
+
+QRegion PressureView::replaceLine(Line& line, float pressure, QColor const& color)
+{
+    auto const before = std::exchange(line, {heightOf(pressure), color});
+    return before == line ? QRegion() : QRegion(rowsOf(before)) | rowsOf(line);
+}
+
+void PressureView::renderField(QRegion const& area)
+{
+    if (area.isEmpty())
+        return;
+    QPainter painter(&m_field);
+    painter.setClipRegion(area);
+    painter.fillRect(m_field.rect(), Qt::black);
+    painter.fillRect(m_insideBorder, m_fieldColor);
+    painter.setClipRect(m_insideBorder, Qt::IntersectClip);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setTransform(m_toDevice);
+    drawField(painter);
+    drawLine(painter, m_target);
+    drawLine(painter, m_maximum);
+}
+
+double PressureView::heightOf(float pressure) const
+{
+    auto const upperBound = static_cast<double>(upperBoundPressure.value());
+    return std::round(static_cast<double>(pressure) / upperBound * m_designSize.height());
+}
+
+QRect PressureView::rowsBetween(double from, double to) const
+{
+    auto const [bottom, top] = std::minmax(from, to);
+    auto const rows = m_toDevice.mapRect(QRectF(0.0, bottom, m_designSize.width(), top - bottom));
+    return rows.toAlignedRect().adjusted(0, -1, 0, 1) & m_field.rect();
+}
+
+QRect PressureView::rowsOf(Line const& line) const
+{
+    if (!isVisible(line))
+        return {};
+    return rowsBetween(line.height - lineWidth / 2.0, line.height + lineWidth / 2.0);
+}
+
+// A line on the border is hidden, but at fractional scales the clip would leave a sliver of it.
+bool PressureView::isVisible(Line const& line) const
+{
+    return line.height > 0.0 && line.height < m_designSize.height();
+}
+
+void PressureView::drawLine(QPainter& painter, Line const& line) const
+{
+    if (!isVisible(line))
+        return;
+    painter.setPen(QPen(line.color, lineWidth, Qt::SolidLine, Qt::FlatCap));
+    painter.drawLine(QPointF(0.0, line.height), QPointF(m_designSize.width(), line.height));
+}
+
+} // namespace tensio

@@ -1,0 +1,85 @@
+#pragma once
+
+#include "reactive/MutableProperty.h"
+#include "toolkit/Accessible.h"
+
+#include <QColor>
+#include <QImage>
+#include <QRegion>
+#include <QTransform>
+#include <QWidget>
+
+namespace tensio {
+
+// What gauge and graph share: a field with a black border and the lines of target and maximum.
+// Rendering is apart from painting: renderFrame() renders what has changed, painting only copies.
+// It has no observers: its owner binds the values and asks for frames.
+//
+// Pressures in kPa. Drawing is in design units with y upwards, areas are in device pixels.
+class PressureView
+    : public QWidget
+    , public Accessible {
+    Q_OBJECT
+
+public:
+    // 0: no scale yet.
+    MutableProperty<float> upperBoundPressure;
+    MutableProperty<float> maxPressure;
+    MutableProperty<float> targetPressure {0.0f};
+    MutableProperty<float> currentPressure {0.0f};
+    MutableProperty<QColor> targetColor {QColor()};
+
+    // Renders what is new and asks for a repaint of just those pixels.
+    void renderFrame();
+
+protected:
+    static constexpr double border = 2.0;
+
+    PressureView(float upperBound, float maximum, QColor field, QWidget* parent);
+
+    // Renders what is new; returns where.
+    virtual QRegion render() = 0;
+    // Draws what lies on the field, below the lines.
+    virtual void drawField(QPainter& painter) const = 0;
+    virtual void copyTo(QPainter& painter, QRect area) const;
+    void paintEvent(QPaintEvent* event) override;
+
+    // Where the field differs from what was rendered last.
+    QRegion changedField();
+    void renderField(QRegion const& area);
+
+    QSize pictureSize() const { return m_field.size(); }
+    // As of the latest changedField().
+    QSizeF designSize() const { return m_designSize; }
+    QTransform const& toDevice() const { return m_toDevice; }
+    QRect insideBorder() const { return m_insideBorder; }
+    // Rounded to whole units, as lines are drawn.
+    double heightOf(float pressure) const;
+    // The rows from one height to another, with their soft edges.
+    QRect rowsBetween(double from, double to) const;
+
+private:
+    struct Line {
+        double height = 0.0;
+        QColor color;
+
+        bool operator==(Line const&) const = default;
+    };
+    QSize surfaceSize() const { return size() * devicePixelRatioF(); }
+    void adoptSize();
+    QRegion replaceLine(Line& line, float pressure, QColor const& color);
+    QRect rowsOf(Line const& line) const;
+    bool isVisible(Line const& line) const;
+    void drawLine(QPainter& painter, Line const& line) const;
+
+    QColor m_fieldColor;
+    QImage m_field;
+    float m_upperBound = 0.0f;
+    QSizeF m_designSize;
+    QTransform m_toDevice;
+    QRect m_insideBorder;
+    Line m_target;
+    Line m_maximum;
+};
+
+} // namespace tensio
