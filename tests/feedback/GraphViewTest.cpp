@@ -4,7 +4,9 @@
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
 
+#include <QApplication>
 #include <QPainter>
+#include <QScreen>
 
 #include <array>
 #include <cmath>
@@ -30,6 +32,14 @@ struct Graph {
             setDesignFrame(*image, QRectF(0.0, 440.0, 51.0, 22.0));
         setDesignFrame(view, QRectF(164.0, 64.0, 524.0, 440.0));
         view.setUp(maxImage, targetImage);
+    }
+
+    // What the repaints have left in the window.
+    QImage onScreen()
+    {
+        QCoreApplication::processEvents();
+        auto const window = parent.screen()->grabWindow(parent.winId());
+        return window.copy(view.geometry()).toImage().convertToFormat(QImage::Format_RGB32);
     }
 
     QImage frame(QSize size = {524, 440})
@@ -140,17 +150,21 @@ TEST(GraphView, LayersLookExactlyLikeStrokingEverySweepEachTime)
         auto const size = (designSize * trace.scale).toSize();
         auto& plotter = *graph.view.plotter();
         graph.view.targetPressure.setValue(20.0f);
+        graph.parent.resize(1000, 800);
+        graph.parent.show();
+        graph.view.resize(size);
         for (int index = 0; index < trace.points; ++index) {
             plotter.addPressurePoint(trace.pressure(index));
             graph.view.maxPressure.setValue(static_cast<float>(40 + index / 50));
             graph.view.targetColor.setValue(index / 20 % 2 == 0 ? Qt::red : Qt::white);
             // Uneven frames, so that strips end in the middle of what a frame adds.
             if (index % 7 == 0 || index % 11 == 0)
-                graph.frame(size);
+                graph.view.renderFrame(), QCoreApplication::processEvents();
             if (trace.laterWindow != 0 && index == trace.points * 2 / 3)
                 plotter.setTimeWindow(trace.laterWindow);
         }
         auto const layered = graph.frame(size);
+        EXPECT_EQ(graph.onScreen(), layered) << trace.name << ": everything new was repainted";
         Graph empty;
         empty.view.targetPressure.setValue(20.0f);
         empty.view.maxPressure.setValue(graph.view.maxPressure.value());
