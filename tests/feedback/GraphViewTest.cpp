@@ -37,6 +37,7 @@ struct Graph {
     // What the repaints have left in the window.
     QImage onScreen()
     {
+        view.renderFrame();
         QCoreApplication::processEvents();
         auto const window = parent.screen()->grabWindow(parent.winId());
         return window.copy(view.geometry()).toImage().convertToFormat(QImage::Format_RGB32);
@@ -159,7 +160,7 @@ TEST(GraphView, LayersLookExactlyLikeStrokingEverySweepEachTime)
             graph.view.targetColor.setValue(index / 20 % 2 == 0 ? Qt::red : Qt::white);
             // Uneven frames, so that strips end in the middle of what a frame adds.
             if (index % 7 == 0 || index % 11 == 0)
-                graph.view.renderFrame(), QCoreApplication::processEvents();
+                graph.onScreen();
             if (trace.laterWindow != 0 && index == trace.points * 2 / 3)
                 plotter.setTimeWindow(trace.laterWindow);
         }

@@ -79,12 +79,3 @@ TEST(Plotter, AResetLeavesOneEmptySweepAndTheScales)
     plotter.addPressurePoint(80.0f);
     EXPECT_EQ(plotter.point(plotter.paths().front(), 0), QPointF(0.0, 402.0));
 }
-
-TEST(Plotter, IgnoresPointsThatNoScaleCanPlace)
-{
-    Plotter plotter({Qt::white}, 600.0, 400.0, 0.05f);
-    plotter.addPressurePoint(1.0f);
-    plotter.setTimeWindow(10);
-    plotter.addPressurePoint(1.0f);
-    EXPECT_TRUE(plotter.pressurePoints().empty());
-}
