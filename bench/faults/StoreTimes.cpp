@@ -5,7 +5,7 @@
 #include "platform/qt/QtSessionStore.h"
 #include "support/Session.h"
 
-#include <QDir>
+#include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -45,7 +45,7 @@ std::string milliseconds(double time)
 
 struct Place {
     // Not in memory, as /tmp may be.
-    QTemporaryDir folder {QDir::currentPath() + QStringLiteral("/store-XXXXXX")};
+    QTemporaryDir folder {QCoreApplication::applicationDirPath() + QStringLiteral("/store-XXXXXX")};
     QString path {folder.filePath(QStringLiteral("sessions.db"))};
 
     qint64 size() const
@@ -53,6 +53,25 @@ struct Place {
         return QFileInfo(path).size() + QFileInfo(path + QStringLiteral("-wal")).size();
     }
 };
+
+// 10,000 sessions of 20 measurements of three seconds.
+void fill(QString const& path)
+{
+    SessionDatabase database(path);
+    database.change(SessionDatabase::Durability::ProgramEnd, [&] {
+        auto const count = QStringLiteral("WITH RECURSIVE n(i) AS "
+                                          "(SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) ");
+        return database.run(count.arg(10'000)
+                   + QStringLiteral("INSERT INTO session (start, name, simulated, count, best) "
+                                    "SELECT i, '被験者' || i, 0, 20, 30.0 FROM n"))
+            && database.run(count.arg(20)
+                + QStringLiteral("INSERT INTO measurement SELECT id, i, 30.0, 30.0, 0, 1 "
+                                 "FROM session, n"))
+            && database.run(count.arg(3)
+                + QStringLiteral("INSERT INTO points SELECT session, number, 20 * i, "
+                                 "zeroblob(80) FROM measurement, n"));
+    });
+}
 
 } // namespace
 
@@ -93,16 +112,7 @@ TEST(StoreTimes, WithTenThousandSessions)
 {
     Place const place;
     Place const empty;
-    {
-        QtSessionStore store(place.path);
-        QtSessionStore const none(empty.path);
-        std::vector<float> const points(60, 30.0f);
-        for (int count = 0; count < 10'000; ++count) {
-            auto const id = store.begin({{}, "被験者" + std::to_string(count), 30.0f, 1.0f, false});
-            for (int number = 1; number <= 20; ++number)
-                store.write(*id, {number, 30.0f, 30.0f, {}, false, 0, points});
-        }
-    }
+    fill(place.path);
     auto const start = [](QString const& path) {
         std::vector<double> times;
         for (int run = 0; run < 11; ++run)
@@ -115,16 +125,22 @@ TEST(StoreTimes, WithTenThousandSessions)
     SessionRecorder recorder(
         session.manager, store, session.runLoop, session.clock, [] { return false; });
     QWidget parent;
-    std::unique_ptr<PastSessionsWindow> window;
-    auto const opening = timeOf([&] {
-        window = std::make_unique<PastSessionsWindow>(recorder, store, parent);
-        window->show();
-        window->grab();
-    });
-    EXPECT_EQ(window->findChild<QTreeView*>()->model()->rowCount(), 10'000);
+    std::vector<double> openings;
+    for (int run = 0; run < 5; ++run) {
+        std::unique_ptr<PastSessionsWindow> window;
+        openings.push_back(timeOf([&] {
+            window = std::make_unique<PastSessionsWindow>(recorder, store, parent);
+            window->show();
+            window->grab();
+        }));
+        EXPECT_EQ(window->findChild<QTreeView*>()->model()->rowCount(), 10'000);
+    }
+    auto const opening = quantile(openings, 0.5);
+    auto const reading = timeOf([&] { store.sessions({}); });
     EXPECT_LT(opening, 200.0);
     EXPECT_LT(longer, 20.0);
     report("10,000 sessions of 20 measurements, " + std::to_string(place.size() >> 20)
         + " MiB: the start takes " + milliseconds(longer)
-        + " longer than without, the list opens in " + milliseconds(opening));
+        + " longer than without, the list opens in " + milliseconds(opening)
+        + ", of which it reads for " + milliseconds(reading));
 }

@@ -4,7 +4,7 @@
 #include "app/Application.h"
 #include "platform/qt/VirtualPorts.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QDir>
 #include <QProcess>
 #include <QTest>
@@ -72,6 +72,11 @@ void recover(Application& application, QString const& folder)
     stage.chooseFromMenu(QStringLiteral("以前の測定を開く(&O)…"));
     stage.waitFor(300);
     stage.takePicture(QStringLiteral("0-past-sessions"));
+    stage.click(QStringLiteral("removeButton"));
+    stage.waitFor(300);
+    stage.takePicture(QStringLiteral("0-delete-question"));
+    // The safe answer.
+    QApplication::activeModalWidget()->close();
     stage.click(QStringLiteral("closeButton"));
     stage.waitFor(100);
     stage.click(QStringLiteral("openUnsavedButton"));
