@@ -4,7 +4,7 @@
 #include "app/Application.h"
 #include "platform/qt/VirtualPorts.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QDir>
 #include <QProcess>
 #include <QTest>
@@ -66,17 +66,18 @@ void measureUntilKilled(Application& application, QString const& folder)
 
 void recover(Application& application, QString const& folder)
 {
-    Stage const stage(application.window(), folder);
+    Stage stage(application.window(), folder);
     stage.waitFor(300);
     stage.takePicture(QStringLiteral("0-unsaved-session"));
     stage.chooseFromMenu(QStringLiteral("以前の測定を開く(&O)…"));
     stage.waitFor(300);
     stage.takePicture(QStringLiteral("0-past-sessions"));
-    stage.click(QStringLiteral("removeButton"));
-    stage.waitFor(300);
-    stage.takePicture(QStringLiteral("0-delete-question"));
-    // The safe answer.
-    QApplication::activeModalWidget()->close();
+    // Answered with the first button, the safe one.
+    stage.expectAlert(
+        QStringLiteral("以前の測定を1件すべて削除します。\n元に戻すことはできません。"),
+        QStringLiteral("0-delete-question"));
+    stage.click(QStringLiteral("removeAllButton"));
+    stage.waitForAlert();
     stage.click(QStringLiteral("closeButton"));
     stage.waitFor(100);
     stage.click(QStringLiteral("openUnsavedButton"));
