@@ -69,7 +69,7 @@ TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndSaysSoOnce)
     EXPECT_FALSE(recorder.open(1)) << "what is not stored yet would be lost";
     store.refusals = 0;
     session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(store.finishedMeasurements, 1U);
+    ASSERT_EQ(store.finishedMeasurements, 1U);
     EXPECT_EQ(recorded.stored().measurements[0].points, (Points {10.0f, 20.0f}));
     EXPECT_EQ(problems, 1);
     EXPECT_TRUE(recorder.canOpen.value());
@@ -80,7 +80,7 @@ TEST(SessionRecorder, PutsAPastSessionBackOnlyBetweenSessions)
     RecordedSession recorded;
     auto& [session, store, recorder] = recorded;
     session.press({20.0});
-    EXPECT_FALSE(recorder.open(1));
+    ASSERT_FALSE(recorder.open(1));
     session.manager.disconnectAction.apply(Nothing {});
     session.connect();
     session.manager.username.setValue("別の人");
