@@ -15,8 +15,9 @@ TEST(OddReadings, HarmNeitherWindowNorAverageNorFile)
         QString average;
         std::string cell;
     };
-    std::vector<Row> const rows {{"+inf0X", QStringLiteral("inf"), "inf"}, {"+nan0X", QStringLiteral("10.0"), "nan"},
-        {"-inf0X", QStringLiteral("10.0"), "-inf"}, {"+1e90X", QStringLiteral("500000000.0"), "1000000000.0"}};
+    std::vector<Row> const rows {{"+inf0X", QStringLiteral("inf"), "inf"},
+        {"+nan0X", QStringLiteral("10.0"), "nan"}, {"-inf0X", QStringLiteral("10.0"), "-inf"},
+        {"+1e90X", QStringLiteral("500000000.0"), "1000000000.0"}};
     for (auto const& [record, average, cell] : rows) {
         Session session;
         MainWindowController controller(session.manager, session.runLoop, session.alerts);
