@@ -34,6 +34,7 @@ Application::Application()
 {
     m_screen.setMainWindow(window());
     m_windowController.setPrintMenu(m_mainMenu.printMenu());
+    m_windowController.addCommands(m_mainMenu.measurementMenu(), m_mainMenu.viewMenu());
     m_windowController.fitToDesign();
     m_delegate.applicationDidFinishLaunching();
     QApplication::setQuitOnLastWindowClosed(

@@ -17,6 +17,8 @@ MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, AppDelegate& d
 {
     m_window.menuBar()->setAccessibleName(QStringLiteral("メニュー"));
     addFileMenu();
+    m_measurementMenu = m_window.menuBar()->addMenu(QStringLiteral("測定(&M)"));
+    addViewMenu();
     addPrintMenu();
     defaultTargetMenu.setTitle(QStringLiteral("目標圧の初期値(&T)"));
     m_window.menuBar()->addMenu(&defaultTargetMenu);
@@ -62,6 +64,19 @@ void MainMenu::addPastSessions(MutableProperty<bool>& canOpen, std::function<voi
     menu.insertSeparator(first);
     m_subscriptions.push_back(
         canOpen.observe([command](bool isPossible) { command->setEnabled(isPossible); }));
+}
+
+void MainMenu::addViewMenu()
+{
+    m_viewMenu = m_window.menuBar()->addMenu(QStringLiteral("表示(&V)"));
+    auto* fullScreen = m_viewMenu->addAction(QStringLiteral("全画面表示(&F)"), Qt::Key_F11, this,
+        [this] { m_window.setWindowState(m_window.windowState() ^ Qt::WindowFullScreen); });
+    fullScreen->setCheckable(true);
+    fullScreen->setMenuRole(QAction::NoRole);
+    // The window manager, too, can leave the full screen.
+    connect(m_viewMenu, &QMenu::aboutToShow, this,
+        [this, fullScreen] { fullScreen->setChecked(m_window.isFullScreen()); });
+    m_viewMenu->addSeparator();
 }
 
 void MainMenu::addPrintMenu()

@@ -32,9 +32,13 @@ public:
 
     // The commands that print.
     QMenu& printMenu() { return *m_printMenu; }
+    // Filled by the panels.
+    QMenu& measurementMenu() { return *m_measurementMenu; }
+    QMenu& viewMenu() { return *m_viewMenu; }
 
 private:
     void addFileMenu();
+    void addViewMenu();
     void addPrintMenu();
     void addHelpMenu();
     void add(QMenu& menu, QString const& title, AppDelegate::Command command,
@@ -43,6 +47,8 @@ private:
 
     QMainWindow& m_window;
     AppDelegate& m_delegate;
+    QMenu* m_measurementMenu = nullptr;
+    QMenu* m_viewMenu = nullptr;
     QMenu* m_printMenu = nullptr;
     std::vector<std::pair<QAction*, AppDelegate::Command>> m_commands;
     Subscriptions m_subscriptions;

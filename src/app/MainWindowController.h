@@ -23,6 +23,10 @@ public:
     }
     // What the header's print button opens. Not owned; must outlive the window's use.
     void setPrintMenu(QMenu& menu) { m_contentController.setPrintMenu(menu); }
+    void addCommands(QMenu& measurementMenu, QMenu& viewMenu)
+    {
+        m_contentController.addCommands(measurementMenu, viewMenu);
+    }
     // The size at which the content stands as it was designed; once the menu bar is filled.
     void fitToDesign();
 

@@ -70,6 +70,12 @@ void TensioViewController::fit(QSizeF size)
         static_cast<int>(std::lround((size.height() - scale * height) / 2.0)));
 }
 
+void TensioViewController::addCommands(QMenu& measurementMenu, QMenu& viewMenu)
+{
+    m_infoControls->addCommands(measurementMenu);
+    m_history->addCommands(viewMenu);
+}
+
 void TensioViewController::setPrintMenu(QMenu& menu)
 {
     m_header->setPrintMenu(menu);

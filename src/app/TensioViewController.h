@@ -49,6 +49,8 @@ public:
     void setPrintMenu(QMenu& menu);
     // Says what the user is to know of the stored sessions. Both must outlive the controller.
     void showNotices(SessionRecorder& recorder, SessionStore& store);
+    // The panels' commands that have keys.
+    void addCommands(QMenu& measurementMenu, QMenu& viewMenu);
 
 private:
     void viewDidLoad(RunLoop& runLoop, Alerts& alerts);

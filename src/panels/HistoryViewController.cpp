@@ -1,11 +1,14 @@
 #include "panels/HistoryViewController.h"
 
 #include "core/NumberText.h"
+#include "core/TensioManager.h"
 #include "panels/HistorySlice.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
 #include "toolkit/StyleSheet.h"
 #include "ui_History.h"
+
+#include <QMenu>
 
 #include <algorithm>
 
@@ -38,6 +41,22 @@ void HistoryViewController::viewDidLoad()
 void HistoryViewController::viewWillAppear()
 {
     setLookProperty(m_view, "role", QStringLiteral("strip"));
+}
+
+void HistoryViewController::addCommands(QMenu& menu)
+{
+    menu.addAction(QStringLiteral("最初の測定へ(&B)"), Qt::Key_Home, this, [this] { showEnd(-1); });
+    menu.addAction(QStringLiteral("最後の測定へ(&E)"), Qt::Key_End, this, [this] { showEnd(+1); });
+}
+
+void HistoryViewController::showEnd(int direction)
+{
+    auto const& list = m_tensioManager.measurementList;
+    auto const last = std::ssize(list.measurements()) - MeasurementList::ITEMS;
+    auto const start = direction < 0 ? 0 : last;
+    m_tensioManager.changeSliceStartingIndex.apply(static_cast<int>(start - list.startingIndex()));
+    if (focusedIndex() >= 0)
+        focusTile(direction < 0 ? 0 : static_cast<int>(m_historySliceViews.size()) - 1);
 }
 
 void HistoryViewController::rebuild(Measurements const& measurements)

@@ -7,6 +7,7 @@
 #include <memory>
 #include <vector>
 
+class QMenu;
 class QWidget;
 
 namespace Ui {
@@ -30,9 +31,13 @@ public:
 
     // Gives the strip its border and shaded background.
     void viewWillAppear();
+    // To the first and the last measurement, with their keys.
+    void addCommands(QMenu& menu);
 
 private:
     void viewDidLoad();
+    // -1: the beginning of the list; +1: its end.
+    void showEnd(int direction);
     void rebuild(Measurements const& measurements);
     void addTile(std::shared_ptr<Measurement> const& measurement);
     void focusTile(int index);

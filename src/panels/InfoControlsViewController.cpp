@@ -4,9 +4,12 @@
 #include "core/TensioManager.h"
 #include "panels/UserInfoViewController.h"
 #include "toolkit/Accessible.h"
+#include "toolkit/ButtonAction.h"
 #include "toolkit/ButtonCommand.h"
 #include "toolkit/ButtonPair.h"
 #include "ui_InfoControls.h"
+
+#include <QMenu>
 
 #include <array>
 
@@ -32,6 +35,14 @@ InfoControlsViewController::InfoControlsViewController(
 }
 
 InfoControlsViewController::~InfoControlsViewController() = default;
+
+void InfoControlsViewController::addCommands(QMenu& menu)
+{
+    menu.addAction(
+        new ButtonAction(*m_ui->startButton, QStringLiteral("測定を開始(&S)"), Qt::Key_F5));
+    menu.addAction(new ButtonAction(
+        *m_ui->finishButton, QStringLiteral("測定を終了(&E)"), Qt::SHIFT | Qt::Key_F5));
+}
 
 void InfoControlsViewController::viewDidLoad()
 {
@@ -67,6 +78,9 @@ void InfoControlsViewController::showReadOuts()
 
 void InfoControlsViewController::showMeasuringState(bool isMeasuring)
 {
+    // Not to Finish: one more Space would end the session.
+    if (isMeasuring && m_view.window()->focusWidget() == m_ui->startButton)
+        m_ui->percentPopup->setFocus();
     enableButtonPair(*m_ui->startButton, !isMeasuring, *m_ui->finishButton, isMeasuring);
     m_ui->statusImageView->setPicture(
         Picture::named(isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off")));

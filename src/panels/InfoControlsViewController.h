@@ -9,6 +9,7 @@
 
 #include <memory>
 
+class QMenu;
 class QWidget;
 
 namespace Ui {
@@ -30,6 +31,9 @@ public:
     InfoControlsViewController(
         TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QWidget& view);
     ~InfoControlsViewController() override;
+
+    // Start and Finish with their keys.
+    void addCommands(QMenu& menu);
 
 private:
     void viewDidLoad();

@@ -2,8 +2,11 @@
 #include "support/Session.h"
 #include "toolkit/DesignFrame.h"
 
+#include <QApplication>
 #include <QLabel>
+#include <QMenuBar>
 #include <QPushButton>
+#include <QTest>
 
 #include <gtest/gtest.h>
 #include <optional>
@@ -84,6 +87,33 @@ TEST(TensioView, DimsTheWindowWhileTheDialogIsOpen)
     EXPECT_EQ(cover.geometry(), QRect(0, 0, 1500, 500)) << "beside the design, too";
     window.find("UserInfo").close();
     EXPECT_FALSE(cover.isVisible());
+}
+
+TEST(TensioView, KeysStartFinishAndTurnTheHistoryWhenThatIsPossible)
+{
+    Window window;
+    auto& menu = *window.controller->window().menuBar()->addMenu(QString());
+    window.controller->addCommands(menu, menu);
+    QApplication::setActiveWindow(&window.controller->window());
+    auto& manager = window.session.manager;
+    auto const press = [&](Qt::Key key, Qt::KeyboardModifier modifier = Qt::NoModifier) {
+        QTest::keyClick(&window.controller->window(), key, modifier);
+        return manager.sliceOfMeasurements.value();
+    };
+    EXPECT_FALSE(menu.actions()[1]->isEnabled());
+    press(Qt::Key_F5);
+    EXPECT_TRUE(manager.isShowingPopup.value());
+    window.find("UserInfo").close();
+    QApplication::setActiveWindow(&window.controller->window());
+    window.session.connect();
+    for (int measurement = 0; measurement < 7; ++measurement)
+        window.session.press({10.0});
+    EXPECT_EQ(press(Qt::Key_Home).front()->number, 1);
+    EXPECT_EQ(press(Qt::Key_End).back()->number, 7);
+    press(Qt::Key_F5);
+    EXPECT_FALSE(manager.isShowingPopup.value());
+    press(Qt::Key_F5, Qt::ShiftModifier);
+    EXPECT_FALSE(manager.isMeasuring.value());
 }
 
 TEST(TensioView, MarksSimulatedReadingsUntilTheNextConnection)

@@ -103,8 +103,9 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
 
     panel.session.connect();
     panel.expectState(true);
-    EXPECT_EQ(panel.window.focusWidget()->objectName(), QStringLiteral("finishButton"));
+    EXPECT_EQ(panel.window.focusWidget()->objectName(), QStringLiteral("percentPopup"));
     panel.session.press({10.0});
+    panel.find<QWidget>("finishButton").setFocus();
     panel.click("finishButton");
     panel.expectState(false);
     EXPECT_EQ(panel.window.focusWidget()->objectName(), QStringLiteral("startButton"));
