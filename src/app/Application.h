@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/AppDelegate.h"
+#include "app/HelpMenu.h"
 #include "app/MainMenu.h"
 #include "app/MainWindowController.h"
 #include "core/DeviceRecord.h"
@@ -71,6 +72,7 @@ private:
     AppDelegate m_delegate {
         m_tensioManager, m_runLoop, m_defaultTargetMenu, [this](ReportKind kind) { print(kind); }};
     MainMenu m_mainMenu {window(), m_defaultTargetMenu, m_delegate, m_tensioManager};
+    HelpMenu m_helpMenu {window(), m_ports};
     Subscriptions m_subscriptions;
 };
 

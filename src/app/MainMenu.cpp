@@ -1,6 +1,5 @@
 #include "app/MainMenu.h"
 
-#include "app/AboutWindow.h"
 #include "core/TensioManager.h"
 
 #include <QMainWindow>
@@ -22,7 +21,6 @@ MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, AppDelegate& d
     addPrintMenu();
     defaultTargetMenu.setTitle(QStringLiteral("目標圧の初期値(&T)"));
     m_window.menuBar()->addMenu(&defaultTargetMenu);
-    addHelpMenu();
 
     // All that the validation looks at: a session's state, the list and the selection.
     m_subscriptions.push_back(
@@ -88,18 +86,6 @@ void MainMenu::addPrintMenu()
     add(*m_printMenu, QStringLiteral("グリッドを印刷(&G)…"), &AppDelegate::printAsGridAction,
         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
     add(*m_printMenu, QStringLiteral("選択した測定を印刷(&S)…"), &AppDelegate::printSelectedAction);
-}
-
-void MainMenu::addHelpMenu()
-{
-    auto& menu = *m_window.menuBar()->addMenu(QStringLiteral("ヘルプ(&H)"));
-    menu.setObjectName(QStringLiteral("helpMenu"));
-    auto* about = menu.addAction(QStringLiteral("tensioについて(&A)"), this, [this] {
-        auto* aboutWindow = new AboutWindow(m_window);
-        aboutWindow->setAttribute(Qt::WA_DeleteOnClose);
-        aboutWindow->open();
-    });
-    about->setMenuRole(QAction::AboutRole);
 }
 
 void MainMenu::add(

@@ -16,8 +16,8 @@ class QMenu;
 
 namespace tensio {
 
-// The menu bar of the main window: the delegate's commands, each enabled while the delegate says
-// so, the menu of default targets, and what every program has.
+// The menu bar of the main window but for the help: the delegate's commands, each enabled while the
+// delegate says so, the full screen, and the menu of default targets.
 class MainMenu : public QObject {
     Q_OBJECT
 
@@ -40,7 +40,6 @@ private:
     void addFileMenu();
     void addViewMenu();
     void addPrintMenu();
-    void addHelpMenu();
     void add(QMenu& menu, QString const& title, AppDelegate::Command command,
         QKeySequence const& shortcut = {});
     void validate();

@@ -35,6 +35,8 @@ public:
 
     std::string name() const override { return m_location.name; }
     bool isVirtual() const override { return m_location.isVirtual; }
+    QString const& device() const { return m_location.device; }
+    bool isOpen() const { return m_isOpen; }
     void setDelegate(SerialPortDelegate* delegate) override { m_delegate = delegate; }
     void setBaudRate(int baudRate) override;
     void setParity(Parity parity) override;

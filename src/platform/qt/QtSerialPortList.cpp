@@ -1,38 +1,50 @@
 #include "platform/qt/QtSerialPortList.h"
 
-#include "platform/qt/QtSerialPort.h"
-#include "platform/qt/VirtualPorts.h"
+#include "platform/qt/OpenError.h"
+#include "platform/qt/PortPlaces.h"
 
-#include <QFileInfo>
-#include <QSerialPortInfo>
+#include <algorithm>
 
 namespace tensio {
-
-QString listedName(QString const& portName, quint16 vendor)
-{
-    constexpr quint16 bridgeVendor = 0x10c4;
-    auto const driverName = QStringLiteral("SLAB_USBtoUART");
-    if (vendor != bridgeVendor || portName.contains(driverName))
-        return portName;
-    return QStringLiteral("%1 (%2)").arg(driverName, portName);
-}
 
 std::vector<std::shared_ptr<SerialPort>> QtSerialPortList::availablePorts()
 {
     std::vector<std::shared_ptr<SerialPort>> ports;
-    for (auto const& info : QSerialPortInfo::availablePorts()) {
-        auto const name = listedName(info.portName(), info.vendorIdentifier());
-        QtSerialPort::Location const location {name.toStdString(), info.systemLocation()};
-        ports.push_back(std::make_shared<QtSerialPort>(location, m_format, m_lineTimers, m_queue));
-    }
-    for (auto const& path : virtualPorts()) {
-        QFileInfo const link(path);
-        // Opened under the terminal's own name, for which the system keeps its locks.
+    m_listed.clear();
+    for (auto const& place : portPlaces()) {
         QtSerialPort::Location const location {
-            link.fileName().toStdString(), link.canonicalFilePath(), true};
-        ports.push_back(std::make_shared<QtSerialPort>(location, m_format, m_lineTimers, m_queue));
+            place.name.toStdString(), place.device, place.isVirtual};
+        auto const port
+            = std::make_shared<QtSerialPort>(location, m_format, m_lineTimers, m_queue);
+        ports.push_back(port);
+        m_listed.push_back(port);
     }
     return ports;
+}
+
+std::vector<InspectedPort> QtSerialPortList::inspect(std::string_view nameFragment)
+{
+    std::vector<InspectedPort> ports;
+    for (auto const& place : portPlaces()) {
+        auto const name = place.name.toStdString();
+        if (name.find(nameFragment) == std::string::npos)
+            continue;
+        bool const isOpen = isOpenHere(place.device);
+        QSerialPort line(place.device);
+        bool const isReadable = isOpen || line.open(QIODevice::ReadOnly);
+        ports.push_back({name, place.device.toStdString(), place.vendor.toStdString(),
+            place.serialNumber.toStdString(), place.isVirtual, isOpen,
+            isReadable ? std::string() : openError(line, place.device)->localizedDescription()});
+    }
+    return ports;
+}
+
+bool QtSerialPortList::isOpenHere(QString const& device) const
+{
+    return std::ranges::any_of(m_listed, [&](auto const& listed) {
+        auto const port = listed.lock();
+        return port && port->isOpen() && port->device() == device;
+    });
 }
 
 } // namespace tensio

@@ -1,0 +1,55 @@
+#include "guide/ConnectionCheck.h"
+
+namespace tensio {
+
+namespace {
+
+QString html(std::string const& text)
+{
+    auto const escaped = QString::fromStdString(text).toHtmlEscaped();
+    return text.empty() ? QStringLiteral("—")
+                        : QString(escaped).replace(u'\n', QStringLiteral("<br>"));
+}
+
+QString row(QString const& caption, QString const& value)
+{
+    return QStringLiteral("<tr><td style='color:#4b5563; padding-right:20px'>%1</td>"
+                          "<td>%2</td></tr>")
+        .arg(caption, value);
+}
+
+QString state(InspectedPort const& port)
+{
+    if (port.isOpen)
+        return QStringLiteral("測定に使用中です");
+    return port.obstacle.empty() ? QStringLiteral("読み取れます") : html(port.obstacle);
+}
+
+} // namespace
+
+QString connectionReport(std::vector<InspectedPort> const& ports)
+{
+    if (ports.empty())
+        return QStringLiteral(
+            "<h3>測定器が見つかりません</h3><p>測定器のUSBケーブルを接続し、測定器の電源を確かめて"
+            "から、「再読込」を押してください。</p>");
+    QString report;
+    for (auto const& port : ports) {
+        bool const isTaken = &port == &ports.front();
+        report
+            += QStringLiteral("<h3>%1%2</h3><table cellpadding='3'>")
+                   .arg(isTaken ? QStringLiteral("接続する測定器")
+                                : QStringLiteral("接続しない測定器（先の測定器を使います）"),
+                       port.isSimulated ? QStringLiteral(" — 模擬装置（実際の測定ではありません）")
+                                        : QString());
+        report += row(QStringLiteral("名前"), html(port.name));
+        report += row(QStringLiteral("ノード"), html(port.node));
+        report += row(QStringLiteral("製造元"), html(port.vendor));
+        report += row(QStringLiteral("製造番号"), html(port.serialNumber));
+        report += row(QStringLiteral("状態"), state(port));
+        report += QStringLiteral("</table>");
+    }
+    return report;
+}
+
+} // namespace tensio

@@ -1,0 +1,137 @@
+#include "guide/GuideView.h"
+
+#include <QFile>
+#include <QImageReader>
+#include <QRegularExpression>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextTable>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tensio {
+
+namespace {
+
+constexpr int margin = 24;
+
+// As links name a heading: without punctuation, a hyphen for each space.
+QString anchorOf(QString const& heading)
+{
+    static QRegularExpression const punctuation(
+        QStringLiteral("[^\\w\\s-]"), QRegularExpression::UseUnicodePropertiesOption);
+    return QString(heading).toLower().remove(punctuation).replace(u' ', u'-');
+}
+
+// Qt reads the headings of Markdown without names to go to.
+void nameHeadings(QTextDocument& document)
+{
+    for (auto block = document.begin(); block.isValid(); block = block.next()) {
+        if (block.blockFormat().headingLevel() == 0)
+            continue;
+        QTextCharFormat name;
+        name.setAnchor(true);
+        name.setAnchorNames({anchorOf(block.text())});
+        QTextCursor cursor(block);
+        cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+        cursor.mergeCharFormat(name);
+        auto format = block.blockFormat();
+        format.setTopMargin(20.0);
+        format.setBottomMargin(8.0);
+        cursor.setBlockFormat(format);
+    }
+}
+
+void ruleTables(QTextDocument& document)
+{
+    for (auto* frame : document.rootFrame()->childFrames()) {
+        auto* table = qobject_cast<QTextTable*>(frame);
+        if (!table)
+            continue;
+        auto format = table->format();
+        format.setBorder(1.0);
+        format.setBorderBrush(QColor(0xb8, 0xbe, 0xc8));
+        format.setBorderCollapse(true);
+        format.setCellPadding(6.0);
+        format.setCellSpacing(0.0);
+        format.setTopMargin(8.0);
+        format.setBottomMargin(8.0);
+        table->setFormat(format);
+    }
+}
+
+} // namespace
+
+GuideView::GuideView(QWidget* parent)
+    : QTextBrowser(parent)
+{
+    setAccessibleName(QStringLiteral("手引き"));
+    document()->setDocumentMargin(margin);
+    setOpenExternalLinks(true);
+}
+
+QVariant GuideView::loadResource(int type, QUrl const& name)
+{
+    if (type == QTextDocument::ImageResource)
+        return fitted(name);
+    return QTextBrowser::loadResource(type, name);
+}
+
+void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
+{
+    auto const page = url.adjusted(QUrl::RemoveFragment);
+    bool const isNewPage = page != source().adjusted(QUrl::RemoveFragment);
+    QTextBrowser::doSetSource(url, type);
+    if (!isNewPage)
+        return;
+    nameHeadings(*document());
+    ruleTables(*document());
+    if (url.hasFragment())
+        scrollToAnchor(url.fragment(QUrl::FullyDecoded));
+    else
+        verticalScrollBar()->setValue(0);
+}
+
+void GuideView::resizeEvent(QResizeEvent* event)
+{
+    QTextBrowser::resizeEvent(event);
+    if (event->oldSize().width() != event->size().width())
+        fitPictures();
+}
+
+void GuideView::fitPictures()
+{
+    // What stands at the top stays there.
+    auto const top = cursorForPosition({0, 0}).position();
+    for (auto block = document()->begin(); block.isValid(); block = block.next()) {
+        for (auto fragment = block.begin(); !fragment.atEnd(); ++fragment) {
+            auto const image = fragment.fragment().charFormat().toImageFormat();
+            if (!image.isValid())
+                continue;
+            QUrl const name(image.name());
+            document()->addResource(QTextDocument::ImageResource, name, fitted(name));
+            document()->markContentsDirty(
+                fragment.fragment().position(), fragment.fragment().length());
+        }
+    }
+    QTextCursor cursor(document());
+    cursor.setPosition(top);
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect(cursor).top());
+}
+
+QImage GuideView::fitted(QUrl const& name) const
+{
+    QImage const image(QStringLiteral(":") + source().resolved(name).path());
+    if (image.isNull())
+        return image;
+    auto const ratio = devicePixelRatioF();
+    auto const room = std::max(1, viewport()->width() - 2 * margin - 8);
+    auto const width = std::min(room, image.width());
+    auto result = image.scaledToWidth(
+        static_cast<int>(std::lround(width * ratio)), Qt::SmoothTransformation);
+    result.setDevicePixelRatio(ratio);
+    return result;
+}
+
+} // namespace tensio

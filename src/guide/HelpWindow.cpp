@@ -1,0 +1,62 @@
+#include "guide/HelpWindow.h"
+
+#include "guide/GuideView.h"
+
+#include <QHBoxLayout>
+#include <QPushButton>
+#include <QScreen>
+#include <QShortcut>
+
+namespace tensio {
+
+namespace {
+constexpr QSize comfortable(860, 900);
+constexpr QSize frame(16, 48);
+} // namespace
+
+HelpWindow::HelpWindow()
+    : m_guide(new GuideView(this))
+{
+    setWindowTitle(QStringLiteral("tensio 使い方"));
+    // The program ends with its main window.
+    setAttribute(Qt::WA_QuitOnClose, false);
+    auto* bar = new QHBoxLayout;
+    bar->setContentsMargins(12, 8, 12, 8);
+    auto const add = [&](QString const& title, auto work) {
+        auto* button = new QPushButton(title, this);
+        button->setProperty("role", QStringLiteral("command"));
+        connect(button, &QPushButton::clicked, m_guide, work);
+        bar->addWidget(button);
+        return button;
+    };
+    auto* back = add(QStringLiteral("戻る"), &QTextBrowser::backward);
+    back->setEnabled(false);
+    connect(m_guide, &QTextBrowser::backwardAvailable, back, &QWidget::setEnabled);
+    for (auto const& [title, page] : {std::pair {u"使い方", u"guide.ja.md"},
+             {u"困ったとき", u"guide.ja.md#困ったとき"}, {u"導入の手引き", u"install.ja.md"}}) {
+        QUrl const url(QStringLiteral("qrc:/help/") + QString::fromUtf16(page));
+        add(QString::fromUtf16(title), [this, url] { m_guide->setSource(url); });
+    }
+    bar->addStretch();
+    auto* layout = new QVBoxLayout(this);
+    layout->setContentsMargins({});
+    layout->setSpacing(0);
+    layout->addLayout(bar);
+    layout->addWidget(m_guide);
+    m_guide->setSource(QUrl(QStringLiteral("qrc:/help/guide.ja.md")));
+    m_guide->setFocus();
+    new QShortcut(Qt::Key_Escape, this, this, &QWidget::close);
+    new QShortcut(QKeySequence::ZoomIn, m_guide, m_guide, [this] { m_guide->zoomIn(); });
+    new QShortcut(QKeySequence::ZoomOut, m_guide, m_guide, [this] { m_guide->zoomOut(); });
+}
+
+void HelpWindow::showOn(QWidget const& opener)
+{
+    if (!isVisible())
+        resize(comfortable.boundedTo(opener.screen()->availableSize() - frame));
+    show();
+    raise();
+    activateWindow();
+}
+
+} // namespace tensio

@@ -1,0 +1,36 @@
+#include "guide/GuideView.h"
+
+#include <QTextBlock>
+
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+TEST(Guide, EveryLinkAndPictureIsThere)
+{
+    QStringList places;
+    QList<QUrl> links;
+    for (auto const& page : {u"qrc:/help/guide.ja.md"_qs, u"qrc:/help/install.ja.md"_qs}) {
+        GuideView view(nullptr);
+        view.setSource(QUrl(page));
+        places << page;
+        for (auto block = view.document()->begin(); block.isValid(); block = block.next()) {
+            for (auto part = block.begin(); !part.atEnd(); ++part) {
+                auto const format = part.fragment().charFormat();
+                for (auto const& name : format.anchorNames())
+                    places << page + u'#' + name;
+                if (!format.anchorHref().isEmpty())
+                    links << view.source().resolved(QUrl(format.anchorHref()));
+                if (auto const image = format.toImageFormat(); image.isValid()) {
+                    QUrl const name(image.name());
+                    auto const picture
+                        = view.document()->resource(QTextDocument::ImageResource, name);
+                    EXPECT_FALSE(picture.value<QImage>().isNull()) << image.name().toStdString();
+                }
+            }
+        }
+    }
+    EXPECT_GT(links.size(), 20);
+    for (auto const& link : links)
+        EXPECT_TRUE(places.contains(link.toString())) << link.toString().toStdString();
+}
