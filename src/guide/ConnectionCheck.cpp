@@ -36,12 +36,12 @@ QString connectionReport(std::vector<InspectedPort> const& ports)
     QString report;
     for (auto const& port : ports) {
         bool const isTaken = &port == &ports.front();
-        report
-            += QStringLiteral("<h3>%1%2</h3><table cellpadding='3'>")
-                   .arg(isTaken ? QStringLiteral("接続する測定器")
-                                : QStringLiteral("接続しない測定器（先の測定器を使います）"),
-                       port.isSimulated ? QStringLiteral(" — 模擬装置（実際の測定ではありません）")
-                                        : QString());
+        report += QStringLiteral("<h3>%1</h3><table cellpadding='3'>")
+                      .arg(isTaken ? QStringLiteral("接続する測定器")
+                                   : QStringLiteral("接続しない測定器（先の測定器を使います）"));
+        if (port.isSimulated)
+            report += row(
+                QStringLiteral("種類"), QStringLiteral("模擬装置（実際の測定ではありません）"));
         report += row(QStringLiteral("名前"), html(port.name));
         report += row(QStringLiteral("ノード"), html(port.node));
         report += row(QStringLiteral("製造元"), html(port.vendor));

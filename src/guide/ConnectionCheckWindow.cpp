@@ -37,7 +37,7 @@ ConnectionCheckWindow::ConnectionCheckWindow(PortInspector& ports, QWidget& pare
     layout->setSpacing(16);
     layout->addWidget(m_report);
     layout->addLayout(buttons);
-    resize(QSize(620, 420).boundedTo(parent.screen()->availableSize() - QSize(16, 48)));
+    resize(QSize(640, 520).boundedTo(parent.screen()->availableSize() - QSize(16, 48)));
     close->setDefault(true);
     close->setFocus();
     reload();

@@ -43,6 +43,20 @@ void nameHeadings(QTextDocument& document)
     }
 }
 
+void wrapCode(QTextDocument& document)
+{
+    for (auto block = document.begin(); block.isValid(); block = block.next()) {
+        auto format = block.blockFormat();
+        if (!format.nonBreakableLines())
+            continue;
+        format.setNonBreakableLines(false);
+        format.setBackground(QColor(0xf1, 0xf2, 0xf4));
+        format.setTopMargin(4.0);
+        format.setBottomMargin(4.0);
+        QTextCursor(block).setBlockFormat(format);
+    }
+}
+
 void ruleTables(QTextDocument& document)
 {
     for (auto* frame : document.rootFrame()->childFrames()) {
@@ -51,6 +65,7 @@ void ruleTables(QTextDocument& document)
             continue;
         auto format = table->format();
         format.setBorder(1.0);
+        format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
         format.setBorderBrush(QColor(0xb8, 0xbe, 0xc8));
         format.setBorderCollapse(true);
         format.setCellPadding(6.0);
@@ -68,7 +83,8 @@ GuideView::GuideView(QWidget* parent)
 {
     setAccessibleName(QStringLiteral("手引き"));
     document()->setDocumentMargin(margin);
-    setOpenExternalLinks(true);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setFrameShape(QFrame::NoFrame);
 }
 
 QVariant GuideView::loadResource(int type, QUrl const& name)
@@ -80,12 +96,9 @@ QVariant GuideView::loadResource(int type, QUrl const& name)
 
 void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
 {
-    auto const page = url.adjusted(QUrl::RemoveFragment);
-    bool const isNewPage = page != source().adjusted(QUrl::RemoveFragment);
     QTextBrowser::doSetSource(url, type);
-    if (!isNewPage)
-        return;
     nameHeadings(*document());
+    wrapCode(*document());
     ruleTables(*document());
     if (url.hasFragment())
         scrollToAnchor(url.fragment(QUrl::FullyDecoded));
@@ -110,7 +123,8 @@ void GuideView::fitPictures()
             if (!image.isValid())
                 continue;
             QUrl const name(image.name());
-            document()->addResource(QTextDocument::ImageResource, name, fitted(name));
+            document()->addResource(
+                QTextDocument::ImageResource, document()->baseUrl().resolved(name), fitted(name));
             document()->markContentsDirty(
                 fragment.fragment().position(), fragment.fragment().length());
         }

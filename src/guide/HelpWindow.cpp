@@ -22,6 +22,7 @@ HelpWindow::HelpWindow()
     setAttribute(Qt::WA_QuitOnClose, false);
     auto* bar = new QHBoxLayout;
     bar->setContentsMargins(12, 8, 12, 8);
+    bar->setSpacing(8);
     auto const add = [&](QString const& title, auto work) {
         auto* button = new QPushButton(title, this);
         button->setProperty("role", QStringLiteral("command"));
