@@ -34,7 +34,8 @@ std::vector<PortPlace> portPlaces()
 {
     std::vector<PortPlace> places;
     for (auto const& info : QSerialPortInfo::availablePorts())
-        places.push_back({listedName(info.portName(), info.vendorIdentifier()), info.systemLocation(), vendor(info), info.serialNumber(), false});
+        places.push_back({listedName(info.portName(), info.vendorIdentifier()),
+            info.systemLocation(), vendor(info), info.serialNumber(), false});
     for (auto const& path : virtualPorts()) {
         QFileInfo const link(path);
         // Opened under the terminal's own name, for which the system keeps its locks.

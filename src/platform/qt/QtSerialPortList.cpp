@@ -14,8 +14,7 @@ std::vector<std::shared_ptr<SerialPort>> QtSerialPortList::availablePorts()
     for (auto const& place : portPlaces()) {
         QtSerialPort::Location const location {
             place.name.toStdString(), place.device, place.isVirtual};
-        auto const port
-            = std::make_shared<QtSerialPort>(location, m_format, m_lineTimers, m_queue);
+        auto const port = std::make_shared<QtSerialPort>(location, m_format, m_lineTimers, m_queue);
         ports.push_back(port);
         m_listed.push_back(port);
     }

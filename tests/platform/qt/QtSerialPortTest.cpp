@@ -2,6 +2,7 @@
 
 #include "core/DeviceRecord.h"
 #include "platform/qt/MainQueue.h"
+#include "platform/qt/PortPlaces.h"
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtRunLoop.h"
 #include "platform/qt/QtSerialPortList.h"
