@@ -189,7 +189,7 @@ bool UserInfoViewController::acceptPressure()
 
 void UserInfoViewController::connectionOpened()
 {
-    m_window->close();
+    m_window->accept();
     // The text may have been edited while the port was opening.
     auto const pressure = readPressure(*m_ui->pressureInput);
     if (pressure && !std::isnan(*pressure))
@@ -197,9 +197,12 @@ void UserInfoViewController::connectionOpened()
     m_tensioManager.username.setValue(m_ui->nameInput->text().toStdString());
 }
 
-void UserInfoViewController::didClose()
+void UserInfoViewController::didClose(int result)
 {
     m_subscriptions.clear();
+    // Readings must not be recorded under the name of the last subject.
+    if (result == QDialog::Rejected && m_tensioManager.connectAction.isExecuting())
+        m_tensioManager.disconnectAction.apply(Nothing {});
     Q_EMIT closed();
 }
 

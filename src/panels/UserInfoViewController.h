@@ -18,8 +18,8 @@ class TensioManager;
 class UserInfoWindow;
 
 // The user information dialog: asks for the subject's name and target, checks both and runs the
-// connect command. Closes, and stores what was entered, when the connection has opened. Shown once:
-// after it has closed it stores nothing any more.
+// connect command. Closes, and stores what was entered, when the connection has opened. Cancelling
+// also ends a connection that is still opening. Shown once: after it has closed it stores nothing.
 class UserInfoViewController : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(UserInfoViewController)
@@ -52,7 +52,7 @@ private:
     bool acceptName();
     bool acceptPressure();
     void connectionOpened();
-    void didClose();
+    void didClose(int result);
 
     TensioManager& m_tensioManager;
     QWidget const& m_opener;
