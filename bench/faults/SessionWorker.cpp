@@ -24,7 +24,7 @@ namespace {
 struct Recording {
     explicit Recording(char const* path)
         : store(QString::fromLocal8Bit(path))
-        , recorder(session.manager, store, session.runLoop, session.clock, [] { return false; })
+        , recorder(session.manager, store, session.runLoop, session.clock)
     {
         session.connect();
         session.manager.username.setValue("花子");

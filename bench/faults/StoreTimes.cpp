@@ -80,8 +80,7 @@ TEST(StoreTimes, OfTheMainThreadInAnHourAndAtTheEndOfMeasurements)
     Place const place;
     Session session;
     QtSessionStore store(place.path);
-    SessionRecorder recorder(
-        session.manager, store, session.runLoop, session.clock, [] { return false; });
+    SessionRecorder recorder(session.manager, store, session.runLoop, session.clock);
     session.connect();
     std::vector<double> seconds;
     for (int second = 0; second < 3600; ++second) {
@@ -122,8 +121,7 @@ TEST(StoreTimes, WithTenThousandSessions)
     auto const longer = start(place.path) - start(empty.path);
     Session session;
     QtSessionStore store(place.path);
-    SessionRecorder recorder(
-        session.manager, store, session.runLoop, session.clock, [] { return false; });
+    SessionRecorder recorder(session.manager, store, session.runLoop, session.clock);
     QWidget parent;
     std::vector<double> openings;
     for (int run = 0; run < 5; ++run) {

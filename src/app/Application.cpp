@@ -22,10 +22,7 @@ namespace {
 QString titleOf(SessionSummary const& session)
 {
     auto const date = QString::fromStdString(formatLocalTime(session.start, "%Y/%m/%d %H:%M"));
-    QString title = QString::fromStdString(session.name) + QStringLiteral("　") + date;
-    if (session.isSimulated)
-        title += QStringLiteral("（模擬装置）");
-    return title;
+    return QString::fromStdString(session.name) + QStringLiteral("　") + date;
 }
 
 } // namespace

@@ -42,7 +42,6 @@ public:
 
 private:
     void print(ReportKind kind);
-    bool isSimulated() { return m_tensioManager.serialPortManager.isSimulated.value(); }
     void keepSessions();
     void openPastSessions();
 
@@ -63,8 +62,7 @@ private:
     TensioManager m_tensioManager {m_ports, m_runLoop, m_clock, m_userDefaults,
         {m_csvReport, m_pdfRenderer, m_savePanel, m_fileWriter, m_screen, m_alerts}};
     QtSessionStore m_sessionStore;
-    SessionRecorder m_sessionRecorder {
-        m_tensioManager, m_sessionStore, m_runLoop, m_clock, [this] { return isSimulated(); }};
+    SessionRecorder m_sessionRecorder {m_tensioManager, m_sessionStore, m_runLoop, m_clock};
     QMenu m_defaultTargetMenu;
     MainWindowController m_windowController {m_tensioManager, m_runLoop, m_alerts};
     // While the preview is open.

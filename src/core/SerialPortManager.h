@@ -24,7 +24,8 @@ public:
 
     // The last pressure read, kPa; every record publishes one value.
     MutableProperty<float> pressure {0.0f};
-    // The readings since the latest start of connect() are simulated.
+    // The readings since the latest start of connect() are simulated, or those of the session that
+    // was restored since.
     MutableProperty<bool> isSimulated {false};
 
     // Each start looks for the port and opens it: a value when it has opened, a failure when there

@@ -3,7 +3,6 @@
 #include "core/TensioManager.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace tensio {
 
@@ -32,25 +31,19 @@ std::shared_ptr<Measurement> measurementOf(StoredMeasurement const& stored)
 
 } // namespace
 
-SessionRecorder::SessionRecorder(TensioManager& tensioManager, SessionStore& store,
-    RunLoop& runLoop, Clock const& clock, std::function<bool()> isSimulated)
+SessionRecorder::SessionRecorder(
+    TensioManager& tensioManager, SessionStore& store, RunLoop& runLoop, Clock const& clock)
     : problem(store.openingProblem())
     , canOpen(store.isOpen())
     , m_tensioManager(tensioManager)
     , m_store(store)
     , m_clock(clock)
-    , m_isSimulated(std::move(isSimulated))
 {
     // Where the store could not be opened, the user knows already that nothing is kept.
     if (!m_store.isOpen())
         return;
     m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
         [this](bool isMeasuring) { isMeasuring ? start() : proceed(); }));
-    m_subscriptions.push_back(m_tensioManager.connectAction.observe([this](auto const& event) {
-        // Now, since the port may be gone when the first measurement is written.
-        if (std::holds_alternative<ValueEvent<Nothing>>(event))
-            m_isSimulatedSession = m_isSimulated();
-    }));
     m_subscriptions.push_back(m_tensioManager.sliceOfMeasurements.observeChanges(
         [this](Measurements const&) { proceed(); }));
     m_subscriptions.push_back(runLoop.scheduleRepeating(interval, [this] { proceed(); }));
@@ -142,7 +135,8 @@ bool SessionRecorder::isSessionBegun()
         m_session = m_store
                         .begin({m_start, m_tensioManager.username.value(),
                             m_tensioManager.targetPressure.value(),
-                            m_tensioManager.targetPressurePercent.value(), m_isSimulatedSession})
+                            m_tensioManager.targetPressurePercent.value(),
+                            m_tensioManager.serialPortManager.isSimulated.value()})
                         .value_or(0);
     return m_session != 0;
 }
@@ -161,7 +155,7 @@ bool SessionRecorder::open(SessionId session)
     Measurements measurements;
     std::ranges::transform(stored->measurements, std::back_inserter(measurements), measurementOf);
     m_session = session;
-    m_tensioManager.restoreSession(stored->summary.name, measurements);
+    m_tensioManager.restoreSession(stored->summary.name, measurements, stored->summary.isSimulated);
     pastSession.setValue(stored->summary);
     return true;
 }

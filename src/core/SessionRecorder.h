@@ -3,8 +3,6 @@
 #include "platform/SessionStore.h"
 #include "reactive/MutableProperty.h"
 
-#include <functional>
-
 namespace tensio {
 
 class Clock;
@@ -18,8 +16,8 @@ struct Measurement;
 class SessionRecorder {
 public:
     // Everything handed in must outlive the recorder.
-    SessionRecorder(TensioManager& tensioManager, SessionStore& store, RunLoop& runLoop,
-        Clock const& clock, std::function<bool()> isSimulated);
+    SessionRecorder(
+        TensioManager& tensioManager, SessionStore& store, RunLoop& runLoop, Clock const& clock);
     SessionRecorder(SessionRecorder const&) = delete;
     SessionRecorder& operator=(SessionRecorder const&) = delete;
     ~SessionRecorder();
@@ -46,12 +44,10 @@ private:
     TensioManager& m_tensioManager;
     SessionStore& m_store;
     Clock const& m_clock;
-    std::function<bool()> m_isSimulated;
 
     // Not all of the session of the latest connection has been written, or it still runs.
     bool m_isRecording = false;
     Date m_start;
-    bool m_isSimulatedSession = false;
     SessionId m_session = 0;
     // Finished measurements that are written whole, and points of the next one that are.
     std::size_t m_writtenMeasurements = 0;

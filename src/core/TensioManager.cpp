@@ -82,7 +82,8 @@ void TensioManager::connectionStarted()
     shouldReset.setValue(true);
 }
 
-void TensioManager::restoreSession(std::string const& name, Measurements const& measurements)
+void TensioManager::restoreSession(
+    std::string const& name, Measurements const& measurements, bool isSimulated)
 {
     // No live value of another subject may remain beside the restored measurements.
     currentPressure.setValue(0.0f);
@@ -90,6 +91,7 @@ void TensioManager::restoreSession(std::string const& name, Measurements const& 
     maxPressure.setValue(0.0f);
     shouldReset.setValue(true);
     username.setValue(name);
+    serialPortManager.isSimulated.setValue(isSimulated);
     measurementList.reset();
     isSavedAsCsv.setValue(false);
     for (auto const& each : measurements)

@@ -76,7 +76,8 @@ public:
     void onReset();
 
     // Puts a finished session into the list, as if it had just been finished; only while none runs.
-    void restoreSession(std::string const& name, Measurements const& measurements);
+    void restoreSession(
+        std::string const& name, Measurements const& measurements, bool isSimulated);
 
     // Fills the menu of default targets. Not owned; must outlive its use through setTargetPressure.
     void setUpTargetPressureMenu(Menu& menu);

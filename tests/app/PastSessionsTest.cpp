@@ -28,8 +28,7 @@ struct Clinic {
             auto const id = store.begin({{}, name, 30.0f, 1.0f, false});
             store.write(*id, {1, 20.0f, 30.0f, {}, true, 0, {}});
         }
-        recorder.emplace(
-            session.manager, store, session.runLoop, session.clock, [] { return false; });
+        recorder.emplace(session.manager, store, session.runLoop, session.clock);
     }
 };
 

@@ -12,11 +12,11 @@ namespace {
 struct RecordedSession {
     Session session;
     FakeSessionStore store;
-    SessionRecorder recorder {
-        session.manager, store, session.runLoop, session.clock, [] { return true; }};
+    SessionRecorder recorder {session.manager, store, session.runLoop, session.clock};
 
     RecordedSession()
     {
+        session.port->isSimulator = true;
         session.connect(40.0f);
         session.manager.username.setValue("山田 花子");
         session.manager.targetPressurePercent.setValue(0.5f);
@@ -82,6 +82,7 @@ TEST(SessionRecorder, PutsAPastSessionBackOnlyBetweenSessions)
     session.press({20.0});
     ASSERT_FALSE(recorder.open(1));
     session.manager.disconnectAction.apply(Nothing {});
+    session.port->isSimulator = false;
     session.connect();
     session.manager.username.setValue("別の人");
     session.press({50.0});
@@ -90,6 +91,10 @@ TEST(SessionRecorder, PutsAPastSessionBackOnlyBetweenSessions)
     EXPECT_EQ(session.bestPressures(), std::vector {20.0f});
     EXPECT_EQ(session.manager.username.value(), "山田 花子");
     EXPECT_EQ(session.manager.maxPressure.value(), 0.0f) << "of another person";
+    EXPECT_TRUE(session.manager.serialPortManager.isSimulated.value());
+    ASSERT_TRUE(recorder.open(2));
+    EXPECT_FALSE(session.manager.serialPortManager.isSimulated.value());
+    ASSERT_TRUE(recorder.open(1));
     ASSERT_EQ(recorder.pastSession.value()->id, 1);
     session.saving.answer = "/file.csv";
     session.manager.saveCsv();
