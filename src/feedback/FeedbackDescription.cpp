@@ -22,17 +22,17 @@ FeedbackDescription::FeedbackDescription(VisualFeedbackViewModel const& viewMode
     , maximum(QStringLiteral("%1 kPa").arg(number(viewModel.maxPressure.value(), 1)))
 {
     if (viewModel.isTargetReached())
-        target += QStringLiteral(" 到達");
+        target += QStringLiteral(" 達成");
 }
 
 QString FeedbackDescription::gauge() const
 {
-    return QStringLiteral("%1、目標 %2、最大 %3").arg(pressureScale, target, maximum);
+    return QStringLiteral("%1、目標 %2、最大圧 %3").arg(pressureScale, target, maximum);
 }
 
 QString FeedbackDescription::graph() const
 {
-    return QStringLiteral("%1、%2、目標 %3、最大 %4")
+    return QStringLiteral("%1、%2、目標 %3、最大圧 %4")
         .arg(pressureScale, timeScale, target, maximum);
 }
 

@@ -9,6 +9,8 @@
 
 #include <QLabel>
 
+#include <cmath>
+
 namespace tensio {
 
 namespace {
@@ -80,6 +82,7 @@ void VisualFeedbackViewController::viewWillAppear()
 {
     layoutGaugeLabels(static_cast<double>(m_viewModel.upperBoundPressure.value()));
     layoutGraphLabels(static_cast<double>(m_ui->graphView->timeWindow.value()));
+    placeGaugeTags();
     m_ui->graphView->setUp(*m_ui->maxPressureImage, *m_ui->targetPressureImage);
 }
 
@@ -109,6 +112,7 @@ void VisualFeedbackViewController::observeChanges()
     onChange(m_viewModel.upperBoundPressure, [this](float upperBound) {
         redraw();
         layoutGaugeLabels(static_cast<double>(upperBound));
+        placeGaugeTags();
         if (auto* plotter = m_ui->graphView->plotter())
             plotter->setUpperBoundPressure(upperBound);
     });
@@ -123,8 +127,12 @@ void VisualFeedbackViewController::observeChanges()
         if (auto* plotter = m_ui->graphView->plotter())
             plotter->addPressurePoint(pressure);
     });
-    onChange(m_viewModel.maxPressure, [this](float) { redraw(); });
-    onChange(m_viewModel.targetPressure, [this](float) { redraw(); });
+    for (auto* pressure : {&m_viewModel.maxPressure, &m_viewModel.targetPressure}) {
+        onChange(*pressure, [this](float) {
+            redraw();
+            placeGaugeTags();
+        });
+    }
     onChange(m_viewModel.shouldReset, [this](bool shouldReset) {
         auto* plotter = m_ui->graphView->plotter();
         if (shouldReset && plotter) {
@@ -151,6 +159,28 @@ void VisualFeedbackViewController::layoutGaugeLabels(double upperBound)
     for (double pressure = 5.0; pressure <= upperBound; pressure += 5.0)
         m_gaugeLabels->push_back(
             makeLabel(*m_ui->zeroLabel, pressure, 0.0, pressure * unitsPerKPa));
+}
+
+// The tag of the higher line stands on it, the other hangs from its own: neither hides the other.
+void VisualFeedbackViewController::placeGaugeTags()
+{
+    auto const target = m_viewModel.targetPressure.value();
+    auto const maximum = m_viewModel.maxPressure.value();
+    auto const gauge = designFrame(*m_ui->gaugeView);
+    auto const place = [&](QLabel& tag, float pressure, bool isHigher) {
+        auto const height = std::round(gauge.height() * static_cast<double>(pressure)
+            / static_cast<double>(m_viewModel.upperBoundPressure.value()));
+        bool const isLineVisible = height > 0.0 && height < gauge.height();
+        tag.setVisible(isLineVisible);
+        if (!isLineVisible)
+            return;
+        auto frame = designFrame(tag);
+        auto const line = gauge.bottom() - height;
+        frame.moveTop(isHigher ? line + 2.0 - frame.height() : line - 2.0);
+        setDesignFrame(tag, frame);
+    };
+    place(*m_ui->gaugeTargetTag, target, target > maximum);
+    place(*m_ui->gaugeMaxTag, maximum, target <= maximum);
 }
 
 void VisualFeedbackViewController::layoutGraphLabels(double timeWindow)

@@ -45,6 +45,7 @@ private:
     void attachCommands();
     void redraw() { m_frameRequest.setValue(Nothing {}); }
     void layoutGaugeLabels(double upperBound);
+    void placeGaugeTags();
     void layoutGraphLabels(double timeWindow);
     std::unique_ptr<QLabel> makeLabel(QLabel const& zeroLabel, double value, double dx, double dy);
 

@@ -114,10 +114,10 @@ TEST(Accessibility, DescribesTheLiveAreaAndStepsWithTheArrowKeys)
     EXPECT_EQ(value->currentValue(), 35.0);
     EXPECT_EQ(value->maximumValue(), 80.0);
     EXPECT_EQ(spoken(program.find<GraphView>()).text(QAccessible::Description),
-        QStringLiteral("圧力目盛 0〜80 kPa、時間目盛 30秒、目標 30.0 kPa 到達、最大 35.0 kPa"));
+        QStringLiteral("圧力目盛 0〜80 kPa、時間目盛 30秒、目標 30.0 kPa 達成、最大圧 35.0 kPa"));
     for (auto const& [label, name] :
         {std::pair {"currentPressureLabel", QStringLiteral("現在の圧力 35.0 kPa")},
-            {"targetPressureImage", QStringLiteral("目標圧 30.0 kPa 到達")},
+            {"targetPressureImage", QStringLiteral("目標圧 30.0 kPa 達成")},
             {"maxPressureImage", QStringLiteral("最大圧 35.0 kPa")},
             {"statusLabel", QStringLiteral("状態 測定中")},
             {"percentPopup", QStringLiteral("目標の割合 100%")}})

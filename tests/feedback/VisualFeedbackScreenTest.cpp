@@ -60,7 +60,7 @@ struct LiveArea {
         }
         EXPECT_NEAR(designFrame(*columns[0].back()).center().y(), 64.0, 1e-9)
             << "level with the top";
-        EXPECT_DOUBLE_EQ(designFrame(*columns[1].back()).center().x(), 164.0 + 524.0);
+        EXPECT_DOUBLE_EQ(designFrame(*columns[1].back()).center().x(), 164.0 + 480.0);
         std::string text;
         for (auto const& column : columns)
             text += std::to_string(column.size()) + ":" + column.back()->text().toStdString() + " ";
@@ -158,6 +158,22 @@ TEST(VisualFeedbackScreen, PaintsOnceAFrameAndOnlyWhatAReadingChanges)
         EXPECT_LT(counter->painted.boundingRect().height(), 60);
     }
     EXPECT_LT(graph.painted.boundingRect().width(), 30);
+}
+
+TEST(VisualFeedbackScreen, TheTagsOfTheGaugeNeverHideEachOther)
+{
+    for (float const target : {39.0f, 40.0f, 41.0f}) {
+        LiveArea screen;
+        screen.session.manager.targetPressure.setValue(target);
+        screen.receive(40.0);
+        auto const maximumFrame
+            = designFrame(*screen.view.findChild<QLabel*>(QStringLiteral("gaugeMaxTag")));
+        auto const targetFrame
+            = designFrame(*screen.view.findChild<QLabel*>(QStringLiteral("gaugeTargetTag")));
+        // They share the line where it is one.
+        EXPECT_LE((maximumFrame & targetFrame).height(), 4.0) << target;
+        EXPECT_EQ(maximumFrame.bottom(), target > 40.0f ? 308.0 : 286.0) << target;
+    }
 }
 
 TEST(VisualFeedbackScreen, TheEndOfASessionLeavesNoLineWhite)
