@@ -5,6 +5,7 @@
 //   QT_QPA_PLATFORM=offscreen build/default/bin/graph_bench
 //     --benchmark_filter='floor|Frame'   every frame of the running trace
 //     --benchmark_filter=afterChange     from a change of scale to the exact picture
+//     --benchmark_filter=afterAnHour     from an hour without a frame to the exact picture
 // The times are of single frames: median, 99th percentile and longest, in milliseconds of processor
 // time.
 
@@ -194,6 +195,25 @@ void afterChangeOfNoise(benchmark::State& state)
     afterChange(state, noise);
 }
 
+void afterAnHour(benchmark::State& state, float (*pressure)(int))
+{
+    Trace trace(pressure, 1, static_cast<int>(state.range(0)));
+    trace.graph.setClock(trace.clock);
+    FrameTimes times(state);
+    int frames = 0;
+    for (auto const _ : state) {
+        trace.add(120 * pointsPerSweep);
+        double total = 0.0;
+        do {
+            trace.add(1);
+            total += times.measure([&] { trace.showFrame(); });
+            ++frames;
+        } while (!trace.graph.isSettled());
+        state.SetIterationTime(total);
+    }
+    state.counters["frames"] = frames;
+}
+
 void gaugeFrame(benchmark::State& state)
 {
     QWidget window;
@@ -282,6 +302,8 @@ BENCHMARK(afterChangeOfPressing)
     ->Apply(atFixedLength)
     ->Iterations(2)
     ->ArgsProduct({{1, 10, 100, 960}, {1, 2}});
+BENCHMARK_CAPTURE(afterAnHour, pressing, pressing)->Apply(atFixedLength)->Iterations(1)->Arg(2);
+BENCHMARK_CAPTURE(afterAnHour, noise, noise)->Apply(atFixedLength)->Iterations(1)->Arg(2);
 BENCHMARK(afterChangeOfNoise)->Apply(atFixedLength)->Iterations(2)->ArgsProduct({{1, 10}, {1, 2}});
 
 } // namespace
