@@ -1,8 +1,10 @@
 #include "StreamCheck.h"
 
-#include "PlayedStream.h"
+#include "core/DeviceRecord.h"
+#include "platform/RecordGatherer.h"
+#include "support/Session.h"
 
-#include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
 
@@ -10,70 +12,21 @@ namespace tensio::fuzz {
 
 namespace {
 
+std::string_view take(std::string_view& bytes, std::size_t count)
+{
+    auto const taken = bytes.substr(0, count);
+    bytes.remove_prefix(taken.size());
+    return taken;
+}
+
+unsigned takeByte(std::string_view& bytes)
+{
+    return bytes.empty() ? 0U : static_cast<unsigned char>(take(bytes, 1).front());
+}
+
 bool isSame(float left, float right)
 {
     return left == right || (std::isnan(left) && std::isnan(right));
-}
-
-std::string brokenReading(PlayedStream const& played)
-{
-    for (auto const& [seconds, pressure, shown] : played.readings) {
-        // Three characters and a tenth say at most nine billion.
-        if (std::isfinite(pressure) && std::abs(pressure) > 9.0e9f)
-            return "a reading is one that a record can say";
-        if (!isSame(shown, pressure > 0.0f ? pressure : 0.0f))
-            return "what is shown is the reading, never below 0";
-    }
-    return {};
-}
-
-// Which measurement each reading stands in.
-std::vector<std::size_t> placesOf(PlayedStream const& played, std::vector<float>& points)
-{
-    std::vector<std::size_t> places;
-    auto const append = [&](std::vector<float> const& more) {
-        points.insert(points.end(), more.begin(), more.end());
-        places.resize(points.size(), places.empty() ? 0 : places.back() + 1);
-    };
-    for (auto const& each : played.finished)
-        append(*each->pressurePoints);
-    append(played.unfinishedPoints);
-    return places;
-}
-
-std::string brokenCut(PlayedStream const& played)
-{
-    std::vector<float> points;
-    auto const places = placesOf(played, points);
-    if (!std::ranges::equal(points, played.readings, isSame, {}, &Reading::pressure))
-        return "every reading stands in one measurement, in order";
-    bool hasPress = false;
-    for (std::size_t index = 0; index + 1 < points.size(); ++index) {
-        hasPress = hasPress || points[index] > 0.0f;
-        auto const gap = played.readings[index + 1].seconds - played.readings[index].seconds;
-        bool const isCut = places[index + 1] != places[index];
-        if (isCut ? gap < 0.999 || !hasPress : gap > 2.001 && hasPress)
-            return "a press ends after 1 to 2 s of silence";
-        hasPress = hasPress && !isCut;
-    }
-    return {};
-}
-
-std::string brokenMeasurement(PlayedStream const& played)
-{
-    int number = 1;
-    for (auto const& each : played.finished) {
-        float best = 0.0f;
-        for (auto const point : *each->pressurePoints)
-            best = point > best ? point : best;
-        if (each->number != number++)
-            return "measurements are numbered from 1";
-        if (each->bestPressure != best || best == 0.0f)
-            return "the best pressure is the highest, and above 0";
-        if (each->targetPressure != played.target)
-            return "the target is the base times the factor";
-    }
-    return {};
 }
 
 // The cells of a file that is UTF-16, or of as much of it as is.
@@ -102,55 +55,192 @@ bool reads(std::string const& cell, float value)
         && (isSame(found, value) || std::abs(found - value) <= 0.0501f + std::abs(value) * 1e-6f);
 }
 
-std::string brokenFile(PlayedStream const& played)
+// Around the silence that ends an incomplete record (20 ms) and the tick that ends a press.
+double pauseOf(unsigned head)
 {
-    if (played.finished.empty())
-        return played.csv.empty() ? "" : "without a measurement there is no file";
-    auto const rows = cellsOf(played.csv);
-    std::size_t longest = 0;
-    for (auto const& each : played.finished)
-        longest = std::max(longest, each->pressurePoints->size());
-    constexpr std::size_t firstPoint = 7;
-    if (rows.size() != firstPoint + longest + 1
-        || rows[0] != std::vector<std::string> {"??", "? ???"})
-        return "the file has the name, and a row for each point";
-    std::string const failure = "the file says what was measured";
-    for (std::size_t column = 0; column < played.finished.size() * 3; column += 3) {
-        auto const& measurement = *played.finished[column / 3];
-        auto const& points = *measurement.pressurePoints;
-        if (rows[3].at(column) != std::to_string(measurement.number) + "??"
-            || !reads(rows[4].at(column + 1), *measurement.bestPressure)
-            || !reads(rows[5].at(column + 1), played.target))
-            return failure;
-        for (std::size_t row = 0; row < longest; ++row) {
-            auto const* const cells = &rows[firstPoint + row].at(column);
-            bool const isRight = row < points.size()
-                ? reads(cells[0], static_cast<float>(row + 1) * 0.05f)
-                    && reads(cells[1], points[row])
-                : cells[0].empty() && cells[1].empty();
-            if (!isRight)
-                return failure;
-        }
-    }
-    return {};
+    constexpr std::array pauses {0.0, 0.003, 0.01, 0.019, 0.02, 0.023, 0.45, 0.997};
+    return pauses.at(head >> 5U);
 }
 
-std::string broken(PlayedStream const& played)
-{
-    for (auto const& failure : {played.failure, brokenReading(played), brokenCut(played),
-             brokenMeasurement(played), brokenFile(played)}) {
-        if (!failure.empty())
-            return failure;
+// A session behind a port's gatherer, set up by a fuzzer's first byte, in virtual time.
+class Line {
+public:
+    std::vector<std::pair<double, float>> readings;
+    // The first property that did not hold.
+    std::string broken;
+
+    explicit Line(std::string_view& bytes)
+        : m_setUp(takeByte(bytes))
+    {
+        constexpr std::array targets {30.0f, 42.5f, 10.0f, 80.0f};
+        constexpr std::array percents {1.0f, 0.8f, 0.01f, 0.7f};
+        auto const percent = percents.at(m_setUp >> 3U & 3U);
+        m_session.connect(targets.at(m_setUp >> 1U & 3U));
+        m_session.manager.username.setValue("氏\t名𠮷");
+        m_session.manager.changeTargetPressurePercentAction.apply(percent);
+        m_target = m_session.manager.targetPressure.value() * percent;
+        m_observing = m_session.manager.serialPortManager.pressure.observeChanges(
+            [this](float pressure) { checkReading(pressure); });
     }
-    return played.timersLeft == 1 ? "" : "no timer but the clock outlives the session";
+
+    bool endsByPulling() const { return (m_setUp & 1U) != 0; }
+    bool probesEveryPause() const { return (m_setUp & 32U) != 0; }
+
+    void require(bool holds, char const* property)
+    {
+        if (!holds && broken.empty())
+            broken = property;
+    }
+    void pause(double seconds) { m_session.runLoop.advance(Seconds(seconds)); }
+    void write(std::string_view bytes)
+    {
+        if (!bytes.empty())
+            m_gatherer.receive(bytes);
+    }
+    void probe()
+    {
+        pause(0.025);
+        auto const before = readings.size();
+        write(deviceRecord(12.3));
+        require(readings.size() == before + 1 && readings.back().second == 12.3f,
+            "after 25 ms of silence a record is read");
+    }
+    std::string end()
+    {
+        if (endsByPulling()) {
+            m_gatherer.flush();
+            m_session.port->playLoss();
+        } else {
+            m_gatherer.discard();
+            m_session.manager.disconnectAction.apply(Nothing {});
+        }
+        require(m_session.runLoop.liveTimers() == 1, "no timer but the clock's is left");
+        checkMeasurements();
+        checkFile();
+        return broken;
+    }
+
+private:
+    void checkReading(float pressure)
+    {
+        readings.emplace_back(m_session.runLoop.now().count(), pressure);
+        // Three characters and a tenth say at most nine billion.
+        require(!std::isfinite(pressure) || std::abs(pressure) < 9.1e9f,
+            "a reading is one that a record can say");
+        require(
+            isSame(m_session.manager.currentPressure.value(), pressure > 0.0f ? pressure : 0.0f),
+            "what is shown is the reading, never below 0");
+    }
+    void checkMeasurements()
+    {
+        auto measurements = m_session.manager.measurementList.measurements();
+        auto const finished = std::ssize(measurements);
+        measurements.push_back(m_session.manager.measurement);
+        int number = 0;
+        auto reading = readings.begin();
+        for (auto const& measurement : measurements) {
+            float best = 0.0f;
+            bool isFirst = true;
+            for (auto const point : *measurement->pressurePoints) {
+                if (reading == readings.end() || !isSame(reading->second, point))
+                    return require(false, "every reading stands in one measurement, in order");
+                auto const gap = reading == readings.begin()
+                    ? 1.0
+                    : reading->first - std::prev(reading)->first;
+                require(isFirst ? gap > 0.999 : gap < 2.001 || best == 0.0f,
+                    "a press ends after 1 to 2 s of silence");
+                best = point > best ? point : best;
+                isFirst = false;
+                ++reading;
+            }
+            require(++number > finished
+                    || (measurement->number == number && measurement->bestPressure == best
+                        && best > 0.0f && measurement->targetPressure == m_target),
+                "number, best pressure above 0 and target are right");
+        }
+        require(reading == readings.end(), "every reading stands in a measurement");
+    }
+    void checkFile()
+    {
+        m_session.saving.answer = "file.csv";
+        m_session.manager.saveCsv();
+        auto const rows = cellsOf(m_session.saving.written);
+        std::size_t column = 1;
+        for (auto const& measurement : m_session.manager.measurementList.measurements()) {
+            bool isRight = reads(rows.at(4).at(column), *measurement->bestPressure)
+                && reads(rows.at(5).at(column), m_target);
+            auto const& points = *measurement->pressurePoints;
+            isRight = isRight && rows.size() >= points.size() + 8;
+            for (std::size_t row = 7; isRight && row + 1 < rows.size(); ++row) {
+                auto const& cell = rows[row].at(column);
+                isRight = row < points.size() + 7 ? reads(cell, points[row - 7]) : cell.empty();
+            }
+            require(isRight, "the file says what was measured");
+            column += 3;
+        }
+    }
+
+    unsigned m_setUp;
+    Session m_session;
+    float m_target = 0.0f;
+    RecordGatherer m_gatherer {
+        m_session.runLoop, deviceRecordFormat, [this](std::string_view chunk) {
+            m_session.port->delegate->serialPortDidReceiveData(chunk);
+        }};
+    Subscription m_observing;
+};
+
+// The bytes as they are, with a record after 25 ms of silence: at the end, or at every pause.
+std::string playBytes(std::string_view bytes)
+{
+    Line line(bytes);
+    while (!bytes.empty()) {
+        auto const head = takeByte(bytes);
+        if (line.probesEveryPause() && pauseOf(head) > 0.025)
+            line.probe();
+        line.pause(pauseOf(head));
+        line.write(take(bytes, head & 31U));
+    }
+    if (!line.endsByPulling())
+        line.probe();
+    return line.end();
+}
+
+// Well-formed records with the same cuts and pauses.
+std::string playRecords(std::string_view bytes)
+{
+    Line line(bytes);
+    std::string wire;
+    std::vector<float> sent;
+    for (std::size_t written = 0; !bytes.empty();) {
+        auto const head = takeByte(bytes);
+        line.pause(pauseOf(head));
+        // Sign, digits and the sixth byte of a record come from four of the fuzzer's bytes.
+        auto const length = (head & 31U) % 8;
+        while (wire.size() < written + length) {
+            auto const sign = takeByte(bytes) % 4 == 0 ? -1.0 : 1.0;
+            auto const high = takeByte(bytes) % 39;
+            auto const pressure = sign * (high * 256 + takeByte(bytes)) / 10.0;
+            wire += deviceRecord(pressure);
+            wire.back() = static_cast<char>(takeByte(bytes) & 0x7fU);
+            sent.push_back(static_cast<float>(pressure));
+        }
+        line.write(std::string_view(wire).substr(written, length));
+        written += length;
+        auto const& readings = line.readings;
+        line.require(readings.size() == written / deviceRecordWidth
+                && (readings.empty() || readings.back().second == sent.at(readings.size() - 1)),
+            "a record is read as soon as it is whole, however it was cut");
+    }
+    return line.end();
 }
 
 } // namespace
 
 std::string brokenProperty(std::string_view bytes)
 {
-    auto const failure = broken(playRecords(bytes));
-    return failure.empty() ? broken(playBytes(bytes)) : failure;
+    auto const broken = playRecords(bytes);
+    return broken.empty() ? playBytes(bytes) : broken;
 }
 
 } // namespace tensio::fuzz

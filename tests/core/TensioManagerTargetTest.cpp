@@ -6,14 +6,9 @@ using namespace tensio;
 
 TEST(TensioManagerTarget, StepsStayOnTheGridThatTheUserSees)
 {
-    struct {
-        float base;
-        float percent;
-        float step;
-        float result;
-    } const rows[] {{30.0f, 1.0f, 0.1f, 30.1f}, {10.0f, 1.0f, -0.1f, 10.0f},
-        {80.0f, 1.0f, 0.1f, 80.0f}, {33.3f, 0.7f, 0.1f, 23.4f / 0.7f}, {40.0f, 0.5f, -0.1f, 39.8f},
-        {80.0f, 0.5f, 0.1f, 80.0f}, {0.0f, 1.0f, 0.1f, 10.0f}};
+    std::tuple<float, float, float, float> const rows[] {{30.0f, 1.0f, 0.1f, 30.1f},
+        {10.0f, 1.0f, -0.1f, 10.0f}, {80.0f, 1.0f, 0.1f, 80.0f}, {33.3f, 0.7f, 0.1f, 23.4f / 0.7f},
+        {40.0f, 0.5f, -0.1f, 39.8f}, {80.0f, 0.5f, 0.1f, 80.0f}, {0.0f, 1.0f, 0.1f, 10.0f}};
     for (auto const& [base, percent, step, result] : rows) {
         Session session;
         session.manager.targetPressure.setValue(base);
@@ -26,14 +21,12 @@ TEST(TensioManagerTarget, StepsStayOnTheGridThatTheUserSees)
 
 TEST(TensioManagerTarget, LoadsTheDefaultWithoutWritingAndKeepsEachChange)
 {
-    for (auto const& [stored, loaded] : {std::pair {-5.0f, 30.0f}, {32.5f, 32.5f}}) {
-        Session session({{"target pressure", stored}});
-        EXPECT_EQ(session.manager.defaultTargetPressure.value(), loaded);
-        EXPECT_EQ(session.userDefaults.synchronizations, 0);
-        session.manager.defaultTargetPressure.setValue(45.0f);
-        EXPECT_EQ(session.userDefaults.stored["target pressure"], 45.0f);
-        EXPECT_EQ(session.userDefaults.synchronizations, 1);
-    }
+    Session session({{"target pressure", 32.5f}});
+    EXPECT_EQ(session.manager.defaultTargetPressure.value(), 32.5f);
+    EXPECT_EQ(session.userDefaults.synchronizations, 0);
+    session.manager.defaultTargetPressure.setValue(45.0f);
+    EXPECT_EQ(session.userDefaults.stored["target pressure"], 45.0f);
+    EXPECT_EQ(session.userDefaults.synchronizations, 1);
 }
 
 TEST(TensioManagerTarget, OffersFifteenDefaultsAndChecksTheChosenOne)

@@ -27,12 +27,8 @@ std::string ordinals(PrintView& view, int pages)
 
 TEST(PrintViews, FillPagesWithoutGapsOrRepeats)
 {
-    struct {
-        int count;
-        int listPages;
-        int gridPages;
-    } const rows[] {{0, 1, 0}, {1, 1, 1}, {9, 1, 1}, {10, 1, 2}, {58, 1, 7}, {59, 2, 7},
-        {99, 2, 11}, {117, 2, 13}, {118, 3, 14}};
+    std::tuple<int, int, int> const rows[] {{0, 1, 0}, {1, 1, 1}, {9, 1, 1}, {10, 1, 2}, {58, 1, 7},
+        {59, 2, 7}, {99, 2, 11}, {117, 2, 13}, {118, 3, 14}};
     for (auto const& [count, listPages, gridPages] : rows) {
         std::string expected;
         for (int number = 1; number <= count; ++number)
@@ -48,15 +44,10 @@ TEST(PrintViews, FillPagesWithoutGapsOrRepeats)
 
 TEST(PrintViews, RefuseAPaperThatHoldsNothing)
 {
-    struct {
-        char const* what;
-        PrintInfo paper;
-        int listPages;
-        int gridPages;
-    } const rows[] {{"a line", {595, 144 + 11.3 * 3 + 0.1}, 1, 0},
-        {"no line", {595, 144 + 11.3 * 2.9}, 0, 0}, {"too narrow a table", {144 + 449, 842}, 0, 1},
-        {"one block", {144 + 150, 144 + 185}, 0, 1}, {"too narrow a block", {144 + 149, 842}, 0, 0},
-        {"too low a block", {595, 144 + 184}, 1, 0},
+    std::tuple<char const*, PrintInfo, int, int> const rows[] {
+        {"a line", {595, 144 + 11.3 * 3 + 0.1}, 1, 0}, {"no line", {595, 144 + 11.3 * 2.9}, 0, 0},
+        {"too narrow a table", {144 + 449, 842}, 0, 1}, {"one block", {144 + 150, 144 + 185}, 0, 1},
+        {"too narrow a block", {144 + 149, 842}, 0, 0}, {"too low a block", {595, 144 + 184}, 1, 0},
         {"margins wider than the paper", {100, 100}, 0, 0}};
     for (auto const& [what, paper, listPages, gridPages] : rows) {
         EXPECT_EQ(ListPrintView("", {}).paginate(paper, Page()), listPages) << what;

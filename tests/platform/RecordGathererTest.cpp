@@ -5,7 +5,6 @@
 
 #include <algorithm>
 #include <gtest/gtest.h>
-#include <iterator>
 
 using namespace tensio;
 
@@ -14,15 +13,18 @@ namespace {
 struct Gathering {
     ManualRunLoop runLoop;
     std::vector<std::string> chunks;
-    RecordGatherer gatherer {runLoop, deviceRecordFormat,
-        [this](std::string_view chunk) { chunks.emplace_back(chunk); }};
+    std::string joined;
+    std::vector<float> read;
+    RecordGatherer gatherer {runLoop, deviceRecordFormat, [this](std::string_view chunk) {
+                                 chunks.emplace_back(chunk);
+                                 joined += chunk;
+                                 std::ranges::copy(readRecords(chunk), std::back_inserter(read));
+                             }};
 
-    std::string joined() const
+    void receive(std::string_view bytes, double pause)
     {
-        std::string all;
-        for (auto const& chunk : chunks)
-            all += chunk;
-        return all;
+        gatherer.receive(bytes);
+        runLoop.advance(Seconds(pause));
     }
 };
 
@@ -30,21 +32,18 @@ struct Gathering {
 
 TEST(RecordGatherer, LosesNoRecordHoweverTheReadsFall)
 {
-    std::string const stream = "+0101a-0202b+0303c";
-    constexpr unsigned partitions = 1U << 17U;
-    for (unsigned cuts = 0; cuts < partitions; ++cuts) {
+    std::string_view const stream = "+0101a-0202b+0303c";
+    for (unsigned cuts = 0; cuts < 1U << 17U; ++cuts) {
         Gathering gathering;
         std::size_t begin = 0;
         for (std::size_t end = 1; end <= stream.size(); ++end) {
             if (end < stream.size() && (cuts >> (end - 1) & 1U) == 0)
                 continue;
-            gathering.gatherer.receive(std::string_view(stream).substr(begin, end - begin));
-            gathering.runLoop.advance(Seconds(end % 2 == 0 ? 0.019 : 1.5));
+            gathering.receive(stream.substr(begin, end - begin), end % 2 == 0 ? 0.019 : 1.5);
             begin = end;
         }
-        ASSERT_EQ(gathering.joined(), stream) << "cuts " << cuts;
-        for (auto const& chunk : gathering.chunks)
-            ASSERT_EQ(chunk.size() % 6, 0U) << "cuts " << cuts;
+        ASSERT_EQ(gathering.joined, stream) << "cuts " << cuts;
+        ASSERT_EQ(gathering.read, (std::vector {10.1f, -20.2f, 30.3f})) << "cuts " << cuts;
         ASSERT_EQ(gathering.runLoop.liveTimers(), 0U);
     }
 }
@@ -52,73 +51,45 @@ TEST(RecordGatherer, LosesNoRecordHoweverTheReadsFall)
 TEST(RecordGatherer, KeepsWhatIsNoRecordApartFromTheNextBurst)
 {
     using Texts = std::vector<std::string>;
-    struct {
-        char const* what;
-        Texts bursts;
-        Texts chunks;
-    } const cases[] {
-        {"a stray byte before a record", {"#+0101a", "+0202b"}, {"#+0101a", "+0202b"}},
-        {"an extra byte before a cut record", {"#+0101", "+0202b"}, {"+0202b"}},
-        {"a lost digit", {"+011a+0202b", "+0303c"}, {"+011a+0202b", "+0303c"}},
-        {"a beginning twice lost", {"+0101a+01", "+02", "+0303c"},
-            {"+0101a", "+01", "+02", "+0303c"}},
-        {"a filler of two bytes, cut", {"+0101\xc3", "\xa9"}, {"+0101\xc3", "\xa9"}},
+    std::pair<Texts, Texts> const rows[] {
+        {{"#+0101a", "+0202b"}, {"#+0101a", "+0202b"}},
+        {{"#+0101", "+0202b"}, {"+0202b"}},
+        {{"+011a+0202b", "+0303c"}, {"+011a+0202b", "+0303c"}},
+        {{"+0101a+01", "+02", "+0303c"}, {"+0101a", "+01", "+02", "+0303c"}},
+        {{"+0101\xc3", "\xa9"}, {"+0101\xc3", "\xa9"}},
     };
-    for (auto const& [what, bursts, chunks] : cases) {
+    for (auto const& [bursts, chunks] : rows) {
         Gathering gathering;
-        for (auto const& burst : bursts) {
-            gathering.gatherer.receive(burst);
-            gathering.runLoop.advance(Seconds(0.021));
-        }
-        EXPECT_EQ(gathering.chunks, chunks) << what;
+        for (auto const& burst : bursts)
+            gathering.receive(burst, 0.021);
+        EXPECT_EQ(gathering.chunks, chunks);
     }
 }
 
 TEST(RecordGatherer, ReadsNothingWrongInAStreamThatALostOrExtraByteShifts)
 {
-    struct {
-        char const* what;
-        std::string head;
-        std::string record;
-    } const cases[] {
-        {"an extra sign", "+", "+0235X"},
-        {"an extra byte before negative readings", "#", "-1239X"},
-        {"opened in mid-record, the filler a digit", "2357", "+02357"},
-        {"a byte lost later", "+0235\n+0235\n+025\n", "+0235\n"},
-        {"a filler lost that is a sign", "+0235++0235", "+0235+"},
-        {"signs for fillers", "35+", "+0235+"},
-    };
-    for (auto const& [what, head, record] : cases) {
+    // An extra byte before, opened in mid-record, a byte lost later; fillers like signs and digits.
+    std::pair<std::string, std::string> const rows[] {{"+", "+0235X"}, {"#", "-1239X"},
+        {"2357", "+02357"}, {"+0235\n+025\n", "+0235\n"}, {"+0235++0235", "+0235+"},
+        {"35+", "+0235+"}};
+    for (auto const& [head, record] : rows) {
         for (std::size_t const length : {1U, 5U, 6U, 7U, 64U, 600U}) {
             Gathering gathering;
             auto stream = head;
             for (int count = 0; count < 1000; ++count)
                 stream += record;
-            for (std::size_t begin = 0; begin < stream.size(); begin += length) {
-                gathering.gatherer.receive(std::string_view(stream).substr(begin, length));
-                gathering.runLoop.advance(Seconds(0.003));
-            }
+            for (std::size_t begin = 0; begin < stream.size(); begin += length)
+                gathering.receive(std::string_view(stream).substr(begin, length), 0.003);
             gathering.gatherer.flush();
-            std::vector<float> read;
-            for (auto const& chunk : gathering.chunks)
-                std::ranges::copy(readRecords(chunk), std::back_inserter(read));
-            EXPECT_GE(read.size(), 890U) << what << ", pieces of " << length;
-            EXPECT_EQ(std::ranges::count(read, readRecords(record).at(0)), std::ssize(read))
-                << what << ", pieces of " << length;
+            EXPECT_GE(gathering.read.size(), 890U) << head << record << length;
+            EXPECT_EQ(std::ranges::count(gathering.read, readRecords(record).at(0)),
+                std::ssize(gathering.read))
+                << head << record << length;
         }
     }
 }
 
-TEST(RecordGatherer, DeliversNoiseWithoutAPauseInPieces)
-{
-    Gathering gathering;
-    gathering.gatherer.receive("x");
-    for (std::size_t bytes = 0; bytes < RecordGatherer::maxBufferSize; bytes += 6)
-        gathering.gatherer.receive("xxxxxx");
-    EXPECT_EQ(gathering.chunks.size(), 1U);
-}
-
-TEST(RecordGatherer, FlushesOrDiscardsItsBuffer)
+TEST(RecordGatherer, FlushesDiscardsAndLimitsItsBuffer)
 {
     Gathering gathering;
     gathering.gatherer.receive("+01");
@@ -127,5 +98,9 @@ TEST(RecordGatherer, FlushesOrDiscardsItsBuffer)
     EXPECT_EQ(gathering.chunks.size(), 1U) << "complete records do not wait";
     gathering.gatherer.flush();
     gathering.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(gathering.joined(), "+0202b+02");
+    EXPECT_EQ(gathering.joined, "+0202b+02");
+    gathering.gatherer.receive("x");
+    for (std::size_t bytes = 0; bytes < RecordGatherer::maxBufferSize; bytes += 6)
+        gathering.gatherer.receive("xxxxxx");
+    EXPECT_EQ(gathering.chunks.size(), 3U) << "noise without a pause";
 }

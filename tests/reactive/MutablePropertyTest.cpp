@@ -5,16 +5,20 @@
 
 using namespace tensio;
 
-TEST(MutableProperty, PublishesEqualValuesUntilTheSubscriptionEnds)
+TEST(MutableProperty, PublishesEqualValuesUntilTheSubscriptionEndsAndNoOldOneAfterANewOne)
 {
     MutableProperty property(1);
     std::vector<int> changes;
+    auto const correcting = property.observeChanges([&](int value) {
+        if (value > 5)
+            property.setValue(5);
+    });
     auto observing = property.observeChanges([&](int value) { changes.push_back(value); });
     property.setValue(1);
-    property.setValue(2);
+    property.setValue(9);
     observing.end();
     property.setValue(3);
-    EXPECT_EQ(changes, (std::vector {1, 2}));
+    EXPECT_EQ(changes, (std::vector {1, 5, 5}));
 }
 
 TEST(MutableProperty, AnAssignmentDuringTheFirstCallIsDelivered)
@@ -55,17 +59,4 @@ TEST(MutableProperty, AnObserverMayEndOthersAddOthersAndDestroyTheProperty)
     auto const last = property->observeChanges([&](int value) { calls += value; });
     property->setValue(10);
     EXPECT_EQ(calls, 11);
-}
-
-TEST(MutableProperty, AnAssignmentInsideAnObserverNeverDeliversAnOldValueAfterANewOne)
-{
-    MutableProperty property(0);
-    std::vector<int> later;
-    auto const correcting = property.observeChanges([&](int value) {
-        if (value > 5)
-            property.setValue(5);
-    });
-    auto const observing = property.observeChanges([&](int value) { later.push_back(value); });
-    property.setValue(9);
-    EXPECT_EQ(later, (std::vector {5, 5}));
 }

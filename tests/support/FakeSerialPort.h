@@ -23,18 +23,12 @@ public:
     std::string name() const override { return m_name; }
     bool isVirtual() const override { return isSimulator; }
     void setDelegate(SerialPortDelegate* newDelegate) override { delegate = newDelegate; }
-    void setBaudRate(int baudRate) override
-    {
-        calls.push_back("baud rate " + std::to_string(baudRate));
-    }
+    void setBaudRate(int rate) override { calls.push_back("baud rate " + std::to_string(rate)); }
     void setParity(Parity parity) override
     {
         calls.push_back(parity == Parity::None ? "no parity" : "parity");
     }
-    void setNumberOfStopBits(int count) override
-    {
-        calls.push_back("stop bits " + std::to_string(count));
-    }
+    void setNumberOfStopBits(int n) override { calls.push_back("stop bits " + std::to_string(n)); }
     void open() override { calls.emplace_back("open"); }
     void close() override { calls.emplace_back("close"); }
 

@@ -28,20 +28,19 @@ public:
         if (refusals > 0)
             return --refusals < 0;
         auto& [summary, measurements] = stored[session];
-        auto const number = static_cast<std::size_t>(part.number);
-        measurements.resize(std::max(measurements.size(), number));
-        auto& measurement = measurements[number - 1];
+        summary.count = std::max(summary.count, part.number);
+        measurements.resize(static_cast<std::size_t>(summary.count));
+        auto& measurement = measurements.at(static_cast<std::size_t>(part.number) - 1);
         auto points = std::move(measurement.points);
         points.insert(points.end(), part.points.begin(), part.points.end());
         measurement = {part.number, part.best, part.target, part.timeStamp, std::move(points)};
         finishedMeasurements += part.isFinished ? 1 : 0;
-        summary.count = static_cast<int>(measurements.size());
         return true;
     }
     bool end(SessionId, Date) override { return true; }
 
     bool markSaved(SessionId session) override { return stored[session].summary.isSaved = true; }
-    bool putAside(SessionId session) override { return asides.push_back(session), true; }
+    bool putAside(SessionId session) override { return (m_aside = session) != 0; }
     bool remove(SessionId session) override { return stored.erase(session) == 1; }
     bool removeAll() override { return stored.clear(), true; }
 
@@ -56,19 +55,17 @@ public:
     }
     std::optional<SessionSummary> unsavedSession() override
     {
-        if (stored.empty() || stored.rbegin()->second.summary.isSaved
-            || std::ranges::count(asides, stored.rbegin()->first) > 0)
-            return std::nullopt;
-        return stored.rbegin()->second.summary;
+        bool const isNone = stored.empty() || stored.rbegin()->second.summary.isSaved
+            || stored.rbegin()->first == m_aside;
+        return isNone ? std::nullopt : std::optional(stored.rbegin()->second.summary);
     }
     std::optional<StoredSession> load(SessionId session) override
     {
-        auto const found = stored.find(session);
-        return found == stored.end() ? std::nullopt : std::optional(found->second);
+        return stored.contains(session) ? std::optional(stored[session]) : std::nullopt;
     }
 
 private:
-    std::vector<SessionId> asides;
+    SessionId m_aside = 0;
 };
 
 } // namespace tensio
