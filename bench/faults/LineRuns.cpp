@@ -27,18 +27,19 @@ TEST(LineRuns, TwoHundredPulledCables)
     Program program;
     std::ptrdiff_t descriptors = 0;
     std::ptrdiff_t blocks = 0;
-    qint64 longest = 0;
     for (int cycle = 0; cycle < 200; ++cycle) {
         program.plugIn();
         program.manager().connectAction.apply(Nothing {});
         ASSERT_TRUE(program.press()) << cycle;
+        HangUpFlood const flood;
         QElapsedTimer sincePull;
         sincePull.start();
         ASSERT_TRUE(program.pull());
-        longest = std::max(longest, sincePull.elapsed());
+        EXPECT_LE(sincePull.elapsed(), 500);
         ASSERT_TRUE(QTest::qWaitFor([&] { return !QApplication::activeModalWidget(); }));
         ASSERT_EQ(program.alerts.size(), 1) << cycle;
         ASSERT_EQ(program.manager().measurementList.measurements().size(), 1U);
+        EXPECT_EQ(flood.reads, 1);
         if (cycle == 50) {
             descriptors = openDescriptors();
             blocks = liveBlocks;
@@ -46,23 +47,9 @@ TEST(LineRuns, TwoHundredPulledCables)
     }
     EXPECT_EQ(openDescriptors(), descriptors);
     EXPECT_LE(liveBlocks, blocks + 50);
-    EXPECT_LE(longest, 500);
-    RecordProperty("slowest_report_ms", static_cast<int>(longest));
-    RecordProperty("blocks_more", static_cast<int>(liveBlocks - blocks));
-}
-
-TEST(LineRuns, ThePulledCableLeavesTheProcessorIdle)
-{
-    Program program;
-    ASSERT_TRUE(program.connect() && program.press());
-    HangUpFlood const flood;
     auto const before = processorSeconds();
-    ASSERT_TRUE(program.pull());
     EXPECT_FALSE(QTest::qWaitFor([&] { return program.alerts.size() > 1; }, 2000));
-    EXPECT_EQ(flood.reads, 1);
-    // The alert is drawn, and the window once a second.
-    EXPECT_LT(processorSeconds() - before, 0.15);
-    RecordProperty("processor_ms", static_cast<int>((processorSeconds() - before) * 1000.0));
+    EXPECT_LT(processorSeconds() - before, 0.15) << "the window is drawn once a second";
 }
 
 TEST(LineRuns, TenSecondsAtLineRateInRealTime)
@@ -97,5 +84,4 @@ TEST(LineRuns, TenSecondsAtLineRateInRealTime)
     EXPECT_TRUE(QTest::qWaitFor([&] { return points.size() >= records; }, 30'000)) << points.size();
     EXPECT_EQ(points, sent);
     EXPECT_LT(longestWork, 0.05);
-    RecordProperty("longest_work_us", static_cast<int>(longestWork * 1e6));
 }

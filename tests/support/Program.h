@@ -1,7 +1,7 @@
 #pragma once
 
 #include "app/Application.h"
-#include "support/PseudoTerminal.h"
+#include "device-simulator/Terminal.h"
 #include "support/RuntimeFolder.h"
 
 #include <QAbstractButton>
@@ -14,13 +14,12 @@
 
 namespace tensio {
 
-// The program as it is started, with a terminal published as the device, no settings and no
-// stored sessions. Alerts are
-// noted and closed.
+// The program as it is started, with a terminal published as the device, no settings and no stored
+// sessions. Alerts are noted and closed.
 class Program {
 public:
     RuntimeFolder folder;
-    std::unique_ptr<PseudoTerminal> terminal;
+    std::unique_ptr<Terminal> terminal;
     std::unique_ptr<Application> application;
     QStringList alerts;
 
@@ -45,22 +44,20 @@ public:
     // In place of the terminal before.
     void plugIn()
     {
-        terminal = std::make_unique<PseudoTerminal>();
-        folder.publish(terminal->path(), QStringLiteral("x"));
+        terminal.reset();
+        terminal = std::make_unique<Terminal>("SLAB_USBtoUART-x");
     }
 
     void click(char const* name) const
     {
-        application->window().findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
+        application->window().findChild<QAbstractButton*>(name)->click();
     }
 
     // By hand, through the dialog.
     bool connect() const
     {
         click("startButton");
-        application->window()
-            .findChild<QLineEdit*>(QStringLiteral("nameInput"))
-            ->setText(QStringLiteral("山田"));
+        application->window().findChild<QLineEdit*>("nameInput")->setText("山田");
         click("okButton");
         return QTest::qWaitFor(
             [&] { return manager().isMeasuring.value() && !manager().isShowingPopup.value(); });
@@ -76,7 +73,7 @@ public:
     bool pull()
     {
         alerts.clear();
-        terminal->unplug();
+        terminal.reset();
         return QTest::qWaitFor([&] { return !alerts.isEmpty(); });
     }
 

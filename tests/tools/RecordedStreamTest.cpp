@@ -2,19 +2,8 @@
 
 #include <gtest/gtest.h>
 #include <sstream>
-#include <stdexcept>
 
 using namespace tensio;
-
-TEST(RecordedStream, ReadsTimesAndEscapes)
-{
-    std::istringstream input("# a press\n\n0 +0235\\n\n50 \\x00\\xfF\\\\\\t \n");
-    auto const stream = readRecordedStream(input);
-    ASSERT_EQ(stream.size(), 2U);
-    EXPECT_EQ(stream[0].bytes, "+0235\n");
-    EXPECT_EQ(stream[1].pauseSeconds, 0.05);
-    EXPECT_EQ(stream[1].bytes, std::string("\0\xff\\\t ", 5));
-}
 
 TEST(RecordedStream, NamesTheLineThatDoesNotRead)
 {

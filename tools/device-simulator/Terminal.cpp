@@ -38,9 +38,9 @@ Terminal::Terminal(QString const& portName)
 {
     m_master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
     require(m_master >= 0 && grantpt(m_master) == 0 && unlockpt(m_master) == 0, "pseudo-terminal");
-    auto const* const terminal = ptsname(m_master);
-    makeRaw(terminal);
-    m_port.emplace(portName, QString::fromLocal8Bit(terminal));
+    m_path = ptsname(m_master);
+    makeRaw(m_path.c_str());
+    m_port.emplace(portName, QString::fromStdString(m_path));
 }
 
 Terminal::~Terminal()

@@ -3,6 +3,7 @@
 #include "platform/qt/VirtualPorts.h"
 
 #include <optional>
+#include <string>
 #include <string_view>
 
 namespace tensio {
@@ -17,11 +18,13 @@ public:
     Terminal& operator=(Terminal const&) = delete;
     ~Terminal();
 
+    std::string const& path() const { return m_path; }
     bool hasReader() const;
     void write(std::string_view bytes) const;
 
 private:
     int m_master = -1;
+    std::string m_path;
     std::optional<VirtualPort> m_port;
 };
 

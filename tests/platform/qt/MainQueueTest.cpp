@@ -2,7 +2,6 @@
 
 #include "platform/qt/QtRunLoop.h"
 
-#include <QEventLoop>
 #include <QTest>
 #include <QTimer>
 
@@ -21,13 +20,14 @@ struct Queue {
     {
         queue.post([this, text] { log += text; });
     }
+    // All that comes by itself.
+    std::string turn() const
+    {
+        for (int count = 0; count < 10; ++count)
+            QCoreApplication::processEvents();
+        return log;
+    }
 };
-
-void turnEventLoop()
-{
-    for (int turn = 0; turn < 10; ++turn)
-        QCoreApplication::processEvents();
-}
 
 } // namespace
 
@@ -38,14 +38,12 @@ TEST(MainQueue, HoldsEverythingBackUntilTheLastHoldEnds)
     auto first = test.queue.hold();
     auto second = test.queue.hold();
     test.post("b");
-    turnEventLoop();
+    test.turn();
     first.end();
-    turnEventLoop();
-    EXPECT_EQ(test.log, "");
+    EXPECT_EQ(test.turn(), "");
     second.end();
     EXPECT_EQ(test.log, "");
-    turnEventLoop();
-    EXPECT_EQ(test.log, "ab");
+    EXPECT_EQ(test.turn(), "ab");
 }
 
 TEST(MainQueue, WorkMayOpenAPanelWithAnEventLoopOfItsOwn)
@@ -55,12 +53,11 @@ TEST(MainQueue, WorkMayOpenAPanelWithAnEventLoopOfItsOwn)
         test.queue.post([&] {
             auto const hold = holds ? test.queue.hold() : Subscription();
             test.post("c");
-            turnEventLoop();
+            test.turn();
             test.log += "[closed]";
         });
         test.post("b");
-        turnEventLoop();
-        EXPECT_EQ(test.log, holds ? "[closed]bc" : "bc[closed]");
+        EXPECT_EQ(test.turn(), holds ? "[closed]bc" : "bc[closed]");
     }
 }
 
@@ -69,7 +66,7 @@ TEST(MainQueue, MayBeDestroyedByItsOwnWork)
     auto queue = std::make_unique<MainQueue>();
     queue->post([&] { queue.reset(); });
     queue->post([] { ADD_FAILURE() << "delivered by a queue that is gone"; });
-    turnEventLoop();
+    Queue().turn();
     EXPECT_EQ(queue, nullptr);
 }
 
@@ -78,13 +75,13 @@ TEST(QtRunLoop, DeliversOneTickForAllThatWereDueDuringAHoldAndNoneOfAnEndedTimer
     MainQueue queue;
     QtRunLoop runLoop(queue);
     int ticks = 0;
-    int watched = 0;
     auto hold = queue.hold();
     auto const timer = runLoop.scheduleRepeating(Seconds(0.001), [&] { ++ticks; });
     auto ended
         = runLoop.scheduleAfter(Seconds(0.0), [] { ADD_FAILURE() << "fired after its end"; });
     // A timer of Qt's own shows when several ticks must have been due.
     QTimer watch;
+    int watched = 0;
     QObject::connect(&watch, &QTimer::timeout, [&] { ++watched; });
     watch.start(3);
     ASSERT_TRUE(QTest::qWaitFor([&] { return watched >= 5; }));

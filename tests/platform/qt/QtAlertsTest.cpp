@@ -15,22 +15,19 @@ TEST(QtAlerts, AnswersKeysWithTheLastButton)
 {
     MainQueue queue;
     QtAlerts alerts(queue);
-    auto const answer = [&](AlertStyle style, std::function<void(QMessageBox&)> const& user) {
+    for (auto const key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space, Qt::Key_unknown}) {
+        bool const isClick = key == Qt::Key_unknown;
         QTimer::singleShot(0, [&] {
             auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
-            EXPECT_EQ(box.text(), QStringLiteral("削除"));
-            EXPECT_EQ(box.icon(),
-                style == AlertStyle::Critical ? QMessageBox::Critical : QMessageBox::Warning);
-            EXPECT_EQ(box.buttons().constFirst()->text(), QStringLiteral("OK"));
-            user(box);
+            EXPECT_EQ(box.text(), "削除");
+            EXPECT_EQ(box.icon(), isClick ? QMessageBox::Critical : QMessageBox::Warning);
+            EXPECT_EQ(box.buttons().constFirst()->text(), "OK");
+            if (isClick)
+                box.buttons().constFirst()->click();
+            else
+                QTest::keyClick(box.focusWidget(), key);
         });
-        return alerts.runModal(style, "削除", {"OK", "Cancel"});
-    };
-    for (auto const key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space})
-        EXPECT_EQ(answer(AlertStyle::Warning,
-                      [&](QMessageBox& box) { QTest::keyClick(box.focusWidget(), key); }),
-            1U);
-    EXPECT_EQ(
-        answer(AlertStyle::Critical, [](QMessageBox& box) { box.buttons().constFirst()->click(); }),
-        0U);
+        auto const style = isClick ? AlertStyle::Critical : AlertStyle::Warning;
+        EXPECT_EQ(alerts.runModal(style, "削除", {"OK", "Cancel"}), isClick ? 0U : 1U);
+    }
 }

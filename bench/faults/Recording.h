@@ -1,0 +1,44 @@
+#pragma once
+
+#include "core/SessionRecorder.h"
+#include "platform/qt/QtSessionStore.h"
+#include "support/Session.h"
+
+namespace tensio {
+
+// A session in virtual time that is kept in the store at this path.
+struct Recording {
+    explicit Recording(QString const& path)
+        : store(path)
+        , recorder(session.manager, store, session.runLoop, session.clock)
+    {
+        session.connect();
+    }
+
+    // Pressures that say their place, each before its time has passed, and the silence after them.
+    template<typename Observe>
+    void press(int seconds, Observe const& observe)
+    {
+        for (int point = 0; point < seconds * 20; ++point) {
+            session.receive({1.0 + point});
+            observe();
+            session.runLoop.advance(Seconds(0.05));
+            observe();
+        }
+        session.runLoop.advance(Seconds(2.0));
+        observe();
+    }
+
+    Session session;
+    QtSessionStore store;
+    SessionRecorder recorder;
+};
+
+// As a press makes them, from its beginning.
+inline bool isPress(std::vector<float> const& points)
+{
+    float place = 0.0f;
+    return std::ranges::all_of(points, [&](float point) { return point == ++place; });
+}
+
+} // namespace tensio
