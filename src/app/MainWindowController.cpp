@@ -1,8 +1,10 @@
 #include "app/MainWindowController.h"
 
 #include "core/TensioManager.h"
+#include "toolkit/WindowSize.h"
 
 #include <QMenuBar>
+#include <QScreen>
 
 namespace tensio {
 
@@ -29,8 +31,15 @@ void MainWindowController::fitToDesign()
 {
     auto const* menuBar = m_window.menuBar();
     int const menuHeight = menuBar->isNativeMenuBar() ? 0 : menuBar->sizeHint().height();
-    m_window.resize(static_cast<int>(TensioViewController::width),
-        static_cast<int>(TensioViewController::height) + menuHeight);
+    QSize const design(static_cast<int>(TensioViewController::width),
+        static_cast<int>(TensioViewController::height));
+    auto const available = m_window.screen()->availableGeometry();
+    auto const size = openingSize(design, available.size(), assumedFrame, menuHeight);
+    m_window.setMinimumSize(design / 2 + QSize(0, menuHeight));
+    m_window.resize(size);
+    QRect frame({}, size.grownBy(assumedFrame));
+    frame.moveCenter(available.center());
+    m_window.move(frame.topLeft());
 }
 
 void MainWindowController::showSimulationInTitle(bool isSimulated)

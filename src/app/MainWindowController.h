@@ -27,7 +27,8 @@ public:
     {
         m_contentController.addCommands(measurementMenu, viewMenu);
     }
-    // The size at which the content stands as it was designed; once the menu bar is filled.
+    // Places the window, at a size that suits its screen, in the middle; once the menu bar is
+    // filled.
     void fitToDesign();
 
 private:

@@ -67,7 +67,7 @@ QVariant PastSessionsModel::data(QModelIndex const& index, int role) const
 QVariant PastSessionsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
     static std::array<QString, ColumnCount> const titles {QStringLiteral("日時"),
-        QStringLiteral("氏名"), QStringLiteral("測定"), QStringLiteral("最高圧（kPa）"),
+        QStringLiteral("氏名"), QStringLiteral("測定"), QStringLiteral("最大圧（kPa）"),
         QStringLiteral("CSV保存"), QStringLiteral("備考")};
     if (orientation != Qt::Horizontal)
         return {};

@@ -2,6 +2,7 @@
 
 #include "core/DateText.h"
 #include "core/SessionRecorder.h"
+#include "toolkit/WindowSize.h"
 #include "ui_PastSessions.h"
 
 #include <QHeaderView>
@@ -19,6 +20,7 @@ PastSessionsWindow::PastSessionsWindow(
     , m_ui(std::make_unique<Ui::PastSessions>())
 {
     m_ui->setupUi(this);
+    shrinkToScreen(*this);
     setUpList();
     connect(m_ui->searchInput, &QLineEdit::textChanged, this, &PastSessionsWindow::search);
     connect(m_ui->openButton, &QPushButton::clicked, this, &PastSessionsWindow::openSelected);

@@ -59,9 +59,17 @@ bool ResultSaver::saveAsCsv(std::string const& text)
     auto const path = m_services.savePanel.runModal("csv");
     if (!path)
         return false;
-    bool const isWritten = m_services.fileWriter.writeAtomically(*path, encodeUtf16(text));
+    bool const isWritten = write(*path, encodeUtf16(text));
     if (!isWritten)
         showError(saveFailedMessage);
+    return isWritten;
+}
+
+bool ResultSaver::write(std::string const& path, std::string const& bytes)
+{
+    bool const isWritten = m_services.fileWriter.writeAtomically(path, bytes);
+    if (isWritten)
+        savedPath.setValue(path);
     return isWritten;
 }
 
@@ -73,7 +81,7 @@ void ResultSaver::saveScreenshot()
     if (!path)
         return;
     if (auto const picture = m_services.screen.clipboardPng())
-        m_services.fileWriter.writeAtomically(*path, *picture);
+        write(*path, *picture);
 }
 
 void ResultSaver::saveViewAsPdf(PrintView& view)
@@ -86,7 +94,7 @@ void ResultSaver::saveViewAsPdf(PrintView& view)
     if (!path)
         return;
     auto const pdf = m_services.pdfRenderer.render(view);
-    if (!pdf || !m_services.fileWriter.writeAtomically(*path, *pdf))
+    if (!pdf || !write(*path, *pdf))
         showError(saveFailedMessage);
 }
 

@@ -28,6 +28,9 @@ struct SavingServices {
 // cancelled panel ends a save silently.
 class ResultSaver {
 public:
+    // Of the last file written; empty when there is none. The owner clears it.
+    MutableProperty<std::string> savedPath {{}};
+
     // Everything handed in must outlive the saver.
     ResultSaver(MutableProperty<std::string> const& username,
         MeasurementList const& measurementList, SavingServices services);
@@ -43,6 +46,7 @@ public:
 
 private:
     bool saveAsCsv(std::string const& text);
+    bool write(std::string const& path, std::string const& bytes);
     void showError(char const* message);
 
     MutableProperty<std::string> const& m_username;

@@ -72,6 +72,8 @@ void TensioManager::connectionStarted()
     measurement = std::make_shared<Measurement>(m_measurementCount);
     measurementList.reset();
     isSavedAsCsv.setValue(false);
+    savedPath().setValue({});
+    isRecording.setValue(false);
     isMeasuring.setValue(true);
     m_hasMeaningfulData = false;
     m_receivedData = false;
@@ -94,6 +96,7 @@ void TensioManager::restoreSession(
     serialPortManager.isSimulated.setValue(isSimulated);
     measurementList.reset();
     isSavedAsCsv.setValue(false);
+    savedPath().setValue({});
     for (auto const& each : measurements)
         measurementList.add(each);
     isMeasuring.setValue(false);
@@ -106,6 +109,7 @@ void TensioManager::receivePressure(float pressure)
     if (m_hasMeaningfulData == false && m_isTimerSetUp == false) {
         m_isTimerSetUp = true;
         m_resetTimer = m_runLoop.scheduleRepeating(resetInterval, [this] { onReset(); });
+        isRecording.setValue(true);
     }
     if (pressure > 0.0f)
         m_hasMeaningfulData = true;
@@ -121,6 +125,7 @@ void TensioManager::onReset()
     if (m_receivedData == false) {
         m_resetTimer.end();
         m_isTimerSetUp = false;
+        isRecording.setValue(false);
         if (m_hasMeaningfulData == true) {
             m_hasMeaningfulData = false;
             finishMeasurement();
@@ -146,6 +151,7 @@ void TensioManager::stopMeasuring()
         finishMeasurement();
         m_hasMeaningfulData = false;
     }
+    isRecording.setValue(false);
     isMeasuring.setValue(false);
     serialPortManager.disconnect();
     m_resetTimer.end();

@@ -44,6 +44,9 @@ public:
     MutableProperty<float> currentPressure {0.0f};
     MutableProperty<float> maxPressure {0.0f};
     MutableProperty<bool> isMeasuring {false};
+    // Records are coming: from the first one until a tick of the reset timer that finds none, or
+    // the end of the connection.
+    MutableProperty<bool> isRecording {false};
     // True at every connection start.
     MutableProperty<bool> shouldReset {false};
     // The user information dialog is open.
@@ -83,6 +86,9 @@ public:
     void setUpTargetPressureMenu(Menu& menu);
     // Chooses the default target; the tag is its value in kPa.
     void setTargetPressure(int tag);
+
+    // Where the last save of the measurements in the list went; empty when there was none.
+    MutableProperty<std::string>& savedPath() { return m_saver.savedPath; }
 
     // As those of ResultSaver.
     void saveCsv();

@@ -31,13 +31,22 @@ void HeaderViewController::viewDidLoad()
     m_subscriptions.push_back(m_headerViewModel.username.observe([this](std::string const& name) {
         setLabelText(*m_ui->nameLabel, QString::fromStdString(name));
     }));
-    m_subscriptions.push_back(m_headerViewModel.canSaveStuff.observe([this](bool canSave) {
-        m_ui->saveButton->setEnabled(canSave);
-        m_ui->screenSaveButton->setEnabled(canSave);
-        m_ui->printButton->setEnabled(canSave);
-    }));
+    m_subscriptions.push_back(
+        m_headerViewModel.canSaveStuff.observe([this](bool canSave) { showCanSave(canSave); }));
     runOnClick(*m_ui->saveButton, m_headerViewModel.cocoaActionSaveCsv, *this);
     runOnClick(*m_ui->screenSaveButton, m_headerViewModel.cocoaActionSaveScreenshot, *this);
+}
+
+void HeaderViewController::showCanSave(bool canSave)
+{
+    auto const reason = m_tensioManager.isMeasuring.value()
+        ? QStringLiteral("測定しているあいだは使えません。先に「終了」を押してください")
+        : QStringLiteral("測定がまだありません");
+    for (QWidget* button : std::initializer_list<QWidget*> {
+             m_ui->saveButton, m_ui->screenSaveButton, m_ui->printButton}) {
+        button->setEnabled(canSave);
+        button->setToolTip(canSave ? QString() : reason);
+    }
 }
 
 void HeaderViewController::viewWillAppear()

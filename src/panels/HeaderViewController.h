@@ -33,6 +33,7 @@ public:
 
 private:
     void viewDidLoad();
+    void showCanSave(bool canSave);
     void showDate(Date date);
 
     TensioManager& m_tensioManager;

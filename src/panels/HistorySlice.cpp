@@ -150,6 +150,10 @@ bool HistorySlice::isSelectable() const
 void HistorySlice::showSelectable()
 {
     setCursor(isSelectable() ? Qt::PointingHandCursor : Qt::ArrowCursor);
+    auto const reason = m_tensioManager.isMeasuring.value()
+        ? QStringLiteral("「終了」の後に選べます")
+        : QStringLiteral("選べるのは3回までです");
+    setToolTip(isSelectable() ? QString() : reason);
     update();
 }
 

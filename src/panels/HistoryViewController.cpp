@@ -32,6 +32,8 @@ void HistoryViewController::viewDidLoad()
         [this](Measurements const& page) { rebuild(page); }));
     runOnClick(*m_ui->backButton, m_viewModel.cocoaActionDecSliceStartIndex, *this);
     runOnClick(*m_ui->forwardButton, m_viewModel.cocoaActionIncSliceStartIndex, *this);
+    m_statusLine = std::make_unique<StatusLine>(
+        m_tensioManager, *m_ui->hintLabel, *m_ui->countLabel, *m_ui->savedButton);
     setNameFromTemplate(*m_ui->averageLabel, m_ui->averageLabel->text());
     m_subscriptions.push_back(m_viewModel.selectedAverage.observeChanges([this](float average) {
         setLabelText(*m_ui->averageLabel, QString::fromStdString(pressureText(average)));

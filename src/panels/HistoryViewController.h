@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panels/HistoryViewModel.h"
+#include "panels/StatusLine.h"
 
 #include <QObject>
 
@@ -19,7 +20,7 @@ namespace tensio {
 class HistorySlice;
 
 // The history strip: a tile for each measurement of the page, paging, and the average of the
-// selected ones.
+// selected ones; beside them the status line.
 class HistoryViewController : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(HistoryViewController)
@@ -50,6 +51,7 @@ private:
     QWidget& m_view;
     std::unique_ptr<Ui::History> m_ui;
     HistoryViewModel m_viewModel;
+    std::unique_ptr<StatusLine> m_statusLine;
     std::vector<std::unique_ptr<HistorySlice>> m_historySliceViews;
     Subscriptions m_subscriptions;
 };

@@ -26,6 +26,7 @@ InfoControlsViewController::InfoControlsViewController(
     , m_view(view)
     , m_ui(std::make_unique<Ui::InfoControls>())
     , m_viewModel(tensioManager, runLoop)
+    , m_statusViewModel(tensioManager)
     , m_startAction(
           [this](Nothing) { return SignalProducer<Nothing>::completingAfter([this] { start(); }); })
     , m_cocoaActionStart(m_startAction, Nothing {})
@@ -74,6 +75,12 @@ void InfoControlsViewController::showReadOuts()
     show(m_viewModel.targetPressure, m_ui->targetPressureLabel);
     show(m_viewModel.currentPressure, m_ui->currentPressureLabel);
     show(m_viewModel.maxPressure, m_ui->maxPressureLabel);
+    m_subscriptions.push_back(m_viewModel.targetBasis.observe([this](std::string const& basis) {
+        setLabelText(*m_ui->basisLabel, QString::fromStdString(basis));
+    }));
+    m_subscriptions.push_back(m_statusViewModel.state.observe([this](std::string const& state) {
+        setLabelText(*m_ui->statusLabel, QString::fromStdString(state));
+    }));
 }
 
 void InfoControlsViewController::showMeasuringState(bool isMeasuring)
@@ -84,9 +91,12 @@ void InfoControlsViewController::showMeasuringState(bool isMeasuring)
     enableButtonPair(*m_ui->startButton, !isMeasuring, *m_ui->finishButton, isMeasuring);
     m_ui->statusImageView->setPicture(
         Picture::named(isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off")));
-    auto const state = isMeasuring ? QStringLiteral("測定中") : QStringLiteral("待機中");
-    setLabelText(*m_ui->statusLabel, state);
-    setNameFromTemplate(*m_ui->statusImageView, state);
+    setNameFromTemplate(
+        *m_ui->statusImageView, isMeasuring ? QStringLiteral("点灯") : QStringLiteral("消灯"));
+    m_ui->startButton->setToolTip(
+        isMeasuring ? QStringLiteral("測定しています。先に「終了」を押してください") : QString());
+    m_ui->finishButton->setToolTip(
+        isMeasuring ? QString() : QStringLiteral("測定していません。「開始」で始めます"));
 }
 
 void InfoControlsViewController::fillPercentPopup()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "panels/InfoControlsViewModel.h"
+#include "panels/StatusViewModel.h"
 #include "platform/Alerts.h"
 #include "platform/Error.h"
 #include "reactive/Signal.h"
@@ -50,6 +51,7 @@ private:
     QWidget& m_view;
     std::unique_ptr<Ui::InfoControls> m_ui;
     InfoControlsViewModel m_viewModel;
+    StatusViewModel m_statusViewModel;
     Action<Nothing> m_startAction;
     CocoaAction m_cocoaActionStart;
     // While the dialog is open.

@@ -1,5 +1,6 @@
 #include "panels/InfoControlsViewModel.h"
 
+#include "core/NumberText.h"
 #include "core/TensioManager.h"
 #include "reactive/combineLatest.h"
 #include "reactive/throttle.h"
@@ -18,8 +19,11 @@ InfoControlsViewModel::InfoControlsViewModel(TensioManager& tensioManager, RunLo
     , cocoaActionDisconnect(tensioManager.disconnectAction, Nothing {})
 {
     m_subscriptions.push_back(combineLatest<float, float>(tensioManager.targetPressure,
-        tensioManager.targetPressurePercent,
-        [this](float target, float percent) { targetPressure.setValue(target * percent); }));
+        tensioManager.targetPressurePercent, [this](float target, float percent) {
+            targetPressure.setValue(target * percent);
+            targetBasis.setValue(
+                "基準 " + withUnit(target) + " × " + formatFixed(percent * 100.0f, 0) + " %");
+        }));
     m_subscriptions.push_back(throttle<float>(tensioManager.currentPressure, readOutInterval,
         runLoop, [this](float pressure) { currentPressure.setValue(pressure); }));
     m_subscriptions.push_back(throttle<float>(tensioManager.maxPressure, readOutInterval, runLoop,

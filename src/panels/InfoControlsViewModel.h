@@ -4,6 +4,8 @@
 #include "reactive/CocoaAction.h"
 #include "reactive/MutableProperty.h"
 
+#include <string>
+
 namespace tensio {
 
 class TensioManager;
@@ -16,6 +18,8 @@ public:
     InfoControlsViewModel(TensioManager& tensioManager, RunLoop& runLoop);
 
     MutableProperty<float> targetPressure {0.0f};
+    // What the effective target is made of, in words.
+    MutableProperty<std::string> targetBasis {{}};
     MutableProperty<float> currentPressure {0.0f};
     MutableProperty<float> maxPressure {0.0f};
     MutableProperty<bool> isMeasuring {false};

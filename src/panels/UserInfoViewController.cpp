@@ -7,6 +7,7 @@
 #include "toolkit/ButtonCommand.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/StyleSheet.h"
+#include "toolkit/WindowSize.h"
 #include "ui_UserInfo.h"
 
 #include <QTextBoundaryFinder>
@@ -77,6 +78,10 @@ void UserInfoViewController::viewDidLoad()
     m_ui->nameInput->setValidator(new NameValidator(m_ui->nameInput));
     m_ui->pressureInput->setText(enteredPressure(m_tensioManager.defaultTargetPressure.value()));
     m_ui->nameInput->setText(QString::fromStdString(m_tensioManager.username.value()));
+    // It stays from one subject to the next.
+    auto const percent = formatFixed(m_tensioManager.targetPressurePercent.value() * 100.0f, 0);
+    m_ui->percentNotice->setText(m_ui->percentNotice->text().arg(QString::fromStdString(percent)));
+    m_ui->percentNotice->setVisible(percent != "100");
     m_subscriptions.push_back(m_tensioManager.connectAction.observe([this](auto const& event) {
         if (std::holds_alternative<ValueEvent<Nothing>>(event))
             connectionOpened();
@@ -109,8 +114,11 @@ void UserInfoViewController::connectActions()
 
 void UserInfoViewController::show()
 {
-    // As large as the window it stands on, but never too small to read.
-    scaleDesign(*m_window, std::max(designScale(m_opener), 1.0));
+    // As large as the window it stands on, but neither too small to read nor larger than the
+    // screen.
+    auto const fitting = fittingScale(
+        designFrame(*m_window).size().toSize(), availableSize(m_opener), assumedFrame, 0);
+    scaleDesign(*m_window, std::min(std::max(designScale(m_opener), 1.0), fitting));
     m_window->setFixedSize(m_window->size());
     m_window->show();
     viewDidAppear();

@@ -7,6 +7,7 @@
 #include "printing/PrintPanels.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonPair.h"
+#include "toolkit/WindowSize.h"
 #include "ui_PrintPreview.h"
 
 #include <QDialog>
@@ -30,6 +31,7 @@ PrintPreviewController::PrintPreviewController(TensioManager& tensioManager, Pri
     , m_ui(std::make_unique<Ui::PrintPreview>())
 {
     m_ui->setupUi(m_window.get());
+    shrinkToScreen(*m_window);
     viewDidLoad();
 }
 

@@ -133,6 +133,17 @@ void announceValue(QWidget& widget, double value)
     QAccessible::updateAccessibility(&event);
 }
 
+void announcePolitely(QWidget& widget, [[maybe_unused]] QString const& message)
+{
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+    QAccessibleAnnouncementEvent event(&widget, message);
+    event.setPoliteness(QAccessible::AnnouncementPoliteness::Polite);
+#else
+    QAccessibleEvent event(&widget, QAccessible::NameChanged);
+#endif
+    QAccessible::updateAccessibility(&event);
+}
+
 void setNameFromTemplate(QWidget& widget, QString const& shown)
 {
     auto const spoken = widget.property("accessibleNameTemplate").toString();

@@ -43,6 +43,8 @@ void installAccessibility();
 // Notify screen readers of a change.
 void announceState(QWidget& widget, QAccessible::State changed);
 void announceValue(QWidget& widget, double value);
+// For a message that may wait until the screen reader has finished speaking.
+void announcePolitely(QWidget& widget, QString const& message);
 
 // Sets the accessible name from the property "accessibleNameTemplate", e.g. "最大圧 %1 kPa";
 // without one the shown text is the name.

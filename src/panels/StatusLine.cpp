@@ -1,0 +1,79 @@
+#include "panels/StatusLine.h"
+
+#include "toolkit/Accessible.h"
+
+#include <QDesktopServices>
+#include <QDir>
+#include <QEvent>
+#include <QFileInfo>
+#include <QLabel>
+#include <QPushButton>
+#include <QUrl>
+
+namespace tensio {
+
+namespace {
+
+QString savedText(QFileInfo const& file)
+{
+    return QStringLiteral("保存しました：%1/%2").arg(file.dir().dirName(), file.fileName());
+}
+
+} // namespace
+
+StatusLine::StatusLine(
+    TensioManager& tensioManager, QLabel& hint, QLabel& count, QPushButton& saved)
+    : m_hint(hint)
+    , m_saved(saved)
+    , m_viewModel(tensioManager)
+{
+    setAccessibleRole(m_hint, QAccessible::Notification);
+    m_saved.installEventFilter(this);
+    connect(&m_saved, &QPushButton::clicked, this, &StatusLine::openFolder);
+    m_subscriptions.push_back(m_viewModel.hint.observe([this](std::string const& text) {
+        setLabelText(m_hint, QString::fromStdString(text));
+        announcePolitely(m_hint, m_hint.text());
+    }));
+    m_subscriptions.push_back(m_viewModel.count.observe(
+        [&count](std::string const& text) { setLabelText(count, QString::fromStdString(text)); }));
+    m_subscriptions.push_back(
+        m_viewModel.savedPath.observe([this](std::string const& path) { showSavedPath(path); }));
+}
+
+bool StatusLine::eventFilter(QObject* watched, QEvent* event)
+{
+    if (event->type() == QEvent::Resize || event->type() == QEvent::FontChange
+        || event->type() == QEvent::StyleChange)
+        elideSavedText();
+    return QObject::eventFilter(watched, event);
+}
+
+void StatusLine::showSavedPath(std::string const& path)
+{
+    bool const isSaved = !path.empty();
+    m_hint.setVisible(!isSaved);
+    m_saved.setVisible(isSaved);
+    if (!isSaved)
+        return;
+    auto const shownPath = QDir::toNativeSeparators(QString::fromStdString(path));
+    m_saved.setToolTip(shownPath + QStringLiteral("\nクリックするとフォルダーを開きます"));
+    m_saved.setAccessibleName(savedText(QFileInfo(shownPath)));
+    m_saved.setAccessibleDescription(QStringLiteral("フォルダーを開きます"));
+    elideSavedText();
+    announcePolitely(m_saved, m_saved.accessibleName());
+}
+
+void StatusLine::elideSavedText()
+{
+    auto const text = m_saved.fontMetrics().elidedText(
+        m_saved.accessibleName(), Qt::ElideMiddle, m_saved.width());
+    m_saved.setText(QString(text).replace(u'&', QStringLiteral("&&")));
+}
+
+void StatusLine::openFolder() const
+{
+    auto const file = QString::fromStdString(m_viewModel.savedPath.value());
+    QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file).path()));
+}
+
+} // namespace tensio

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "panels/StatusViewModel.h"
+
+#include <QObject>
+
+class QLabel;
+class QPushButton;
+
+namespace tensio {
+
+// The line of the history strip that says what to do next, or where the last save went; beneath it,
+// which measurements are shown.
+class StatusLine : public QObject {
+    Q_OBJECT
+    Q_DISABLE_COPY_MOVE(StatusLine)
+
+public:
+    // The saved button stands where the hint does and opens the folder. Nothing is owned; all must
+    // outlive the line.
+    StatusLine(TensioManager& tensioManager, QLabel& hint, QLabel& count, QPushButton& saved);
+
+protected:
+    // The room for the file's name changes with the scale.
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    void showSavedPath(std::string const& path);
+    void elideSavedText();
+    void openFolder() const;
+
+    QLabel& m_hint;
+    QPushButton& m_saved;
+    StatusViewModel m_viewModel;
+    Subscriptions m_subscriptions;
+};
+
+} // namespace tensio

@@ -1,0 +1,100 @@
+#include "panels/StatusViewModel.h"
+
+#include "core/TensioManager.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tensio {
+
+namespace {
+
+void setIfChanged(MutableProperty<std::string>& property, std::string value)
+{
+    if (property.value() != value)
+        property.setValue(std::move(value));
+}
+
+} // namespace
+
+StatusViewModel::StatusViewModel(TensioManager& tensioManager)
+    : m_tensioManager(tensioManager)
+{
+    m_subscriptions.push_back(savedPath.bindTo(tensioManager.savedPath()));
+    m_subscriptions.push_back(tensioManager.connectAction.observe([this](auto const& event) {
+        m_isPortOpen = std::holds_alternative<ValueEvent<Nothing>>(event);
+        update();
+    }));
+    for (auto* property : {&tensioManager.isMeasuring, &tensioManager.isRecording})
+        m_subscriptions.push_back(property->observeChanges([this](bool) { update(); }));
+    m_subscriptions.push_back(tensioManager.sliceOfMeasurements.observeChanges(
+        [this](Measurements const&) { update(); }));
+    m_subscriptions.push_back(
+        tensioManager.measurementList.selectedAverage.observeChanges([this](float) { update(); }));
+    update();
+}
+
+void StatusViewModel::update()
+{
+    auto const now = currentState();
+    switch (now) {
+    case State::Idle:
+        setIfChanged(state, "待機中");
+        break;
+    case State::Connecting:
+        setIfChanged(state, "接続中…");
+        break;
+    case State::Waiting:
+        setIfChanged(state, "測定待ち");
+        break;
+    case State::Recording:
+        setIfChanged(state, "記録中");
+        break;
+    }
+    setIfChanged(hint, currentHint(now));
+    setIfChanged(count, currentCount(now));
+}
+
+StatusViewModel::State StatusViewModel::currentState() const
+{
+    if (!m_tensioManager.isMeasuring.value())
+        return State::Idle;
+    if (m_tensioManager.isRecording.value())
+        return State::Recording;
+    return m_isPortOpen ? State::Waiting : State::Connecting;
+}
+
+std::string StatusViewModel::currentHint(State now) const
+{
+    auto const& measurements = m_tensioManager.measurementList.measurements();
+    if (now == State::Connecting)
+        return "測定器に接続しています…";
+    if (now == State::Idle)
+        return measurements.empty() ? "「開始」を押すと測定を始められます"
+                                    : "履歴の測定を押すと、3回まで選べます";
+    if (measurements.size() >= MeasurementList::MEASUREMENTS_MAX_COUNT)
+        return "99回に達しました。以後は残りません";
+    if (now == State::Recording)
+        return "値が途切れると、1回の測定になります";
+    return measurements.empty() ? "測定器から値が届くのを待っています"
+                                : "測定は「終了」の後に3回まで選べます";
+}
+
+std::string StatusViewModel::currentCount(State now) const
+{
+    auto const& list = m_tensioManager.measurementList;
+    auto const total = std::ssize(list.measurements());
+    if (total == 0)
+        return {};
+    auto const first = list.startingIndex() + 1;
+    auto const last = std::min(first + MeasurementList::ITEMS - 1, total);
+    auto const range = first == last ? std::to_string(first)
+                                     : std::to_string(first) + "〜" + std::to_string(last);
+    auto text = "全" + std::to_string(total) + "回中 " + range;
+    if (now == State::Idle)
+        text += "　選択 " + std::to_string(list.counted().size()) + "/"
+            + std::to_string(MeasurementList::maxSelected);
+    return text;
+}
+
+} // namespace tensio

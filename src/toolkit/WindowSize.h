@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QMargins>
+#include <QSize>
+
+class QWidget;
+
+namespace tensio {
+
+// What a title bar and borders take where they are not known before a window is shown.
+constexpr QMargins assumedFrame {4, 38, 4, 4};
+
+// The scale at which a design fits the screen, below any menu bar; above 1 it may be too large to
+// be pleasant.
+double fittingScale(QSize design, QSize available, QMargins frame, int menuHeight);
+
+// The size at which a window opens on the design: as designed or smaller where the screen is small,
+// up to 80 % of a large screen. With the menu bar, without the frame.
+QSize openingSize(QSize design, QSize available, QMargins frame, int menuHeight);
+
+// The part of the window's screen that windows may take.
+QSize availableSize(QWidget const& window);
+
+// Makes a window smaller where its screen is too small for it.
+void shrinkToScreen(QWidget& window);
+
+} // namespace tensio
