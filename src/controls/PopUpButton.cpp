@@ -1,6 +1,7 @@
 #include "controls/PopUpButton.h"
 
 #include "controls/OrvMenuItemView.h"
+#include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 
 #include <QMenu>
@@ -90,7 +91,7 @@ void PopUpButton::drawOutline(QPainter& painter, QRectF frame) const
     bool const isMarked = isEnabled() && (hasFocus() || underMouse() || isDown());
     double const width = isMarked && (hasFocus() || isDown()) ? 2.0 : 1.0;
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(isMarked ? QColor(0x00, 0x67, 0xb8) : QColor(0xb8, 0xbe, 0xc8), width));
+    painter.setPen(QPen(isMarked ? colors::accent : colors::border, width));
     double const inset = width / 2.0;
     painter.drawRoundedRect(frame.adjusted(inset, inset, -inset, -inset), 6.0, 6.0);
 }

@@ -3,6 +3,7 @@
 #include <QPainter>
 
 #include <algorithm>
+#include <cassert>
 #include <cmath>
 #include <utility>
 
@@ -25,6 +26,7 @@ Plotter::Plotter(
     , m_canvasHeight(canvasHeight)
     , m_interval(interval)
 {
+    assert(!m_colors.empty());
     newPath();
 }
 

@@ -4,6 +4,7 @@
 #include "core/NumberText.h"
 #include "core/TensioManager.h"
 #include "toolkit/Color.h"
+#include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 
 #include <QKeyEvent>
@@ -195,8 +196,7 @@ void HistorySlice::drawOutline(QPainter& painter) const
     if (!hasFocus() && !isHovered)
         return;
     painter.setBrush(isHovered ? QColor(0, 103, 184, 24) : QColor(Qt::transparent));
-    painter.setPen(hasFocus() ? QPen(colorFromHexString(QStringLiteral("#1f2937")), 3.0)
-                              : QPen(colorFromHexString(QStringLiteral("#0067b8")), 2.0));
+    painter.setPen(hasFocus() ? QPen(colors::text, 3.0) : QPen(colors::accent, 2.0));
     auto const size = designFrame(*this).size();
     painter.drawRoundedRect(
         QRectF(QPointF(0.0, 0.0), size).adjusted(1.5, 1.5, -1.5, -1.5), 6.0, 6.0);
