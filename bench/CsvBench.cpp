@@ -2,7 +2,7 @@
 // minutes each. /usr/bin/time -v build/default/bin/csv_bench also tells the peak of memory.
 
 #include "core/Utf16.h"
-#include "output/CsvReport.h"
+#include "output/CsvFiles.h"
 
 #include <benchmark/benchmark.h>
 
@@ -24,7 +24,7 @@ void buildCsv(benchmark::State& state)
     }
     for (auto const _ : state)
         benchmark::DoNotOptimize(
-            encodeUtf16(CsvReport().all("山田 花子", "2024/03/05 14:07", measurements)));
+            encodeUtf16(CsvFiles().all("山田 花子", "2024/03/05 14:07", measurements)));
 }
 
 BENCHMARK(buildCsv)->Arg(3000)->Arg(6000)->Arg(12000)->Unit(benchmark::kMillisecond);

@@ -7,7 +7,7 @@
 #include "core/DeviceRecord.h"
 #include "core/SessionRecorder.h"
 #include "core/TensioManager.h"
-#include "output/CsvReport.h"
+#include "output/CsvFiles.h"
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtRunLoop.h"
@@ -51,7 +51,7 @@ private:
     SystemClock m_clock;
     QtUserDefaults m_userDefaults;
     QtAlerts m_alerts {m_mainQueue};
-    CsvReport m_csvReport;
+    CsvFiles m_csvFiles;
     QtSavePanel m_savePanel {m_mainQueue};
     QtFileWriter m_fileWriter;
     QtScreen m_screen;
@@ -60,7 +60,7 @@ private:
     QtPrintPanels m_printPanels;
     QtSleepInhibitor m_sleepInhibitor;
     TensioManager m_tensioManager {m_ports, m_runLoop, m_clock, m_userDefaults,
-        {m_csvReport, m_pdfRenderer, m_savePanel, m_fileWriter, m_screen, m_alerts}};
+        {m_csvFiles, m_pdfRenderer, m_savePanel, m_fileWriter, m_screen, m_alerts}};
     QtSessionStore m_sessionStore;
     SessionRecorder m_sessionRecorder {m_tensioManager, m_sessionStore, m_runLoop, m_clock};
     QMenu m_defaultTargetMenu;

@@ -2,7 +2,7 @@
 
 #include "core/TensioManager.h"
 #include "device-simulator/PressingStory.h"
-#include "output/CsvReport.h"
+#include "output/CsvFiles.h"
 #include "support/FakeSerialPort.h"
 #include "support/Fakes.h"
 #include "support/ManualRunLoop.h"
@@ -18,14 +18,14 @@ struct Session {
     MemoryUserDefaults userDefaults;
     FakeAlerts alerts;
     FakeSaving saving;
-    CsvReport csvReport;
+    CsvFiles csvFiles;
     FakePdfRenderer pdfRenderer;
     TensioManager manager;
 
     explicit Session(std::map<std::string, float> settings = {})
         : userDefaults(std::move(settings))
         , manager((ports.ports.push_back(port), ports), runLoop, clock, userDefaults,
-              {csvReport, pdfRenderer, saving, saving, saving, alerts})
+              {csvFiles, pdfRenderer, saving, saving, saving, alerts})
     {
     }
 

@@ -1,4 +1,4 @@
-#include "output/CsvReport.h"
+#include "output/CsvFiles.h"
 
 #include "output/CsvBuilder.h"
 
@@ -15,13 +15,13 @@ CsvBuilder begin(std::string const& name, std::string const& date)
 
 } // namespace
 
-std::string CsvReport::all(
+std::string CsvFiles::all(
     std::string const& name, std::string const& date, Measurements const& measurements) const
 {
     return begin(name, date).build(measurements);
 }
 
-std::string CsvReport::selected(std::string const& name, std::string const& date,
+std::string CsvFiles::selected(std::string const& name, std::string const& date,
     Measurements const& measurements, float average, float min, float max) const
 {
     return begin(name, date).buildSelected(measurements, average, min, max);

@@ -5,7 +5,7 @@
 namespace tensio {
 
 // The CSV files that the program saves: cells separated by TAB, lines ended by CR LF.
-class CsvReport : public CsvFormat {
+class CsvFiles : public CsvFormat {
 public:
     std::string all(std::string const& name, std::string const& date,
         Measurements const& measurements) const override;
