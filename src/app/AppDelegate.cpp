@@ -5,22 +5,20 @@
 #include <QGuiApplication>
 #include <QMenu>
 
-#include <utility>
-
 namespace tensio {
 
 namespace {
 constexpr Seconds menuCloseDelay {0.2};
 }
 
-AppDelegate::AppDelegate(
-    TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu, Print print)
+AppDelegate::AppDelegate(TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu,
+    ReportPrinter& reportPrinter)
     : m_tensioManager(tensioManager)
     , m_runLoop(runLoop)
     , m_statusMenu(defaultTargetMenu)
     , m_defaultTargetMenu(defaultTargetMenu)
     , m_statusItem(QIcon(QStringLiteral(":/tensio.svg")))
-    , m_print(std::move(print))
+    , m_reportPrinter(reportPrinter)
 {
     m_statusItem.setToolTip(QStringLiteral("tensio — 目標圧の初期値"));
 }
@@ -70,17 +68,17 @@ void AppDelegate::saveScreenshotAction()
 
 void AppDelegate::printAsListAction()
 {
-    m_print(ReportKind::List);
+    m_reportPrinter.print(ReportKind::List);
 }
 
 void AppDelegate::printAsGridAction()
 {
-    m_print(ReportKind::Grid);
+    m_reportPrinter.print(ReportKind::Grid);
 }
 
 void AppDelegate::printSelectedAction()
 {
-    m_print(ReportKind::Selected);
+    m_reportPrinter.print(ReportKind::Selected);
 }
 
 bool AppDelegate::validateMenuItem(Command command) const

@@ -1,12 +1,10 @@
 #pragma once
 
-#include "output/Reports.h"
 #include "platform/RunLoop.h"
 #include "platform/qt/QtMenu.h"
+#include "printing/ReportPrinter.h"
 
 #include <QSystemTrayIcon>
-
-#include <functional>
 
 namespace tensio {
 
@@ -14,12 +12,10 @@ namespace tensio {
 class AppDelegate {
 public:
     using Command = void (AppDelegate::*)();
-    // Prints a report; only where hasReport().
-    using Print = std::function<void(ReportKind)>;
 
     // What is handed in must outlive the delegate.
-    AppDelegate(
-        TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu, Print print);
+    AppDelegate(TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu,
+        ReportPrinter& reportPrinter);
 
     // Fills the menu of default targets and gives it to the item in the system's status bar, where
     // there is one.
@@ -48,7 +44,7 @@ private:
     QMenu& m_statusMenu;
     QtMenu m_defaultTargetMenu;
     QSystemTrayIcon m_statusItem;
-    Print m_print;
+    ReportPrinter& m_reportPrinter;
     Subscription m_screenshot;
 };
 

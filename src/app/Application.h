@@ -18,14 +18,11 @@
 #include "platform/qt/QtSleepInhibitor.h"
 #include "platform/qt/QtUserDefaults.h"
 #include "printing/PageDrawing.h"
-#include "printing/PrintPreviewController.h"
 #include "printing/QtPdfRenderer.h"
-#include "printing/QtPrintPanels.h"
+#include "printing/QtReportPrinter.h"
 
 #include <QMenu>
 #include <QObject>
-
-#include <memory>
 
 namespace tensio {
 
@@ -41,7 +38,6 @@ public:
     MainWindow& window() { return m_windowController.window(); }
 
 private:
-    void print(ReportKind kind);
     void keepSessions();
     void openPastSessions();
 
@@ -55,26 +51,22 @@ private:
     QtSavePanel m_savePanel {m_mainQueue};
     QtFileWriter m_fileWriter;
     QtScreen m_screen;
+    // The current paper of PDF files and of the printer.
     QPageLayout m_pageLayout {defaultPageLayout()};
     QtPdfRenderer m_pdfRenderer {m_pageLayout};
-    QtPrintPanels m_printPanels;
     QtSleepInhibitor m_sleepInhibitor;
     TensioManager m_tensioManager {m_ports, m_runLoop, m_clock, m_userDefaults,
         {m_csvFiles, m_pdfRenderer, m_savePanel, m_fileWriter, m_screen, m_alerts}};
     QtSessionStore m_sessionStore;
     SessionRecorder m_sessionRecorder {m_tensioManager, m_sessionStore, m_runLoop, m_clock};
     QMenu m_defaultTargetMenu;
-    MainWindowController m_windowController {m_tensioManager, m_runLoop, m_alerts};
-    // While the preview is open.
-    std::unique_ptr<PrintPreviewController> m_printPreview;
-    AppDelegate m_delegate {
-        m_tensioManager, m_runLoop, m_defaultTargetMenu, [this](ReportKind kind) { print(kind); }};
-    MainMenu m_mainMenu {window(), m_defaultTargetMenu, m_delegate, m_tensioManager};
+    QMenu m_printMenu;
+    MainWindowController m_windowController {m_tensioManager, m_runLoop, m_alerts, m_printMenu};
+    QtReportPrinter m_reportPrinter {m_tensioManager, m_alerts, m_pageLayout, window()};
+    AppDelegate m_delegate {m_tensioManager, m_runLoop, m_defaultTargetMenu, m_reportPrinter};
+    MainMenu m_mainMenu {window(), m_defaultTargetMenu, m_printMenu, m_delegate, m_tensioManager};
     HelpMenu m_helpMenu {window(), m_ports};
     Subscriptions m_subscriptions;
 };
-
-// Typeface, language and look of every window; before the first window is made.
-void prepareLook();
 
 } // namespace tensio

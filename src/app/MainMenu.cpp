@@ -9,8 +9,8 @@
 
 namespace tensio {
 
-MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, AppDelegate& delegate,
-    TensioManager& tensioManager)
+MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMenu,
+    AppDelegate& delegate, TensioManager& tensioManager)
     : m_window(window)
     , m_delegate(delegate)
 {
@@ -18,7 +18,7 @@ MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, AppDelegate& d
     addFileMenu();
     m_measurementMenu = m_window.menuBar()->addMenu(QStringLiteral("測定(&M)"));
     addViewMenu();
-    addPrintMenu();
+    addPrintMenu(printMenu);
     defaultTargetMenu.setTitle(QStringLiteral("目標圧の初期値(&T)"));
     m_window.menuBar()->addMenu(&defaultTargetMenu);
 
@@ -77,15 +77,16 @@ void MainMenu::addViewMenu()
     m_viewMenu->addSeparator();
 }
 
-void MainMenu::addPrintMenu()
+void MainMenu::addPrintMenu(QMenu& menu)
 {
-    m_printMenu = m_window.menuBar()->addMenu(QStringLiteral("印刷(&P)"));
-    m_printMenu->setObjectName(QStringLiteral("printMenu"));
-    add(*m_printMenu, QStringLiteral("一覧を印刷(&L)…"), &AppDelegate::printAsListAction,
+    menu.setTitle(QStringLiteral("印刷(&P)"));
+    menu.setObjectName(QStringLiteral("printMenu"));
+    m_window.menuBar()->addMenu(&menu);
+    add(menu, QStringLiteral("一覧を印刷(&L)…"), &AppDelegate::printAsListAction,
         QKeySequence::Print);
-    add(*m_printMenu, QStringLiteral("グリッドを印刷(&G)…"), &AppDelegate::printAsGridAction,
+    add(menu, QStringLiteral("グリッドを印刷(&G)…"), &AppDelegate::printAsGridAction,
         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
-    add(*m_printMenu, QStringLiteral("選択した測定を印刷(&S)…"), &AppDelegate::printSelectedAction);
+    add(menu, QStringLiteral("選択した測定を印刷(&S)…"), &AppDelegate::printSelectedAction);
 }
 
 void MainMenu::add(

@@ -17,21 +17,20 @@ class QMenu;
 namespace tensio {
 
 // The menu bar of the main window but for the help: the delegate's commands, each enabled while the
-// delegate says so, the full screen, and the menu of default targets.
+// delegate says so, the full screen, and the menu of default targets. It gives the print menu, which
+// the header's button opens as well, its commands.
 class MainMenu : public QObject {
     Q_OBJECT
 
 public:
     // Nothing is owned; all must outlive the menu bar's use.
-    MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, AppDelegate& delegate,
+    MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMenu, AppDelegate& delegate,
         TensioManager& tensioManager);
     ~MainMenu() override = default;
 
     // The command that opens a stored session, enabled while that is possible.
     void addPastSessions(MutableProperty<bool>& canOpen, std::function<void()> open);
 
-    // The commands that print.
-    QMenu& printMenu() { return *m_printMenu; }
     // Filled by the panels.
     QMenu& measurementMenu() { return *m_measurementMenu; }
     QMenu& viewMenu() { return *m_viewMenu; }
@@ -39,7 +38,7 @@ public:
 private:
     void addFileMenu();
     void addViewMenu();
-    void addPrintMenu();
+    void addPrintMenu(QMenu& menu);
     void add(QMenu& menu, QString const& title, AppDelegate::Command command,
         QKeySequence const& shortcut = {});
     void validate();
@@ -48,7 +47,6 @@ private:
     AppDelegate& m_delegate;
     QMenu* m_measurementMenu = nullptr;
     QMenu* m_viewMenu = nullptr;
-    QMenu* m_printMenu = nullptr;
     std::vector<std::pair<QAction*, AppDelegate::Command>> m_commands;
     Subscriptions m_subscriptions;
 };

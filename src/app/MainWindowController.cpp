@@ -9,8 +9,8 @@
 namespace tensio {
 
 MainWindowController::MainWindowController(
-    TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts)
-    : m_contentController(tensioManager, runLoop, alerts, m_window.contentView())
+    TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu)
+    : m_contentController(tensioManager, runLoop, alerts, printMenu, m_window.contentView())
 {
     windowDidLoad();
     m_subscriptions.push_back(tensioManager.serialPortManager.isSimulated.observe(
@@ -23,8 +23,7 @@ void MainWindowController::windowDidLoad()
         [this] { m_contentController.viewWillLayout(); });
     connect(
         &m_window, &MainWindow::willAppear, this, [this] { m_contentController.viewWillAppear(); });
-    fitToDesign();
-    m_contentController.fit(m_window.size());
+    m_contentController.fit({TensioViewController::width, TensioViewController::height});
 }
 
 void MainWindowController::fitToDesign()

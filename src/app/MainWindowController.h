@@ -12,7 +12,9 @@ class MainWindowController : public QObject {
     Q_OBJECT
 
 public:
-    MainWindowController(TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts);
+    // Everything handed in must outlive the controller.
+    MainWindowController(
+        TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu);
 
     MainWindow& window() { return m_window; }
     // Which stored session the window shows; empty when it shows the latest connection's.
@@ -21,8 +23,6 @@ public:
     {
         m_contentController.showNotices(recorder, store);
     }
-    // What the header's print button opens. Not owned; must outlive the window's use.
-    void setPrintMenu(QMenu& menu) { m_contentController.setPrintMenu(menu); }
     void addCommands(QMenu& measurementMenu, QMenu& viewMenu)
     {
         m_contentController.addCommands(measurementMenu, viewMenu);

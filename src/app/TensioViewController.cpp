@@ -14,8 +14,8 @@
 
 namespace tensio {
 
-TensioViewController::TensioViewController(
-    TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QWidget& contentView)
+TensioViewController::TensioViewController(TensioManager& tensioManager, RunLoop& runLoop,
+    Alerts& alerts, QMenu& printMenu, QWidget& contentView)
     : m_tensioManager(tensioManager)
     , m_contentView(contentView)
     , m_view(std::make_unique<QWidget>(&contentView))
@@ -23,16 +23,17 @@ TensioViewController::TensioViewController(
 {
     m_view->setObjectName(QStringLiteral("rootView"));
     m_ui->setupUi(m_view.get());
-    viewDidLoad(runLoop, alerts);
+    viewDidLoad(runLoop, alerts, printMenu);
 }
 
 TensioViewController::~TensioViewController() = default;
 
-void TensioViewController::viewDidLoad(RunLoop& runLoop, Alerts& alerts)
+void TensioViewController::viewDidLoad(RunLoop& runLoop, Alerts& alerts, QMenu& printMenu)
 {
     // Not part of the scaled design: it dims the whole window, its menu bar too.
     m_ui->coverView->setParent(m_contentView.window());
-    m_header = std::make_unique<HeaderViewController>(m_tensioManager, *m_ui->headerView);
+    m_header
+        = std::make_unique<HeaderViewController>(m_tensioManager, printMenu, *m_ui->headerView);
     m_visualFeedback = std::make_unique<VisualFeedbackViewController>(
         m_tensioManager, runLoop, *m_ui->visualFeedbackView);
     m_infoControls = std::make_unique<InfoControlsViewController>(
@@ -74,11 +75,6 @@ void TensioViewController::addCommands(QMenu& measurementMenu, QMenu& viewMenu)
 {
     m_infoControls->addCommands(measurementMenu);
     m_history->addCommands(viewMenu);
-}
-
-void TensioViewController::setPrintMenu(QMenu& menu)
-{
-    m_header->setPrintMenu(menu);
 }
 
 void TensioViewController::showNotices(SessionRecorder& recorder, SessionStore& store)

@@ -33,10 +33,10 @@ public:
     static constexpr double width = 1040.0;
     static constexpr double height = 692.0;
 
-    // The content view becomes the root view's parent; it must outlive the controller, as all else
-    // handed in.
-    TensioViewController(
-        TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QWidget& contentView);
+    // The header's print button opens the print menu. The content view becomes the root view's
+    // parent. Everything handed in must outlive the controller.
+    TensioViewController(TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts,
+        QMenu& printMenu, QWidget& contentView);
     TensioViewController(TensioViewController const&) = delete;
     TensioViewController& operator=(TensioViewController const&) = delete;
     ~TensioViewController();
@@ -46,14 +46,13 @@ public:
     void viewWillLayout();
     // Scales the design uniformly to the size, in the window's units, and centres it.
     void fit(QSizeF size);
-    void setPrintMenu(QMenu& menu);
-    // Says what the user is to know of the stored sessions. Both must outlive the controller.
+    // Shows the notices about stored sessions. Both must outlive the controller.
     void showNotices(SessionRecorder& recorder, SessionStore& store);
     // The panels' commands that have keys.
     void addCommands(QMenu& measurementMenu, QMenu& viewMenu);
 
 private:
-    void viewDidLoad(RunLoop& runLoop, Alerts& alerts);
+    void viewDidLoad(RunLoop& runLoop, Alerts& alerts, QMenu& printMenu);
 
     TensioManager& m_tensioManager;
     QWidget& m_contentView;

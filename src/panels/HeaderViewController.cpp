@@ -9,13 +9,15 @@
 
 namespace tensio {
 
-HeaderViewController::HeaderViewController(TensioManager& tensioManager, QWidget& view)
+HeaderViewController::HeaderViewController(
+    TensioManager& tensioManager, QMenu& printMenu, QWidget& view)
     : m_tensioManager(tensioManager)
     , m_view(view)
     , m_ui(std::make_unique<Ui::Header>())
     , m_headerViewModel(tensioManager)
 {
     m_ui->setupUi(&m_view);
+    m_ui->printButton->setDropDownMenu(printMenu);
     viewDidLoad();
 }
 
@@ -52,11 +54,6 @@ void HeaderViewController::showCanSave(bool canSave)
 void HeaderViewController::viewWillAppear()
 {
     setLookProperty(m_view, "role", QStringLiteral("strip"));
-}
-
-void HeaderViewController::setPrintMenu(QMenu& menu)
-{
-    m_ui->printButton->setDropDownMenu(menu);
 }
 
 void HeaderViewController::showDate(Date date)

@@ -21,15 +21,12 @@ class HeaderViewController : public QObject {
     Q_DISABLE_COPY_MOVE(HeaderViewController)
 
 public:
-    // The view is not owned; it must outlive the controller.
-    HeaderViewController(TensioManager& tensioManager, QWidget& view);
+    // The print button opens the menu. Everything handed in must outlive the controller.
+    HeaderViewController(TensioManager& tensioManager, QMenu& printMenu, QWidget& view);
     ~HeaderViewController() override;
 
     // Gives the strip its border and shaded background.
     void viewWillAppear();
-
-    // What the print button opens. Not owned; must outlive the view's use.
-    void setPrintMenu(QMenu& menu);
 
 private:
     void viewDidLoad();

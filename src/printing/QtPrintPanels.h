@@ -4,7 +4,7 @@
 
 namespace tensio {
 
-// The panels of Qt, which are the system's own where it has some.
+// Qt's panels, which are the system's own where the system has them.
 class QtPrintPanels : public PrintPanels {
 public:
     bool hasPrinters() const override;

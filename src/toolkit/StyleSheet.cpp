@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 
 namespace tensio {
 
@@ -15,7 +16,7 @@ QString styleSheet(double scale)
 {
     QFile file(QStringLiteral(":/look.qss"));
     if (!file.open(QIODevice::ReadOnly))
-        return {};
+        throw std::runtime_error("no style sheet in the resources");
     auto const design = QString::fromUtf8(file.readAll());
 
     static QRegularExpression const length(QStringLiteral("\\b(\\d+)u\\b"));

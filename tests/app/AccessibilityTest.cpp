@@ -29,12 +29,12 @@ QString nameOf(QWidget& widget)
 // The main window after two measurements.
 struct Program {
     Session session;
-    MainWindowController controller {session.manager, session.runLoop, session.alerts};
     QMenu printMenu;
+    MainWindowController controller {session.manager, session.runLoop, session.alerts, printMenu};
 
     Program()
     {
-        controller.setPrintMenu(printMenu);
+        controller.fitToDesign();
         controller.window().show();
         session.connect();
         session.press({20.0});

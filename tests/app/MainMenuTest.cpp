@@ -17,22 +17,24 @@ using namespace tensio;
 
 namespace {
 
-struct Menus {
+struct Menus : ReportPrinter {
     Session session;
     QMenu defaultTargetMenu;
+    QMenu printMenu;
     QMainWindow window;
     std::vector<ReportKind> printed;
-    AppDelegate delegate {session.manager, session.runLoop, defaultTargetMenu,
-        [this](ReportKind kind) { printed.push_back(kind); }};
-    MainMenu mainMenu {window, defaultTargetMenu, delegate, session.manager};
+    AppDelegate delegate {session.manager, session.runLoop, defaultTargetMenu, *this};
+    MainMenu mainMenu {window, defaultTargetMenu, printMenu, delegate, session.manager};
+
+    void print(ReportKind kind) override { printed.push_back(kind); }
 
     // Those with which the user can save or print now, by the beginning of their titles.
     std::size_t enabledCommands()
     {
         std::size_t count = 0;
-        for (auto const* name : {"fileMenu", "printMenu"}) {
-            for (auto const* action :
-                window.findChild<QMenu*>(QString::fromLatin1(name))->actions())
+        for (auto const* menu :
+            {window.findChild<QMenu*>(QStringLiteral("fileMenu")), &printMenu}) {
+            for (auto const* action : menu->actions())
                 count += action->isEnabled() && action->text().contains(u'…') ? 1U : 0U;
         }
         return count;
@@ -40,7 +42,7 @@ struct Menus {
 
     void choose(QString const& title)
     {
-        for (auto* action : window.findChildren<QAction*>()) {
+        for (auto* action : window.findChildren<QAction*>() + printMenu.actions()) {
             if (action->text().startsWith(title))
                 action->trigger();
         }
@@ -105,9 +107,9 @@ TEST(MainMenu, HasNoShortcutOrMnemonicTwice)
 {
     Menus menus;
     std::set<QString> shortcuts;
-    for (auto const* menu : menus.window.menuBar()->findChildren<QMenu*>()) {
+    for (auto const* item : menus.window.menuBar()->actions()) {
         std::set<QChar> mnemonics;
-        for (auto const* action : menu->actions()) {
+        for (auto const* action : item->menu()->actions()) {
             auto const at = action->text().indexOf(u'&');
             EXPECT_TRUE(at < 0 || mnemonics.insert(action->text()[at + 1]).second)
                 << action->text().toStdString();

@@ -3,6 +3,7 @@
 #include "support/Session.h"
 
 #include <QLabel>
+#include <QMenu>
 
 #include <gtest/gtest.h>
 
@@ -20,7 +21,9 @@ TEST(OddReadings, HarmNeitherWindowNorAverageNorFile)
         {"+1e90X", QStringLiteral("500000000.0"), "1000000000.0"}};
     for (auto const& [record, average, cell] : rows) {
         Session session;
-        MainWindowController controller(session.manager, session.runLoop, session.alerts);
+        QMenu printMenu;
+        MainWindowController controller(
+            session.manager, session.runLoop, session.alerts, printMenu);
         controller.window().show();
         session.connect();
         for (auto const& bytes : {record + "+0100X", std::string("+0100X")}) {

@@ -6,6 +6,7 @@
 
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTreeView>
@@ -43,8 +44,9 @@ T& find(QWidget const& window, QString const& name)
 TEST(PastSessions, ALineOffersTheUnsavedOneUntilItIsOpened)
 {
     Clinic clinic;
+    QMenu printMenu;
     MainWindowController controller(
-        clinic.session.manager, clinic.session.runLoop, clinic.session.alerts);
+        clinic.session.manager, clinic.session.runLoop, clinic.session.alerts, printMenu);
     auto& window = controller.window();
     controller.showNotices(*clinic.recorder, clinic.store);
     window.show();

@@ -17,10 +17,15 @@ namespace {
 
 struct Window {
     Session session;
+    QMenu printMenu;
     std::optional<MainWindowController> controller {
-        std::in_place, session.manager, session.runLoop, session.alerts};
+        std::in_place, session.manager, session.runLoop, session.alerts, printMenu};
 
-    Window() { controller->window().show(); }
+    Window()
+    {
+        controller->fitToDesign();
+        controller->window().show();
+    }
 
     QWidget& find(char const* name)
     {

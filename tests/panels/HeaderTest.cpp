@@ -13,9 +13,8 @@ TEST(Header, SavesAndPrintsBetweenSessionsOnceThereIsSomethingToSave)
 {
     Session session;
     QWidget view;
-    HeaderViewController header(session.manager, view);
     QMenu menu;
-    header.setPrintMenu(menu);
+    HeaderViewController const header(session.manager, menu, view);
     auto const button
         = [&](char const* name) { return view.findChild<QPushButton*>(QString::fromLatin1(name)); };
     auto const expectEnabled = [&](bool isEnabled) {
@@ -45,7 +44,8 @@ TEST(Header, ShowsTheNameAndTheRunningTime)
     Session session;
     session.clock.date += std::chrono::seconds(1);
     QWidget view;
-    HeaderViewController const header(session.manager, view);
+    QMenu menu;
+    HeaderViewController const header(session.manager, menu, view);
     auto const text = [&](char const* name) {
         return view.findChild<QLabel*>(QString::fromLatin1(name))->text();
     };

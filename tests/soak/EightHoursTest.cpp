@@ -3,6 +3,7 @@
 #include "support/Session.h"
 
 #include <QCoreApplication>
+#include <QMenu>
 #include <QPixmapCache>
 
 #include <gtest/gtest.h>
@@ -20,7 +21,8 @@ void passEightHours(double silenceSeconds, std::ptrdiff_t bytesPerReading)
     // It drops what has not been used for half a minute of real time.
     QPixmapCache::setCacheLimit(0);
     Session session;
-    MainWindowController controller(session.manager, session.runLoop, session.alerts);
+    QMenu printMenu;
+    MainWindowController controller(session.manager, session.runLoop, session.alerts, printMenu);
     // Small, so that painting it costs little.
     controller.window().resize(104, 69);
     controller.window().show();

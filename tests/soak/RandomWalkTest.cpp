@@ -11,7 +11,7 @@ using namespace tensio;
 namespace {
 
 // The main window with all that happens around it: the user, the device, its cable, time.
-class Walk {
+class Walk : ReportPrinter {
 public:
     // What the walk must have reached to be worth anything.
     int connections = 0;
@@ -24,7 +24,6 @@ public:
     explicit Walk(unsigned seed)
         : m_random(seed)
     {
-        m_controller.setPrintMenu(m_mainMenu.printMenu());
         m_delegate.applicationDidFinishLaunching();
         // Small, so that painting it costs little.
         window().resize(260, 173);
@@ -115,7 +114,7 @@ private:
             + QString::fromLatin1(QByteArray::fromStdString(bytes).toHex());
     }
 
-    void print(ReportKind kind)
+    void print(ReportKind kind) override
     {
         ++prints;
         m_emptyPrints += hasReport(kind, manager()) && !manager().isMeasuring.value() ? 0 : 1;
@@ -176,11 +175,13 @@ private:
     std::mt19937 m_random;
     Session m_session;
     FakeAlerts m_windowAlerts;
-    MainWindowController m_controller {m_session.manager, m_session.runLoop, m_windowAlerts};
     QMenu m_defaultTargetMenu;
-    AppDelegate m_delegate {m_session.manager, m_session.runLoop, m_defaultTargetMenu,
-        [this](ReportKind kind) { print(kind); }};
-    MainMenu m_mainMenu {m_controller.window(), m_defaultTargetMenu, m_delegate, m_session.manager};
+    QMenu m_printMenu;
+    MainWindowController m_controller {
+        m_session.manager, m_session.runLoop, m_windowAlerts, m_printMenu};
+    AppDelegate m_delegate {m_session.manager, m_session.runLoop, m_defaultTargetMenu, *this};
+    MainMenu m_mainMenu {
+        m_controller.window(), m_defaultTargetMenu, m_printMenu, m_delegate, m_session.manager};
     RandomUser m_user {m_random};
     int m_emptyPrints = 0;
     Line m_line = Line::Closed;

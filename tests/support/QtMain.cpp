@@ -1,7 +1,6 @@
-#include "toolkit/Accessible.h"
+#include "toolkit/Look.h"
 
 #include <QApplication>
-#include <QFont>
 
 #include <gtest/gtest.h>
 
@@ -9,7 +8,6 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     QApplication application(argc, argv);
-    QApplication::setFont(QFont(QStringLiteral("Noto Sans CJK JP")));
-    tensio::installAccessibility();
+    tensio::applyLook(application);
     return RUN_ALL_TESTS();
 }

@@ -3,6 +3,8 @@
 #include "LatencyMeter.h"
 #include "Session.h"
 #include "app/Application.h"
+#include "app/Startup.h"
+#include "toolkit/Look.h"
 
 #include <QTemporaryDir>
 #include <QTimer>
@@ -52,7 +54,8 @@ int main(int argc, char** argv)
         std::fputs(usage, stderr);
         return 2;
     }
-    tensio::prepareLook();
+    tensio::identifyProgram(meter);
+    tensio::applyLook(meter);
     // The sessions of the person at the machine stay out of it.
     QTemporaryDir const data;
     auto const mode = QApplication::arguments().at(1);

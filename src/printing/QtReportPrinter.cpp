@@ -1,0 +1,26 @@
+#include "printing/QtReportPrinter.h"
+
+namespace tensio {
+
+QtReportPrinter::QtReportPrinter(
+    TensioManager& tensioManager, Alerts& alerts, QPageLayout& pageLayout, QWidget& parent)
+    : m_tensioManager(tensioManager)
+    , m_alerts(alerts)
+    , m_pageLayout(pageLayout)
+    , m_parent(parent)
+{
+}
+
+void QtReportPrinter::print(ReportKind kind)
+{
+    // Recreated each time so that it sees the current printers.
+    m_preview = std::make_unique<PrintPreviewController>(
+        m_tensioManager, m_panels, m_alerts, m_pageLayout, m_parent);
+    // Queued: the preview still runs when it reports that it has closed.
+    QObject::connect(
+        m_preview.get(), &PrintPreviewController::closed, m_preview.get(),
+        [this] { m_preview.reset(); }, Qt::QueuedConnection);
+    m_preview->show(kind);
+}
+
+} // namespace tensio

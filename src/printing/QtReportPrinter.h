@@ -1,0 +1,29 @@
+#pragma once
+
+#include "printing/PrintPreviewController.h"
+#include "printing/QtPrintPanels.h"
+#include "printing/ReportPrinter.h"
+
+namespace tensio {
+
+// Opens the preview, from which the user prints. The report and its measurements are dropped when
+// the preview closes.
+class QtReportPrinter : public ReportPrinter {
+public:
+    // As for PrintPreviewController.
+    QtReportPrinter(
+        TensioManager& tensioManager, Alerts& alerts, QPageLayout& pageLayout, QWidget& parent);
+
+    void print(ReportKind kind) override;
+
+private:
+    TensioManager& m_tensioManager;
+    Alerts& m_alerts;
+    QPageLayout& m_pageLayout;
+    QWidget& m_parent;
+    QtPrintPanels m_panels;
+    // While the preview is open.
+    std::unique_ptr<PrintPreviewController> m_preview;
+};
+
+} // namespace tensio

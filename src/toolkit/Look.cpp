@@ -1,0 +1,35 @@
+#include "toolkit/Look.h"
+
+#include "toolkit/Accessible.h"
+#include "toolkit/Colors.h"
+#include "toolkit/StyleSheet.h"
+#include "toolkit/WaylandWindowSizes.h"
+
+#include <QApplication>
+#include <QFont>
+#include <QIcon>
+#include <QPalette>
+#include <QStyleFactory>
+
+namespace tensio {
+
+void applyLook(QApplication& application)
+{
+    installAccessibility();
+    QApplication::setWindowIcon(QIcon(QStringLiteral(":/tensio.svg")));
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QFont font(QStringLiteral("Noto Sans CJK JP"));
+    font.setPixelSize(14);
+    QApplication::setFont(font);
+    if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
+        new WaylandWindowSizes(application);
+    // A style sheet would make the placeholder too pale to read.
+    QPalette fields;
+    fields.setColor(QPalette::Text, colors::text);
+    fields.setColor(QPalette::PlaceholderText, colors::placeholder);
+    QApplication::setPalette(fields, "QLineEdit");
+    // Alerts and system panels; the windows of the design carry their own, scaled.
+    application.setStyleSheet(styleSheet(1.0));
+}
+
+} // namespace tensio
