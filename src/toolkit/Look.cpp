@@ -2,6 +2,7 @@
 
 #include "toolkit/Accessible.h"
 #include "toolkit/Colors.h"
+#include "toolkit/LightPalette.h"
 #include "toolkit/StyleSheet.h"
 #include "toolkit/WaylandWindowSizes.h"
 
@@ -18,6 +19,7 @@ void applyLook(QApplication& application)
     installAccessibility();
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/tensio.svg")));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    setLightPalette();
     QFont font(QStringLiteral("Noto Sans CJK JP"));
     font.setPixelSize(14);
     QApplication::setFont(font);
