@@ -104,7 +104,7 @@ void PastSessionsWindow::ask(QString const& question, std::function<bool()> cons
         QMessageBox::Warning, QStringLiteral("tensio"), question, QMessageBox::NoButton, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
     auto* const keep = box->addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole);
-    auto* const doRemove = box->addButton(QStringLiteral("削除"), QMessageBox::DestructiveRole);
+    auto* const doRemove = box->addButton(QStringLiteral("削除"), QMessageBox::AcceptRole);
     box->layout()->setContentsMargins(24, 20, 24, 20);
     box->setDefaultButton(keep);
     box->setEscapeButton(keep);

@@ -7,10 +7,12 @@
 #include "panels/InfoControlsViewController.h"
 #include "panels/SessionNotices.h"
 #include "toolkit/DesignFrame.h"
+#include "toolkit/StyleSheet.h"
 #include "ui_Tensio.h"
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tensio {
 
@@ -66,9 +68,21 @@ void TensioViewController::viewWillLayout()
 void TensioViewController::fit(QSizeF size)
 {
     auto const scale = std::min(size.width() / width, size.height() / height);
+    scalePanels();
     scaleDesign(*m_view, scale);
     m_view->move(static_cast<int>(std::lround((size.width() - scale * width) / 2.0)),
         static_cast<int>(std::lround((size.height() - scale * height) / 2.0)));
+}
+
+// Menus, alerts and panels follow the window in steps of an eighth. By its whole size, since the
+// height of the menu bar depends on the scale.
+void TensioViewController::scalePanels()
+{
+    auto& window = *m_contentView.window();
+    auto const fitting = std::min(window.width() / width, window.height() / height);
+    auto const scale = std::max(std::floor(fitting * 8.0) / 8.0, 1.0);
+    if (std::exchange(m_panelScale, scale) != scale)
+        window.setStyleSheet(styleSheet(scale));
 }
 
 void TensioViewController::addCommands(QMenu& measurementMenu, QMenu& viewMenu)
