@@ -36,15 +36,15 @@ void MainMenu::addFileMenu()
 {
     auto& menu = *m_window.menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
     menu.setObjectName(QStringLiteral("fileMenu"));
-    add(menu, QStringLiteral("CSVとして保存(&S)…"), &AppDelegate::saveCsvAction,
+    add(menu, QStringLiteral("CSVを保存(&S)…"), &AppDelegate::saveCsvAction,
         QKeySequence::Save);
-    add(menu, QStringLiteral("選択した測定をCSVとして保存(&C)…"), &AppDelegate::saveSelectedAction,
+    add(menu, QStringLiteral("選択した測定のCSVを保存(&C)…"), &AppDelegate::saveSelectedAction,
         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     menu.addSeparator();
     add(menu, QStringLiteral("一覧をPDFとして保存(&L)…"), &AppDelegate::saveAsListAction);
     add(menu, QStringLiteral("グリッドをPDFとして保存(&G)…"), &AppDelegate::saveAsGridAction);
     menu.addSeparator();
-    add(menu, QStringLiteral("画面を画像として保存(&I)…"), &AppDelegate::saveScreenshotAction);
+    add(menu, QStringLiteral("画面を保存(&I)…"), &AppDelegate::saveScreenshotAction);
     menu.addSeparator();
     auto* quit = menu.addAction(QStringLiteral("tensioを終了(&Q)"), &m_window, &QWidget::close);
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));

@@ -68,7 +68,7 @@ QVariant PastSessionsModel::headerData(int section, Qt::Orientation orientation,
 {
     static std::array<QString, ColumnCount> const titles {QStringLiteral("日時"),
         QStringLiteral("氏名"), QStringLiteral("測定"), QStringLiteral("最大圧（kPa）"),
-        QStringLiteral("CSV保存"), QStringLiteral("備考")};
+        QStringLiteral("CSV"), QStringLiteral("備考")};
     if (orientation != Qt::Horizontal)
         return {};
     if (role == Qt::DisplayRole)

@@ -43,7 +43,7 @@ HistorySlice::HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measure
     setDesignFrame(*this, flipped(frame, designFrame(parent).height()));
     setFocusPolicy(Qt::StrongFocus);
     setAccessibleName(
-        QStringLiteral("%1回目 最大 %2 kPa %3").arg(m_numberText, m_pressureText, m_dateString));
+        QStringLiteral("%1回目 最大圧 %2 kPa %3").arg(m_numberText, m_pressureText, m_dateString));
     observe();
 }
 

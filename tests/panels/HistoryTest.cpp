@@ -68,7 +68,7 @@ TEST(History, ATileSaysNumberPressureAndTime)
     EXPECT_EQ(tile->numberText(), QStringLiteral("2"));
     EXPECT_EQ(tile->pressureText(), QStringLiteral("35.2"));
     EXPECT_EQ(tile->dateString(), QStringLiteral("09:05:03"));
-    EXPECT_EQ(tile->accessibleName(), QStringLiteral("2回目 最大 35.2 kPa 09:05:03"));
+    EXPECT_EQ(tile->accessibleName(), QStringLiteral("2回目 最大圧 35.2 kPa 09:05:03"));
     EXPECT_EQ(designFrame(*tile), QRectF(225.0, 5.0, 82.0, 64.0));
 }
 

@@ -111,7 +111,7 @@ class Session:
 
     def history(self):
         program = self.program
-        tiles = lambda: program.all("check box", "回目 最大")
+        tiles = lambda: program.all("check box", "回目 最大圧")
         program.wait("three measurements", lambda: len(tiles()) >= 3, 120.0)
         self.expect("tiles cannot be selected while measuring", all("sensitive" not in tile.states for tile in tiles()))
         program.tab_to("^終了$")

@@ -16,24 +16,24 @@ QString userMessage(QSerialPort const& port, QString const& node)
     bool const isMissing = port.error() == QSerialPort::DeviceNotFoundError || !info.exists();
     if (isMissing)
         return QStringLiteral(
-            "装置が見つかりません（%1）。\nケーブルを接続し直してから、もう一度お試しください。")
+            "測定器が見つかりません（%1）。\nケーブルを接続し直してから、もう一度お試しください。")
             .arg(node);
     if (!info.isReadable()) {
-        return QStringLiteral("装置のポートを開く権限がありません（%1）。\n"
+        return QStringLiteral("測定器のポートを開く権限がありません（%1）。\n"
                               "このコンピュータの管理者に、ポートの使用許可を依頼してください。")
             .arg(node);
     }
     if (auto const lock = abandonedLock(node); !lock.isEmpty()) {
-        return QStringLiteral("終了したプログラムが装置のポートをロックしたままです（%1）。\n"
+        return QStringLiteral("終了したプログラムが測定器のポートをロックしたままです（%1）。\n"
                               "このコンピュータの管理者に、ファイル %2 の削除を依頼してください。")
             .arg(node, lock);
     }
     if (port.error() == QSerialPort::PermissionError) {
-        return QStringLiteral("装置のポートは他のプログラムが使用中です（%1）。\n"
+        return QStringLiteral("測定器のポートは他のプログラムが使用中です（%1）。\n"
                               "そのプログラムを終了してから、もう一度お試しください。")
             .arg(node);
     }
-    return QStringLiteral("装置のポートを開けませんでした（%"
+    return QStringLiteral("測定器のポートを開けませんでした（%"
                           "1）。\nケーブルを接続し直してから、もう一度お試しください。")
         .arg(node);
 }

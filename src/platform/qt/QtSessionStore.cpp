@@ -65,10 +65,10 @@ std::string QtSessionStore::openingProblem() const
     case SessionDatabase::Opening::Fine:
         break;
     case SessionDatabase::Opening::InUse:
-        return "別のtensioが開いているため、ここでの測定は自動保存されません。CSV保存してください"
+        return "別のtensioが開いているため、ここでの測定は自動保存されません。CSVを保存してください"
                "。";
     case SessionDatabase::Opening::Refused:
-        return "自動保存の場所に書き込めません。測定を終えたらCSV保存してください。";
+        return "自動保存の場所に書き込めません。測定を終えたらCSVを保存してください。";
     case SessionDatabase::Opening::NewerSetAside:
         return "以前の測定は新しい版のtensioのものなので、別名で残しました。新しい版で開いてくださ"
                "い。";

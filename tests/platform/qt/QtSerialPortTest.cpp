@@ -131,7 +131,7 @@ TEST(QtSerialPort, SaysWhatToDoWhenItDoesNotOpen)
         std::ofstream(lockName(line)) << std::setw(10) << process << "\nother\nhost\n";
     };
     std::vector<std::pair<std::string, std::function<void(Line&)>>> rows {
-        {"装置が見つかりません", [](Line& line) { line.terminal.reset(); }},
+        {"測定器が見つかりません", [](Line& line) { line.terminal.reset(); }},
         {"開く権限がありません", [](Line& line) { chmod(line.path.c_str(), 0); }},
         {"他のプログラムが使用中です", [&](Line& line) { lock(line, getppid()); }},
         {"ロックしたままです", [&](Line& line) { lock(line, std::numeric_limits<int>::max()); }},
