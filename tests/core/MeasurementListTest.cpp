@@ -48,18 +48,6 @@ TEST(MeasurementList, ShowsTheFiveNewestAndScrollsWithinItsBounds)
     EXPECT_EQ(listening.slices.back(), (std::vector {4, 5, 6, 7, 8}));
 }
 
-TEST(MeasurementList, KeepsAtMostNinetyNine)
-{
-    Listening listening;
-    listening.fill(99);
-    auto const refused = finishedMeasurements(1).front();
-    listening.list.add(refused);
-    refused->isCounted.setValue(true);
-    EXPECT_EQ(listening.list.measurements().size(), 99U);
-    EXPECT_EQ(listening.list.startingIndex(), 94);
-    EXPECT_TRUE(listening.slices.empty());
-}
-
 TEST(MeasurementList, AveragesTheSelectionAndDisablesAllOthersAtThree)
 {
     Listening listening;

@@ -38,10 +38,10 @@ TEST(TensioManagerTarget, OffersFifteenDefaultsAndChecksTheChosenOne)
     ASSERT_EQ(menu.items.size(), 15U);
     EXPECT_EQ(menu.items.front().title, "80.0 kPa");
     EXPECT_EQ(menu.items.back().title, "10.0 kPa");
-    EXPECT_EQ(menu.checkedTitles(), std::vector<std::string> {"30.0 kPa"});
+    EXPECT_EQ(menu.checkedTitles(), "30.0 kPa");
     session.manager.targetPressure.setValue(20.0f);
     menu.items[5].action();
-    EXPECT_EQ(menu.checkedTitles(), std::vector<std::string> {"55.0 kPa"});
+    EXPECT_EQ(menu.checkedTitles(), "55.0 kPa");
     EXPECT_EQ(session.userDefaults.stored["target pressure"], 55.0f);
     EXPECT_EQ(session.manager.targetPressure.value(), 20.0f);
 

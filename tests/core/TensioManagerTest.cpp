@@ -67,6 +67,7 @@ TEST(TensioManager, CountsOnWhenTheListIsFullAndScrollsIt)
     EXPECT_EQ(ticks, 255) << "a tick each second";
     EXPECT_EQ(session.bestPressures().size(), 99U);
     EXPECT_EQ(session.manager.measurement->number, 103);
+    EXPECT_EQ(session.manager.measurementList.startingIndex(), 94);
     session.manager.changeSliceStartingIndex.apply(-3);
     session.manager.changeSliceStartingIndex.apply(1);
     EXPECT_EQ(session.manager.sliceOfMeasurements.value().at(0)->number, 93);

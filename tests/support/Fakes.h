@@ -44,8 +44,7 @@ public:
 
     float floatForKey(std::string const& key) const override
     {
-        auto const found = stored.find(key);
-        return found == stored.end() ? 0.0f : found->second;
+        return stored.contains(key) ? stored.at(key) : 0.0f;
     }
     void setFloat(std::string const& key, float value) override { stored[key] = value; }
     void synchronize() override { ++synchronizations; }
@@ -79,13 +78,11 @@ public:
             item.isOn = item.tag == tag;
     }
 
-    std::vector<std::string> checkedTitles() const
+    std::string checkedTitles() const
     {
-        std::vector<std::string> titles;
-        for (auto const& item : items) {
-            if (item.isOn)
-                titles.push_back(item.title);
-        }
+        std::string titles;
+        for (auto const& item : items)
+            titles += item.isOn ? item.title : "";
         return titles;
     }
 };

@@ -45,19 +45,19 @@ public:
     void plugIn()
     {
         terminal.reset();
-        terminal = std::make_unique<Terminal>("SLAB_USBtoUART-x");
+        terminal = std::make_unique<Terminal>(u"SLAB_USBtoUART-x"_qs);
     }
 
     void click(char const* name) const
     {
-        application->window().findChild<QAbstractButton*>(name)->click();
+        application->window().findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
     }
 
     // By hand, through the dialog.
     bool connect() const
     {
         click("startButton");
-        application->window().findChild<QLineEdit*>("nameInput")->setText("山田");
+        application->window().findChild<QLineEdit*>(u"nameInput"_qs)->setText(u"山田"_qs);
         click("okButton");
         return QTest::qWaitFor(
             [&] { return manager().isMeasuring.value() && !manager().isShowingPopup.value(); });

@@ -67,7 +67,8 @@ TEST(QtSessionStore, IsReadableForTheUserAloneAndKeepsNothingOfWhatIsRemoved)
     auto const id = place.addSession("Nobody");
     auto const others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
     EXPECT_FALSE((QFile::permissions(place.path) | QFile::permissions(place.data.path())) & others);
-    QtSessionStore(place.path).remove(id);
+    QtSessionStore store(place.path);
+    store.remove(id);
     for (auto const& name : place.data.entryList(QDir::Files)) {
         QFile rest(place.data.filePath(name));
         ASSERT_TRUE(rest.open(QIODevice::ReadOnly));
