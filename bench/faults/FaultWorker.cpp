@@ -35,14 +35,14 @@ int saveBetweenMarks(QDir const& folder)
     return isSaved ? 0 : 1;
 }
 
-// How often the user was told; 100 when the session or the file is not whole.
+// How many messages the user was shown; 100 when the session or the file is not whole.
 int record(QDir const& folder)
 {
     mark(faultsBegin);
     std::optional<Recording> recording(folder.filePath(storeFile));
     auto& [session, store, recorder] = *recording;
-    int told = recorder.problem.value().empty() ? 0 : 1;
-    auto counting = recorder.problem.observeChanges([&](auto const&) { ++told; });
+    int messages = recorder.problem.value().empty() ? 0 : 1;
+    auto counting = recorder.problem.observeChanges([&](auto const&) { ++messages; });
     for (int burst = 0; burst < 3; ++burst)
         recording->press(3, [] {});
     session.manager.disconnectAction.apply(Nothing {});
@@ -55,7 +55,7 @@ int record(QDir const& folder)
     mark(faultsBegin);
     recording.reset();
     mark(faultsEnd);
-    return isWhole ? told : 100;
+    return isWhole ? messages : 100;
 }
 
 } // namespace
