@@ -1,5 +1,6 @@
 #include "panels/HeaderViewController.h"
 #include "support/Session.h"
+#include "support/Ui.h"
 
 #include <QLabel>
 #include <QMenu>
@@ -15,44 +16,36 @@ TEST(Header, SavesAndPrintsBetweenSessionsOnceThereIsSomethingToSave)
     QWidget view;
     QMenu menu;
     HeaderViewController const header(session.manager, menu, view);
-    auto const button
-        = [&](char const* name) { return view.findChild<QPushButton*>(QString::fromLatin1(name)); };
     auto const expectEnabled = [&](bool isEnabled) {
         for (auto const* name : {"saveButton", "screenSaveButton", "printButton"})
-            EXPECT_EQ(button(name)->isEnabled(), isEnabled) << name;
+            EXPECT_EQ(find(view, name).isEnabled(), isEnabled) << name;
     };
-    auto const finish = [&] { session.manager.disconnectAction.apply(Nothing {}); };
     expectEnabled(false);
-    session.connect();
-    finish();
-    expectEnabled(false);
-    session.connect();
-    session.press({20.0});
-    expectEnabled(false);
-    finish();
-    expectEnabled(true);
-    EXPECT_EQ(button("printButton")->menu(), &menu);
-    button("saveButton")->click();
-    button("screenSaveButton")->click();
+    for (bool const hasPressed : {false, true}) {
+        session.connect();
+        session.receive(std::vector(hasPressed ? 1U : 0U, 20.0));
+        expectEnabled(false);
+        session.manager.disconnectAction.apply(Nothing {});
+        expectEnabled(hasPressed);
+    }
+    EXPECT_EQ(find<QPushButton>(view, "printButton").menu(), &menu);
+    click(view, "saveButton");
+    click(view, "screenSaveButton");
     EXPECT_EQ(session.saving.log.size(), 3U);
-    session.connect();
-    expectEnabled(false);
 }
 
 TEST(Header, ShowsTheNameAndTheRunningTime)
 {
     Session session;
-    session.clock.date += std::chrono::seconds(1);
     QWidget view;
+    session.clock.date += std::chrono::seconds(1);
     QMenu menu;
     HeaderViewController const header(session.manager, menu, view);
-    auto const text = [&](char const* name) {
-        return view.findChild<QLabel*>(QString::fromLatin1(name))->text();
-    };
-    EXPECT_EQ(text("dateTimeLabel"), QStringLiteral("2024/03/05 14:07:10")) << "before any tick";
+    auto const& time = find<QLabel>(view, "dateTimeLabel");
+    EXPECT_EQ(time.text(), u"2024/03/05 14:07:10"_qs) << "before any tick";
     session.clock.date -= std::chrono::hours(5);
     session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(text("dateTimeLabel"), QStringLiteral("2024/03/05 09:07:10"));
+    EXPECT_EQ(time.text(), u"2024/03/05 09:07:10"_qs);
     session.manager.username.setValue("山田 花子");
-    EXPECT_EQ(text("nameLabel"), QStringLiteral("山田 花子"));
+    EXPECT_EQ(find<QLabel>(view, "nameLabel").text(), u"山田 花子"_qs);
 }
