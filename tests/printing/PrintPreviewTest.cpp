@@ -4,13 +4,13 @@
 #include "printing/PrintPreviewController.h"
 #include "support/PdfText.h"
 #include "support/Session.h"
+#include "support/Ui.h"
 
 #include <QDialog>
 #include <QFile>
 #include <QLabel>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
-#include <QPushButton>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -53,17 +53,13 @@ struct Preview {
         session.manager.disconnectAction.apply(Nothing {});
     }
 
-    template<typename Widget>
-    Widget& find(char const* name)
-    {
-        return *parent.findChild<Widget*>(QString::fromLatin1(name));
-    }
-    void click(char const* name) { find<QPushButton>(name).click(); }
+    QAbstractButton& button(char const* name) const { return find(parent, name); }
+    void click(char const* name) const { tensio::click(parent, name); }
     // The preview paints when its events are due.
     std::string position()
     {
         QCoreApplication::processEvents();
-        return find<QLabel>("positionLabel").text().toStdString();
+        return find<QLabel>(parent, "positionLabel").text().toStdString();
     }
 };
 
@@ -74,27 +70,27 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     Preview preview;
     preview.controller.show(ReportKind::List);
     EXPECT_EQ(preview.position(), "1 / 2 ページ");
-    EXPECT_FALSE(preview.find<QPushButton>("previousButton").isEnabled());
-    EXPECT_FALSE(preview.find<QPushButton>("selectedButton").isEnabled()) << "nothing is selected";
-    preview.find<QPushButton>("nextButton").setFocus();
+    EXPECT_FALSE(preview.button("previousButton").isEnabled());
+    EXPECT_FALSE(preview.button("selectedButton").isEnabled()) << "nothing is selected";
+    preview.button("nextButton").setFocus();
     preview.click("nextButton");
     EXPECT_EQ(preview.position(), "2 / 2 ページ");
-    EXPECT_FALSE(preview.find<QPushButton>("nextButton").isEnabled());
-    EXPECT_TRUE(preview.find<QPushButton>("previousButton").hasFocus()) << "not the zoom";
+    EXPECT_FALSE(preview.button("nextButton").isEnabled());
+    EXPECT_TRUE(preview.button("previousButton").hasFocus()) << "not the zoom";
     preview.click("gridButton");
     EXPECT_EQ(preview.position(), "2 / 8 ページ");
 
     preview.session.manager.measurementList.measurements()[3]->isCounted.setValue(true);
     preview.controller.show(ReportKind::Selected);
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
-    EXPECT_TRUE(preview.find<QPushButton>("selectedButton").isChecked());
-    EXPECT_FALSE(preview.find<QPushButton>("listButton").isChecked());
+    EXPECT_TRUE(preview.button("selectedButton").isChecked());
+    EXPECT_FALSE(preview.button("listButton").isChecked());
 }
 
 TEST(PrintPreview, SavesAndPrintsWhatItShows)
 {
     QTemporaryDir folder;
-    auto const file = folder.filePath(QStringLiteral("printed.pdf"));
+    auto const file = folder.filePath(u"printed.pdf"_qs);
     Preview preview;
     preview.panels.change = [&](QPrinter& printer) { printer.setOutputFileName(file); };
     preview.session.saving.answer = "/folder/file";
@@ -118,21 +114,20 @@ TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
     preview.controller.show(ReportKind::List);
     preview.panels.printers = false;
     preview.click("printButton");
-    ASSERT_EQ(preview.session.alerts.messages.size(), 1U);
-    EXPECT_NE(preview.session.alerts.messages[0].find("プリンターがありません"), std::string::npos);
-
+    EXPECT_NE(
+        preview.session.alerts.messages.at(0).find("プリンターがありません"), std::string::npos);
     preview.panels.printers = true;
     preview.panels.change
         = [](QPrinter& printer) { printer.setPageSize(QPageSize(QPageSize::A7)); };
     preview.click("printButton");
     EXPECT_EQ(preview.session.alerts.messages.back(), paperTooSmallMessage);
-    EXPECT_TRUE(preview.find<QDialog>("PrintPreview").isVisible());
+    EXPECT_TRUE(find<QDialog>(preview.parent, "PrintPreview").isVisible());
 
     preview.click("pageSetupButton");
     preview.position();
     EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A7) << "for PDF files, too";
-    EXPECT_TRUE(preview.find<QLabel>("messageLabel").isVisible());
-    EXPECT_FALSE(preview.find<QPrintPreviewWidget>("").isVisible()) << "pages of another paper";
-    EXPECT_FALSE(preview.find<QPushButton>("printButton").isEnabled());
-    EXPECT_FALSE(preview.find<QPushButton>("savePdfButton").isEnabled());
+    EXPECT_TRUE(find<QLabel>(preview.parent, "messageLabel").isVisible());
+    EXPECT_FALSE(find<QPrintPreviewWidget>(preview.parent).isVisible()) << "pages of another paper";
+    EXPECT_FALSE(preview.button("printButton").isEnabled());
+    EXPECT_FALSE(preview.button("savePdfButton").isEnabled());
 }
