@@ -3,10 +3,23 @@
 #include "core/DateText.h"
 #include "core/SessionRecorder.h"
 #include "core/TensioManager.h"
+#include "toolkit/DesignFrame.h"
 #include "ui_StoreProblem.h"
 #include "ui_UnsavedSession.h"
 
 namespace tensio {
+
+namespace {
+
+// setupUi() has put both at scale 1, and the window may have another already.
+void takeScale(QWidget& view)
+{
+    setDesignFrame(view, designFrame(view));
+    for (auto* child : view.findChildren<QWidget*>())
+        setDesignFrame(*child, designFrame(*child));
+}
+
+} // namespace
 
 SessionNotices::SessionNotices(TensioManager& tensioManager, SessionRecorder& recorder,
     SessionStore& store, QWidget& unsavedView, QWidget& problemView)
@@ -19,6 +32,8 @@ SessionNotices::SessionNotices(TensioManager& tensioManager, SessionRecorder& re
 {
     m_unsaved->setupUi(&m_unsavedView);
     m_problem->setupUi(&m_problemView);
+    for (auto* view : {&m_unsavedView, &m_problemView})
+        takeScale(*view);
     connect(m_problem->hideProblemButton, &QPushButton::clicked, &m_problemView, &QWidget::hide);
     m_subscriptions.push_back(
         m_recorder.problem.observe([this](std::string const& problem) { showProblem(problem); }));

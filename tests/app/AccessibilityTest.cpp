@@ -119,7 +119,7 @@ TEST(Accessibility, DescribesTheLiveAreaAndStepsWithTheArrowKeys)
         {std::pair {"currentPressureLabel", QStringLiteral("現在の圧力 35.0 kPa")},
             {"targetPressureImage", QStringLiteral("目標圧 30.0 kPa 達成")},
             {"maxPressureImage", QStringLiteral("最大圧 35.0 kPa")},
-            {"statusLabel", QStringLiteral("状態 測定中")},
+            {"statusLabel", QStringLiteral("状態 記録中")},
             {"percentPopup", QStringLiteral("目標の割合 100%")}})
         EXPECT_EQ(nameOf(program.find<QWidget>(QString::fromLatin1(label))), name);
 

@@ -24,6 +24,8 @@ struct Window {
     Window()
     {
         controller->fitToDesign();
+        // Also sizes that the user cannot choose.
+        controller->window().setMinimumSize(0, 0);
         controller->window().show();
     }
 

@@ -74,11 +74,15 @@ TEST(Saving, WritesTheFileUnlessTheUserCancelsAndReportsAFailure)
         session.saving.diskIsFull = true;
         run(session);
         EXPECT_EQ(session.alerts.messages, alerts);
+        EXPECT_EQ(session.manager.savedPath().value(), "");
         session.saving.diskIsFull = false;
         run(session);
         EXPECT_EQ(session.saving.written, written);
         EXPECT_EQ(session.saving.log.back(), "write /folder/file");
         EXPECT_EQ(session.alerts.messages, alerts);
+        EXPECT_EQ(session.manager.savedPath().value(), "/folder/file");
+        session.connect();
+        EXPECT_EQ(session.manager.savedPath().value(), "");
     }
 }
 

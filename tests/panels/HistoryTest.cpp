@@ -1,5 +1,6 @@
 #include "panels/HistorySlice.h"
 #include "panels/HistoryViewController.h"
+#include "panels/StatusViewModel.h"
 #include "support/Session.h"
 #include "support/Ui.h"
 #include "toolkit/DesignFrame.h"
@@ -83,6 +84,37 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     strip.press(0);
     strip.press(3);
     EXPECT_EQ(strip.average(), "43.5");
+}
+
+TEST(History, SaysTheStateTheNextStepAndTheCount)
+{
+    Session session;
+    StatusViewModel const status(session.manager);
+    auto const expect = [&](char const* state, std::string const& hint, char const* count) {
+        EXPECT_EQ(status.state.value(), state);
+        EXPECT_NE(status.hint.value().find(hint), std::string::npos) << status.hint.value();
+        EXPECT_EQ(status.count.value(), count);
+    };
+    expect("待機中", "「開始」", "");
+    session.manager.connectAction.apply(Nothing {});
+    expect("接続中…", "接続", "");
+    session.port->delegate->serialPortWasOpened();
+    expect("測定待ち", "待っています", "");
+    session.receive({0.0});
+    expect("記録中", "途切れる", "");
+    session.runLoop.advance(Seconds(2.5));
+    expect("測定待ち", "待っています", "");
+    for (int press = 0; press < 12; ++press)
+        session.press({20.0});
+    expect("測定待ち", "「終了」", "全12回中 8〜12");
+    session.receive({20.0});
+    session.manager.disconnectAction.apply(Nothing {});
+    session.manager.measurementList.measurements().back()->isCounted.setValue(true);
+    expect("待機中", "選べます", "全13回中 9〜13　選択 1/3");
+    session.connect();
+    for (int press = 0; press < 99; ++press)
+        session.press({20.0});
+    expect("測定待ち", "99回", "全99回中 95〜99");
 }
 
 TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)

@@ -84,8 +84,12 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
     auto& percent = find<PopUpButton>(panel.window, "percentPopup");
     EXPECT_EQ(percent.items().size(), 11U);
     EXPECT_EQ(percent.text(), u"100%"_qs);
+    EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 100 %");
     percent.menu()->actions().at(3)->trigger();
     EXPECT_EQ(percent.text(), u"70%"_qs);
+    EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 70 %");
+    panel.click("segueButton");
+    EXPECT_FALSE(find<QLabel>(panel.window, "percentNotice").isHidden());
     EXPECT_FLOAT_EQ(panel.session.manager.targetPressurePercent.value(), 0.7f);
 }
 

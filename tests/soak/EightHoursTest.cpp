@@ -24,6 +24,7 @@ void passEightHours(double silenceSeconds, std::ptrdiff_t bytesPerReading)
     QMenu printMenu;
     MainWindowController controller(session.manager, session.runLoop, session.alerts, printMenu);
     // Small, so that painting it costs little.
+    controller.window().setMinimumSize(0, 0);
     controller.window().resize(104, 69);
     controller.window().show();
     session.connect();

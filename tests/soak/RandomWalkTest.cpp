@@ -26,6 +26,7 @@ public:
     {
         m_delegate.applicationDidFinishLaunching();
         // Small, so that painting it costs little.
+        window().setMinimumSize(0, 0);
         window().resize(260, 173);
         window().show();
         m_observing = manager().shouldReset.observeChanges([this](bool) { ++connections; });

@@ -1,6 +1,7 @@
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/WaylandWindowSizes.h"
+#include "toolkit/WindowSize.h"
 
 #include <QApplication>
 #include <QTest>
@@ -10,6 +11,16 @@
 #include <gtest/gtest.h>
 
 using namespace tensio;
+
+TEST(WindowSize, FitsEveryScreen)
+{
+    // Screen and size at which the main window opens on it.
+    std::vector<std::pair<QSize, QSize>> const rows {{{960, 540}, {712, 502}},
+        {{1024, 768}, {1016, 704}}, {{1280, 720}, {978, 679}}, {{1920, 1080}, {1199, 826}},
+        {{3840, 2160}, {2498, 1691}}};
+    for (auto const& [screen, opening] : rows)
+        EXPECT_EQ(openingSize({1040, 692}, screen, assumedFrame, 28), opening);
+}
 
 TEST(Color, ReadsHexTextAndTakesEverythingElseForBlack)
 {

@@ -77,7 +77,7 @@ class Session:
         program.key("Up", "Up", "Down")
         program.wait("30.1 in the target's field", lambda: program.focused().text == "30.1", 10.0)
         program.key("Return")
-        program.find("label", "^状態 測定中$")
+        program.find("label", "^状態 (測定待ち|記録中)$")
         self.expect("the name is told", program.find("label", "^氏名 Tanaka$"))
         self.expect("the title tells of the simulated device", program.find("frame", "模擬装置"))
 
