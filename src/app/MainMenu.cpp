@@ -36,8 +36,7 @@ void MainMenu::addFileMenu()
 {
     auto& menu = *m_window.menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
     menu.setObjectName(QStringLiteral("fileMenu"));
-    add(menu, QStringLiteral("CSVを保存(&S)…"), &AppDelegate::saveCsvAction,
-        QKeySequence::Save);
+    add(menu, QStringLiteral("CSVを保存(&S)…"), &AppDelegate::saveCsvAction, QKeySequence::Save);
     add(menu, QStringLiteral("選択した測定のCSVを保存(&C)…"), &AppDelegate::saveSelectedAction,
         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     menu.addSeparator();

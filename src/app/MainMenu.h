@@ -17,8 +17,8 @@ class QMenu;
 namespace tensio {
 
 // The menu bar of the main window but for the help: the delegate's commands, each enabled while the
-// delegate says so, the full screen, and the menu of default targets. It gives the print menu, which
-// the header's button opens as well, its commands.
+// delegate says so, the full screen, and the menu of default targets. It gives the print menu,
+// which the header's button opens as well, its commands.
 class MainMenu : public QObject {
     Q_OBJECT
 

@@ -29,18 +29,19 @@ namespace {
 QString drawn(std::function<void(QPaintDevice&)> const& draw)
 {
     static QRegularExpression const element(
-        u"<(g|path|rect|circle|polygon|text)\\s([^>]*?)/?>([^<]*)"_qs);
-    static QRegularExpression const decimals(u"((?:[1-9]|\\d\\d)\\.\\d)\\d+(?=[^<>]*>)"_qs);
+        QStringLiteral("<(g|path|rect|circle|polygon|text)\\s([^>]*?)/?>([^<]*)"));
+    static QRegularExpression const decimals(
+        QStringLiteral("((?:[1-9]|\\d\\d)\\.\\d)\\d+(?=[^<>]*>)"));
     static QRegularExpression const noise(
         u"\nfont.*| (vector|fill-rule|xml|font-(fam|sty)|stroke-[lm])[^ ]*=\"[^\"]*\""
         "| [a-z-]*=\"(1|none|matrix\\(1,0,0,1,0,0\\))\""_qs);
-    static QRegularExpression const ink(u"(fill|stroke)\\S*"_qs);
+    static QRegularExpression const ink(QStringLiteral("(fill|stroke)\\S*"));
     QBuffer buffer;
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
     draw(generator);
     auto svg = QString::fromUtf8(buffer.data());
-    svg.replace(decimals, u"\\1"_qs).remove(noise);
+    svg.replace(decimals, QStringLiteral("\\1")).remove(noise);
     QString group;
     QString lines;
     for (auto const& match : element.globalMatch(svg)) {
@@ -120,9 +121,9 @@ TEST(Looks, HistoryTile)
 TEST(Looks, Buttons)
 {
     DopeRadioButton radio;
-    radio.setText(u"一覧"_qs);
+    radio.setText(QStringLiteral("一覧"));
     radio.resize(116, 34);
-    radio.setBgImageName(u"radio_on"_qs);
+    radio.setBgImageName(QStringLiteral("radio_on"));
     expectLook("radio-button", drawn(radio));
     radio.setChecked(true);
     expectLook("radio-button-on", drawn(radio));
@@ -130,15 +131,15 @@ TEST(Looks, Buttons)
     expectLook("radio-button-disabled", drawn(radio));
 
     PopUpButton popUp;
-    popUp.addItem({u"70%"_qs, 0});
-    popUp.setTitle(u"70%"_qs);
+    popUp.addItem({QStringLiteral("70%"), 0});
+    popUp.setTitle(QStringLiteral("70%"));
     popUp.resize(112, 28);
     expectLook("pop-up", drawn(popUp));
     popUp.setDown(true);
     expectLook("pop-up-pressed", drawn(popUp));
 
     DropDownButton dropDown;
-    dropDown.setText(u"印刷"_qs);
+    dropDown.setText(QStringLiteral("印刷"));
     dropDown.resize(120, 40);
     dropDown.setTextColor(Qt::red);
     expectLook("drop-down", drawn(dropDown));
@@ -149,7 +150,7 @@ TEST(Looks, Buttons)
 TEST(Looks, MenuRow)
 {
     QMenu menu;
-    auto* item = menu.addAction(u"70%"_qs);
+    auto* item = menu.addAction(QStringLiteral("70%"));
     OrvMenuItemView row(*item, menu);
     expectLook("menu-row", drawn(row));
     menu.setActiveAction(item);

@@ -86,18 +86,19 @@ TEST(MainMenu, RunsEachCommandOfTheDelegate)
         std::string written; // part of the file
     };
     for (auto const& [title, panel, written] :
-        std::vector<Row> {{u"CSVとして"_qs, "panel csv", csv("1回目")},
-            {u"選択した測定をCSV"_qs, "panel csv", csv("①")},
-            {u"一覧をPDF"_qs, "panel pdf", typeid(ListPrintView).name()},
-            {u"グリッドをPDF"_qs, "panel pdf", typeid(GridPrintView).name()},
-            {u"画面を"_qs, "panel png", "picture"}}) {
+        std::vector<Row> {{QStringLiteral("CSVとして"), "panel csv", csv("1回目")},
+            {QStringLiteral("選択した測定をCSV"), "panel csv", csv("①")},
+            {QStringLiteral("一覧をPDF"), "panel pdf", typeid(ListPrintView).name()},
+            {QStringLiteral("グリッドをPDF"), "panel pdf", typeid(GridPrintView).name()},
+            {QStringLiteral("画面を"), "panel png", "picture"}}) {
         saving.log.clear();
         menus.choose(title);
         menus.session.runLoop.advance(Seconds(0.5));
         EXPECT_EQ(std::ranges::count(saving.log, panel), 1) << title.toStdString();
         EXPECT_NE(saving.written.find(written), std::string::npos) << title.toStdString();
     }
-    for (auto const& title : {u"一覧を印刷"_qs, u"グリッドを印刷"_qs, u"選択した測定を印刷"_qs})
+    for (auto const& title : {QStringLiteral("一覧を印刷"), QStringLiteral("グリッドを印刷"),
+             QStringLiteral("選択した測定を印刷")})
         menus.choose(title);
     EXPECT_EQ(
         menus.printed, (std::vector {ReportKind::List, ReportKind::Grid, ReportKind::Selected}));

@@ -50,15 +50,16 @@ TEST(PastSessions, ALineOffersTheUnsavedOneUntilItIsOpened)
     auto& window = controller.window();
     controller.showNotices(*clinic.recorder, clinic.store);
     window.show();
-    auto const& line = find<QWidget>(window, u"unsavedSessionView"_qs);
+    auto const& line = find<QWidget>(window, QStringLiteral("unsavedSessionView"));
     EXPECT_TRUE(line.isVisible());
-    EXPECT_TRUE(find<QLabel>(window, u"unsavedDetailLabel"_qs).text().contains(u"花子"));
-    find(window, u"openUnsavedButton"_qs).click();
+    EXPECT_TRUE(
+        find<QLabel>(window, QStringLiteral("unsavedDetailLabel")).text().contains(u"花子"));
+    find(window, QStringLiteral("openUnsavedButton")).click();
     EXPECT_EQ(clinic.session.manager.username.value(), "花子");
-    EXPECT_TRUE(find(window, u"saveButton"_qs).isEnabled());
+    EXPECT_TRUE(find(window, QStringLiteral("saveButton")).isEnabled());
     EXPECT_FALSE(line.isVisible());
     EXPECT_FALSE(clinic.store.unsavedSession());
-    auto const& problem = find<QWidget>(window, u"storeProblemView"_qs);
+    auto const& problem = find<QWidget>(window, QStringLiteral("storeProblemView"));
     EXPECT_FALSE(problem.isVisible());
     clinic.recorder->problem.setValue("保存できません");
     EXPECT_TRUE(problem.isVisible());
@@ -69,14 +70,14 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     Clinic clinic;
     QWidget parent;
     PastSessionsWindow window(*clinic.recorder, clinic.store, parent);
-    auto const& rows = *find<QTreeView>(window, u"sessionList"_qs).model();
+    auto const& rows = *find<QTreeView>(window, QStringLiteral("sessionList")).model();
     EXPECT_EQ(rows.rowCount(), 2);
-    find<QLineEdit>(window, u"searchInput"_qs).setText(u"太"_qs);
+    find<QLineEdit>(window, QStringLiteral("searchInput")).setText(QStringLiteral("太"));
     EXPECT_EQ(rows.rowCount(), 1);
     for (bool const isSure : {false, true}) {
-        find(window, u"removeButton"_qs).click();
+        find(window, QStringLiteral("removeButton")).click();
         auto& question = find<QMessageBox>(window, {});
-        EXPECT_EQ(question.defaultButton()->text(), u"キャンセル"_qs);
+        EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("キャンセル"));
         question.buttons().at(isSure ? 1 : 0)->click();
         delete &question;
         EXPECT_EQ(clinic.store.stored.size(), isSure ? 1U : 2U);

@@ -12,7 +12,7 @@ using namespace tensio;
 TEST(PopUpButton, ARowFillsTheMenuAndIsChosenOnceByAClickThatClosesIt)
 {
     PopUpButton button;
-    for (auto const& title : {u"倍率"_qs, u"80%"_qs, u"70%"_qs})
+    for (auto const& title : {QStringLiteral("倍率"), QStringLiteral("80%"), QStringLiteral("70%")})
         button.addItem({title, title.left(2).toInt()});
     button.resize(112, 28);
     int chosen = 0;

@@ -10,7 +10,8 @@ TEST(Guide, EveryLinkAndPictureIsThere)
 {
     QStringList places;
     QList<QUrl> links;
-    for (auto const& page : {u"qrc:/help/guide.ja.md"_qs, u"qrc:/help/install.ja.md"_qs}) {
+    for (auto const& page :
+        {QStringLiteral("qrc:/help/guide.ja.md"), QStringLiteral("qrc:/help/install.ja.md")}) {
         GuideView view(nullptr);
         view.setSource(QUrl(page));
         places << page;

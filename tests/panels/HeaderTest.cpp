@@ -42,10 +42,10 @@ TEST(Header, ShowsTheNameAndTheRunningTime)
     QMenu menu;
     HeaderViewController const header(session.manager, menu, view);
     auto const& time = find<QLabel>(view, "dateTimeLabel");
-    EXPECT_EQ(time.text(), u"2024/03/05 14:07:10"_qs) << "before any tick";
+    EXPECT_EQ(time.text(), QStringLiteral("2024/03/05 14:07:10")) << "before any tick";
     session.clock.date -= std::chrono::hours(5);
     session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(time.text(), u"2024/03/05 09:07:10"_qs);
+    EXPECT_EQ(time.text(), QStringLiteral("2024/03/05 09:07:10"));
     session.manager.username.setValue("山田 花子");
-    EXPECT_EQ(find<QLabel>(view, "nameLabel").text(), u"山田 花子"_qs);
+    EXPECT_EQ(find<QLabel>(view, "nameLabel").text(), QStringLiteral("山田 花子"));
 }

@@ -58,7 +58,8 @@ TEST(History, ATileSaysNumberPressureAndTime)
     Strip strip({20.0});
     strip.session.clock.date = ManualClock::localTime("2024-03-05 09:05:03");
     strip.session.press({35.24});
-    EXPECT_EQ(strip.tiles().at(1)->accessibleName(), u"2回目 最大圧 35.2 kPa 09:05:03"_qs);
+    EXPECT_EQ(
+        strip.tiles().at(1)->accessibleName(), QStringLiteral("2回目 最大圧 35.2 kPa 09:05:03"));
     EXPECT_EQ(designFrame(*strip.tiles().at(1)), QRectF(225.0, 5.0, 82.0, 64.0));
 }
 

@@ -34,7 +34,7 @@ struct Panel {
         EXPECT_EQ(find(window, "startButton").isEnabled(), !isMeasuring);
         EXPECT_EQ(find(window, "finishButton").isEnabled(), isMeasuring);
         EXPECT_EQ(find<ImageView>(window, "statusImageView").picture().name(),
-            isMeasuring ? u"ind_on"_qs : u"ind_off"_qs);
+            isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off"));
     }
 };
 
@@ -65,7 +65,7 @@ TEST(InfoControls, TheDecimalPointStandsStill)
         panel.session.runLoop.advance(Seconds(1.0));
         panel.session.manager.currentPressure.setValue(pressure);
         auto& label = find<QLabel>(panel.window, "currentPressureLabel");
-        int const width = label.fontMetrics().horizontalAdvance(u".5"_qs);
+        int const width = label.fontMetrics().horizontalAdvance(QStringLiteral(".5"));
         return label.grab(QRect(label.width() - width, 0, width, label.height())).toImage();
     };
     auto const oneDigit = pictureOfDecimal(5.5f);
@@ -83,10 +83,10 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
 
     auto& percent = find<PopUpButton>(panel.window, "percentPopup");
     EXPECT_EQ(percent.items().size(), 11U);
-    EXPECT_EQ(percent.text(), u"100%"_qs);
+    EXPECT_EQ(percent.text(), QStringLiteral("100%"));
     EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 100 %");
     percent.menu()->actions().at(3)->trigger();
-    EXPECT_EQ(percent.text(), u"70%"_qs);
+    EXPECT_EQ(percent.text(), QStringLiteral("70%"));
     EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 70 %");
     panel.click("segueButton");
     EXPECT_FALSE(find<QLabel>(panel.window, "percentNotice").isHidden());
@@ -101,12 +101,12 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
     find<QWidget>(panel.window, "UserInfo").close();
     panel.session.connect();
     panel.expectState(true);
-    EXPECT_EQ(panel.window.focusWidget()->objectName(), u"percentPopup"_qs);
+    EXPECT_EQ(panel.window.focusWidget()->objectName(), QStringLiteral("percentPopup"));
     panel.session.press({10.0});
     find(panel.window, "finishButton").setFocus();
     panel.click("finishButton");
     panel.expectState(false);
-    EXPECT_EQ(panel.window.focusWidget()->objectName(), u"startButton"_qs);
+    EXPECT_EQ(panel.window.focusWidget()->objectName(), QStringLiteral("startButton"));
     EXPECT_TRUE(panel.messages.empty());
     for (bool const isSure : {false, true}) {
         panel.session.alerts.answer = isSure ? 0 : 1;

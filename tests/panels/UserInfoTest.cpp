@@ -48,13 +48,13 @@ TEST(UserInfo, TypingReplacesTheLastNameAndEnterKeepsIt)
     dialog.session.manager.defaultTargetPressure.setValue(40.0f);
     dialog.click("segueButton");
     QCoreApplication::processEvents();
-    QTest::keyClicks(&dialog.name(), u"Taro"_qs);
-    EXPECT_EQ(dialog.name().text(), u"Taro"_qs);
-    EXPECT_EQ(dialog.pressure().text(), u"40.0"_qs);
+    QTest::keyClicks(&dialog.name(), QStringLiteral("Taro"));
+    EXPECT_EQ(dialog.name().text(), QStringLiteral("Taro"));
+    EXPECT_EQ(dialog.pressure().text(), QStringLiteral("40.0"));
     QTest::keyClick(&dialog.window(), Qt::Key_Escape);
     EXPECT_FALSE(dialog.isShowing());
     dialog.click("segueButton");
-    EXPECT_EQ(dialog.name().text(), u"山田 花子"_qs);
+    EXPECT_EQ(dialog.name().text(), QStringLiteral("山田 花子"));
     QTest::keyClick(&dialog.name(), Qt::Key_Return);
     EXPECT_TRUE(dialog.isConnecting());
 }
@@ -68,10 +68,10 @@ TEST(UserInfo, StepsStayWithinBoundsAndLeaveOtherTextsAlone)
         QString result;
     };
     for (auto const& [text, button, result] :
-        std::vector<Row> {{u"79.95"_qs, "incPressureButton", u"80.0"_qs},
-            {u"10.05"_qs, "decPressureButton", u"10.0"_qs},
-            {u"30.0"_qs, "incPressureButton", u"30.1"_qs},
-            {u"12,5"_qs, "decPressureButton", u"12,5"_qs}}) {
+        std::vector<Row> {{QStringLiteral("79.95"), "incPressureButton", QStringLiteral("80.0")},
+            {QStringLiteral("10.05"), "decPressureButton", QStringLiteral("10.0")},
+            {QStringLiteral("30.0"), "incPressureButton", QStringLiteral("30.1")},
+            {QStringLiteral("12,5"), "decPressureButton", QStringLiteral("12,5")}}) {
         dialog.fill(QString(), text);
         dialog.name().setFocus();
         dialog.click(button);
@@ -94,13 +94,14 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
         char refused; // n, p or no entry
     };
     for (auto const& row : std::vector<Row> {
-             {QString(), u"5"_qs, QString(), u"5"_qs, 'n'},
-             {ten + u"👨‍👩‍👧"_qs, u"5"_qs, ten, u"5"_qs, 'n'},
-             {ten, u"12,5"_qs, ten, u"12,5"_qs, 'p'},
-             {ten, u"nan"_qs, ten, u"nan"_qs, 'p'},
-             {ten, u"5"_qs, ten, u"10.0"_qs, 'p'},
-             {ten, u"95"_qs, ten, u"80.0"_qs, 'p'},
-             {ten, u"80"_qs, ten, u"80"_qs, ' '},
+             {QString(), QStringLiteral("5"), QString(), QStringLiteral("5"), 'n'},
+             {ten + QStringLiteral("👨‍👩‍👧"), QStringLiteral("5"), ten,
+                 QStringLiteral("5"), 'n'},
+             {ten, QStringLiteral("12,5"), ten, QStringLiteral("12,5"), 'p'},
+             {ten, QStringLiteral("nan"), ten, QStringLiteral("nan"), 'p'},
+             {ten, QStringLiteral("5"), ten, QStringLiteral("10.0"), 'p'},
+             {ten, QStringLiteral("95"), ten, QStringLiteral("80.0"), 'p'},
+             {ten, QStringLiteral("80"), ten, QStringLiteral("80"), ' '},
          }) {
         Dialog dialog;
         dialog.fill(row.name, row.pressure);
@@ -112,7 +113,7 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
             bool const isRefused = input->objectName().startsWith(QLatin1Char(row.refused));
             EXPECT_EQ(input->property("refused").toBool(), isRefused);
             EXPECT_TRUE(!isRefused || dialog.window().focusWidget() == input);
-            input->setText(u"31"_qs);
+            input->setText(QStringLiteral("31"));
             EXPECT_FALSE(input->property("refused").toBool());
         }
     }
@@ -124,11 +125,12 @@ TEST(UserInfo, StoresTheEntriesWhenThePortOpensWhileTheDialogIsOpen)
         QString edited; // while the port opens
         float target;
     };
-    for (auto const& [edited, target] : std::vector<Row> {
-             {u"42.5"_qs, 42.5f}, {u"5"_qs, 10.0f}, {u"1e9"_qs, 80.0f}, {u"12,5"_qs, 0.0f}}) {
+    for (auto const& [edited, target] :
+        std::vector<Row> {{QStringLiteral("42.5"), 42.5f}, {QStringLiteral("5"), 10.0f},
+            {QStringLiteral("1e9"), 80.0f}, {QStringLiteral("12,5"), 0.0f}}) {
         Dialog dialog;
         dialog.session.ports.ports.clear();
-        dialog.fill(u"山田"_qs, u"40"_qs);
+        dialog.fill(QStringLiteral("山田"), QStringLiteral("40"));
         dialog.click("okButton");
         EXPECT_TRUE(dialog.isShowing()) << "the connection has failed";
         dialog.session.ports.ports.push_back(dialog.session.port);
@@ -149,7 +151,7 @@ TEST(UserInfo, StoresNothingOnceItHasClosedOrGone)
 {
     for (bool const isClosed : {true, false}) {
         Dialog dialog;
-        dialog.fill(u"山田"_qs, u"42.5"_qs);
+        dialog.fill(QStringLiteral("山田"), QStringLiteral("42.5"));
         dialog.click("okButton");
         if (isClosed)
             dialog.click("cancelButton");
@@ -168,18 +170,21 @@ TEST(UserInfo, ANameStaysOneCellOfATable)
 {
     Dialog dialog;
     auto& name = dialog.name();
-    for (auto const& [pasted, after] : {std::pair {u"\n\t山田 花子\r\n"_qs, u"山田 花子"_qs},
-             {u"山田\r\n花子\t"_qs, u"山田 花子"_qs}, {u"山田\u2028花子\u2029"_qs, u"山田 花子"_qs},
-             {u" 山田　花子 "_qs, u" 山田　花子 "_qs}, {u"\t"_qs, QString()}}) {
+    for (auto const& [pasted, after] :
+        {std::pair {QStringLiteral("\n\t山田 花子\r\n"), QStringLiteral("山田 花子")},
+            {QStringLiteral("山田\r\n花子\t"), QStringLiteral("山田 花子")},
+            {QStringLiteral("山田\u2028花子\u2029"), QStringLiteral("山田 花子")},
+            {QStringLiteral(" 山田　花子 "), QStringLiteral(" 山田　花子 ")},
+            {QStringLiteral("\t"), QString()}}) {
         name.clear();
         QGuiApplication::clipboard()->setText(pasted);
         name.paste();
         EXPECT_EQ(name.text(), after);
     }
-    name.setText(u"山田花子"_qs);
+    name.setText(QStringLiteral("山田花子"));
     name.setCursorPosition(2);
-    QGuiApplication::clipboard()->setText(u"\r\n"_qs);
+    QGuiApplication::clipboard()->setText(QStringLiteral("\r\n"));
     name.paste();
-    EXPECT_EQ(name.text(), u"山田 花子"_qs);
+    EXPECT_EQ(name.text(), QStringLiteral("山田 花子"));
     EXPECT_EQ(name.cursorPosition(), 3);
 }

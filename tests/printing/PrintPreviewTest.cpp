@@ -90,7 +90,7 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
 TEST(PrintPreview, SavesAndPrintsWhatItShows)
 {
     QTemporaryDir folder;
-    auto const file = folder.filePath(u"printed.pdf"_qs);
+    auto const file = folder.filePath(QStringLiteral("printed.pdf"));
     Preview preview;
     preview.panels.change = [&](QPrinter& printer) { printer.setOutputFileName(file); };
     preview.session.saving.answer = "/folder/file";

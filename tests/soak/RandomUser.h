@@ -115,8 +115,10 @@ private:
             QTest::keySequence(&control, QKeySequence::Delete);
         }
         QInputMethodEvent event;
-        event.setCommitString(anyOf(QStringList {u"山田"_qs, u"9"_qs, u"35.5"_qs, u"12,5"_qs,
-            u"nan"_qs, u"-1e9"_qs, u"👩‍👩‍👧🙂e\u0301"_qs, u"a\tb\n"_qs}));
+        event.setCommitString(
+            anyOf(QStringList {QStringLiteral("山田"), QStringLiteral("9"), QStringLiteral("35.5"),
+                QStringLiteral("12,5"), QStringLiteral("nan"), QStringLiteral("-1e9"),
+                QStringLiteral("👩‍👩‍👧🙂e\u0301"), QStringLiteral("a\tb\n")}));
         QApplication::sendEvent(&control, &event);
     }
 

@@ -45,7 +45,7 @@ public:
     void plugIn()
     {
         terminal.reset();
-        terminal = std::make_unique<Terminal>(u"SLAB_USBtoUART-x"_qs);
+        terminal = std::make_unique<Terminal>(QStringLiteral("SLAB_USBtoUART-x"));
     }
 
     void click(char const* name) const
@@ -57,7 +57,9 @@ public:
     bool connect() const
     {
         click("startButton");
-        application->window().findChild<QLineEdit*>(u"nameInput"_qs)->setText(u"山田"_qs);
+        application->window()
+            .findChild<QLineEdit*>(QStringLiteral("nameInput"))
+            ->setText(QStringLiteral("山田"));
         click("okButton");
         return QTest::qWaitFor(
             [&] { return manager().isMeasuring.value() && !manager().isShowingPopup.value(); });
