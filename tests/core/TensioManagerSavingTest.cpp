@@ -81,6 +81,7 @@ TEST(Saving, WritesTheFileUnlessTheUserCancelsAndReportsAFailure)
         EXPECT_EQ(session.saving.log.back(), "write /folder/file");
         EXPECT_EQ(session.alerts.messages, alerts);
         EXPECT_EQ(session.manager.savedPath().value(), "/folder/file");
+        session.manager.disconnectAction.apply(Nothing {});
         session.connect();
         EXPECT_EQ(session.manager.savedPath().value(), "");
     }
