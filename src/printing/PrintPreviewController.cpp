@@ -11,6 +11,7 @@
 #include "ui_PrintPreview.h"
 
 #include <QDialog>
+#include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QPageRanges>
 #include <QPrintPreviewWidget>
@@ -90,6 +91,7 @@ void PrintPreviewController::addPages()
     m_preview = new QPrintPreviewWidget(m_printer.get(), m_ui->pageArea);
     m_ui->pageAreaLayout->addWidget(m_preview);
     m_pages = m_preview->findChild<QGraphicsView*>();
+    m_pages->scene()->setBackgroundBrush(QColor(0xe9, 0xec, 0xf1));
     setAccessibleRole(*m_pages, QAccessible::Document);
     m_pages->setAccessibleName(QStringLiteral("印刷されるページ"));
     QWidget::setTabOrder(m_ui->fitWidthButton, m_pages);
@@ -105,7 +107,7 @@ void PrintPreviewController::show(ReportKind kind)
     m_ui->selectedButton->setChecked(kind == ReportKind::Selected);
     choose(kind);
     m_window->show();
-    m_preview->fitInView();
+    m_preview->fitToWidth();
     m_ui->printButton->setFocus();
 }
 
