@@ -2,6 +2,7 @@
 
 #include "core/DateText.h"
 #include "core/SessionRecorder.h"
+#include "toolkit/StyleSheet.h"
 #include "toolkit/WindowSize.h"
 #include "ui_PastSessions.h"
 
@@ -20,6 +21,8 @@ PastSessionsWindow::PastSessionsWindow(
     , m_ui(std::make_unique<Ui::PastSessions>())
 {
     m_ui->setupUi(this);
+    // The window keeps its size, whatever the scale of the one it belongs to.
+    setStyleSheet(tensio::styleSheet(1.0));
     shrinkToScreen(*this);
     setUpList();
     connect(m_ui->searchInput, &QLineEdit::textChanged, this, &PastSessionsWindow::search);

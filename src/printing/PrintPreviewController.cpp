@@ -7,6 +7,7 @@
 #include "printing/PrintPanels.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonPair.h"
+#include "toolkit/StyleSheet.h"
 #include "toolkit/WindowSize.h"
 #include "ui_PrintPreview.h"
 
@@ -32,6 +33,8 @@ PrintPreviewController::PrintPreviewController(TensioManager& tensioManager, Pri
     , m_ui(std::make_unique<Ui::PrintPreview>())
 {
     m_ui->setupUi(m_window.get());
+    // The window keeps its size, whatever the scale of the one it belongs to.
+    m_window->setStyleSheet(styleSheet(1.0));
     shrinkToScreen(*m_window);
     viewDidLoad();
 }
