@@ -50,7 +50,7 @@ int record(QDir const& folder)
     mark(faultsEnd);
     bool const isWhole = measurements.size() == 3 && measurements[2]->pressurePoints->size() == 60
         && QtFileWriter().writeAtomically(folder.filePath(savedFile).toStdString(),
-            session.csvReport.all("花子", "", measurements));
+            session.csvFiles.all("花子", "", measurements));
     counting.end();
     mark(faultsBegin);
     recording.reset();

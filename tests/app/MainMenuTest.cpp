@@ -86,11 +86,11 @@ TEST(MainMenu, RunsEachCommandOfTheDelegate)
         std::string written; // part of the file
     };
     for (auto const& [title, panel, written] :
-        std::vector<Row> {{u"CSVを"_qs, "panel csv", csv("1回目")},
-            {u"選択した測定のCSV"_qs, "panel csv", csv("①")},
-            {u"一覧をPDF"_qs, "panel pdf", typeid(ListPrintView).name()},
-            {u"グリッドをPDF"_qs, "panel pdf", typeid(GridPrintView).name()},
-            {u"画面を"_qs, "panel png", "picture"}}) {
+        std::vector<Row> {{QStringLiteral("CSVを"), "panel csv", csv("1回目")},
+            {QStringLiteral("選択した測定のCSV"), "panel csv", csv("①")},
+            {QStringLiteral("一覧をPDF"), "panel pdf", typeid(ListPrintView).name()},
+            {QStringLiteral("グリッドをPDF"), "panel pdf", typeid(GridPrintView).name()},
+            {QStringLiteral("画面を"), "panel png", "picture"}}) {
         saving.log.clear();
         menus.choose(title);
         menus.session.runLoop.advance(Seconds(0.5));

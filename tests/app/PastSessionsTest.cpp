@@ -77,7 +77,7 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     for (bool const isSure : {false, true}) {
         find(window, QStringLiteral("removeButton")).click();
         auto& question = find<QMessageBox>(window, {});
-        EXPECT_EQ(question.defaultButton()->text(), u"キャンセル"_qs);
+        EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("キャンセル"));
         question.buttons().at(isSure ? 0 : 1)->click();
         delete &question;
         EXPECT_EQ(clinic.store.stored.size(), isSure ? 1U : 2U);

@@ -18,7 +18,7 @@ float loadAndReplace(QString const& path)
     Session fakes;
     QtUserDefaults userDefaults(path);
     TensioManager manager(fakes.ports, fakes.runLoop, fakes.clock, userDefaults,
-        {fakes.csvReport, fakes.pdfRenderer, fakes.saving, fakes.saving, fakes.saving,
+        {fakes.csvFiles, fakes.pdfRenderer, fakes.saving, fakes.saving, fakes.saving,
             fakes.alerts});
     auto const loaded = manager.defaultTargetPressure.value();
     manager.setTargetPressure(55);
