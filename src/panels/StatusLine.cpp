@@ -34,8 +34,10 @@ StatusLine::StatusLine(
         setLabelText(m_hint, QString::fromStdString(text));
         announcePolitely(m_hint, m_hint.text());
     }));
-    m_subscriptions.push_back(m_viewModel.count.observe(
-        [&count](std::string const& text) { setLabelText(count, QString::fromStdString(text)); }));
+    m_subscriptions.push_back(m_viewModel.count.observe([&count](std::string const& text) {
+        setLabelText(count, QString::fromStdString(text));
+        count.setVisible(!text.empty());
+    }));
     m_subscriptions.push_back(
         m_viewModel.savedPath.observe([this](std::string const& path) { showSavedPath(path); }));
 }
