@@ -28,7 +28,8 @@ void passEightHours(double silenceSeconds, std::ptrdiff_t bytesPerReading)
     controller.window().resize(104, 69);
     controller.window().show();
     session.connect();
-    std::array<std::ptrdiff_t, 3> first {};
+    std::array<std::ptrdiff_t, 2> first {};
+    std::ptrdiff_t firstBlocks = 0;
     std::ptrdiff_t firstBytes = 0;
     for (int hour = 1; hour <= 8; ++hour) {
         for (int record = 0; record < recordsPerHour; ++record) {
@@ -40,14 +41,17 @@ void passEightHours(double silenceSeconds, std::ptrdiff_t bytesPerReading)
         // Long enough for what is held back by a throttle, too short to end a burst.
         session.runLoop.advance(Seconds(0.6));
         QCoreApplication::processEvents();
-        std::array<std::ptrdiff_t, 3> const blocksTimersObjects {liveBlocks,
+        std::array<std::ptrdiff_t, 2> const timersObjects {
             static_cast<std::ptrdiff_t>(session.runLoop.liveTimers()),
             controller.window().findChildren<QObject*>().size()};
         if (hour == 1) {
-            first = blocksTimersObjects;
+            first = timersObjects;
+            firstBlocks = liveBlocks;
             firstBytes = liveBytes;
         }
-        EXPECT_EQ(blocksTimersObjects, first) << "hour " << hour;
+        EXPECT_EQ(timersObjects, first) << "hour " << hour;
+        // An hour has 240 presses; what Qt keeps of texts and glyphs varies a little.
+        EXPECT_LE(liveBlocks - firstBlocks, 50) << "hour " << hour;
     }
     // Arrays grow by doubling; a sweep's place among the readings is 16 bytes in 600 readings.
     EXPECT_LE(liveBytes - firstBytes, 8 * recordsPerHour * (2 * bytesPerReading + 1));

@@ -159,8 +159,9 @@ private:
         expect(target == 0.0f || (target >= 10.0f && target <= 80.0f), "the target is in bounds");
         expect(
             isMeasuring == manager().connectAction.isExecuting(), "measuring is being connected");
-        // The clock, the end of a burst, the blinking, two read-outs, the frame and a screenshot.
-        expect(m_session.runLoop.liveTimers() <= 7, "no more timers than there are uses");
+        // The clock, the end of a burst, the blinking, two read-outs, a frame and what paces it,
+        // and a screenshot.
+        expect(m_session.runLoop.liveTimers() <= 8, "no more timers than there are uses");
         expect(m_session.runLoop.repeatingTimers() <= (isMeasuring ? 3 : 1),
             "the clock, and in a session the end of a burst and the blinking");
         expect(find("startButton").isEnabled() == !isMeasuring, "start when idle");
