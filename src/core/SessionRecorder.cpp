@@ -12,7 +12,7 @@ constexpr Seconds interval {1.0};
 // What one write takes stays short, also after the store has refused for long.
 constexpr std::size_t maxPoints = 1200;
 constexpr auto cannotWriteMessage
-    = "測定を自動保存できません。ディスクの空き容量を確かめ、終了後にCSVを保存してください。";
+    = "測定を自動保存できません。空き容量を確かめ、終了後にCSVを保存してください。";
 
 bool isAboveZero(float pressure)
 {

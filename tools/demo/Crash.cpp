@@ -72,10 +72,9 @@ void recover(Application& application, QString const& folder)
     stage.chooseFromMenu(QStringLiteral("以前の測定を開く(&O)…"));
     stage.waitFor(300);
     stage.takePicture(QStringLiteral("0-past-sessions"));
-    // Answered with the first button, the safe one.
     stage.expectAlert(
         QStringLiteral("以前の測定を1件すべて削除します。\n元に戻すことはできません。"),
-        QStringLiteral("0-delete-question"));
+        QStringLiteral("0-delete-question"), QStringLiteral("キャンセル"));
     stage.click(QStringLiteral("removeAllButton"));
     stage.waitForAlert();
     stage.click(QStringLiteral("closeButton"));

@@ -92,10 +92,11 @@ void Stage::type(QString const& name, QString const& text) const
     QApplication::sendEvent(&input, &event);
 }
 
-void Stage::expectAlert(QString const& text, QString const& pictureName)
+void Stage::expectAlert(QString const& text, QString const& pictureName, QString const& answer)
 {
     m_expectedAlert = text;
     m_alertPicture = pictureName;
+    m_alertAnswer = answer;
 }
 
 void Stage::waitForAlert() const
@@ -114,7 +115,9 @@ void Stage::answerAlert()
     else
         m_wrongAlert = alert->text();
     m_expectedAlert.clear();
-    QTest::mouseClick(alert->buttons().constFirst(), Qt::LeftButton);
+    auto const buttons = alert->buttons();
+    auto const answer = std::ranges::find(buttons, m_alertAnswer, &QAbstractButton::text);
+    QTest::mouseClick(answer == buttons.end() ? buttons.constFirst() : *answer, Qt::LeftButton);
 }
 
 void Stage::expectSavePanel(QString const& fileName, QString const& pictureName)

@@ -34,8 +34,10 @@ public:
 
     void click(QString const& name) const;
     void type(QString const& name, QString const& text) const;
-    // The next alert must say this; it is pictured and answered with its first button.
-    void expectAlert(QString const& text, QString const& pictureName);
+    // The next alert must say this; it is pictured and answered with the button of that text, or
+    // its first one.
+    void expectAlert(
+        QString const& text, QString const& pictureName, QString const& answer = QString());
     // Once the expected alert has come and gone.
     void waitForAlert() const;
 
@@ -65,6 +67,7 @@ private:
     QDir m_folder;
     QString m_expectedAlert;
     QString m_alertPicture;
+    QString m_alertAnswer;
     QString m_wrongAlert;
     QString m_expectedFile;
     QString m_panelPicture;

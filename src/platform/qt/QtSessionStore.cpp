@@ -65,15 +65,13 @@ std::string QtSessionStore::openingProblem() const
     case SessionDatabase::Opening::Fine:
         break;
     case SessionDatabase::Opening::InUse:
-        return "別のtensioが開いているため、ここでの測定は自動保存されません。CSVを保存してください"
-               "。";
+        return "別のtensioが開いているため、自動保存されません。CSVを保存してください。";
     case SessionDatabase::Opening::Refused:
         return "自動保存の場所に書き込めません。測定を終えたらCSVを保存してください。";
     case SessionDatabase::Opening::NewerSetAside:
-        return "以前の測定は新しい版のtensioのものなので、別名で残しました。新しい版で開いてくださ"
-               "い。";
+        return "以前の測定は新しい版のもので、別名で残しました。新しい版で開いてください。";
     case SessionDatabase::Opening::DamagedSetAside:
-        return "以前の測定の記録が壊れていたため、別名で残しました。管理者に知らせてください。";
+        return "以前の記録が壊れていたため、別名で残しました。管理者に知らせてください。";
     }
     return {};
 }
