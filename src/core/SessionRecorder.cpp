@@ -87,7 +87,7 @@ bool SessionRecorder::writeFinished()
     auto const& finished = m_tensioManager.measurementList.measurements();
     while (m_writtenMeasurements < finished.size()) {
         auto const& each = *finished[m_writtenMeasurements];
-        bool const isRest = each.pressurePoints->size() - m_writtenPoints <= maxPoints;
+        bool const isRest = each.pressurePoints->size() <= m_writtenPoints + maxPoints;
         if (!write({each.number, *each.bestPressure, *each.targetPressure, *each.timeStamp, isRest,
                        m_writtenPoints, {}},
                 *each.pressurePoints))
@@ -120,8 +120,9 @@ bool SessionRecorder::writeRunning()
 
 bool SessionRecorder::write(MeasurementPart part, std::vector<float> const& points)
 {
-    part.points = std::span(points).subspan(
-        m_writtenPoints, std::min(maxPoints, points.size() - m_writtenPoints));
+    // A list that was not filled by measuring may hold fewer points than have been written.
+    auto const rest = std::span(points).subspan(std::min(m_writtenPoints, points.size()));
+    part.points = rest.first(std::min(maxPoints, rest.size()));
     if (!isSessionBegun() || !m_store.write(m_session, part))
         return false;
     m_writtenPoints += part.points.size();
