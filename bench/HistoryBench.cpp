@@ -1,4 +1,4 @@
-// Turning the page of the history strip: five tiles made anew.
+// Turning the page of the history strip: five new tiles.
 // QT_QPA_PLATFORM=offscreen build/default/bin/history_bench
 
 #include "panels/HistoryViewController.h"

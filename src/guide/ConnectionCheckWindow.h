@@ -8,7 +8,7 @@ namespace tensio {
 
 class PortInspector;
 
-// Whether the device is found and can be read, for the user and for whoever helps on the telephone.
+// Whether the device is found and can be read, for the user and for support by telephone.
 class ConnectionCheckWindow : public QDialog {
     Q_OBJECT
 

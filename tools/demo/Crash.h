@@ -6,7 +6,7 @@ namespace tensio {
 
 class Application;
 
-// How tensio-demo starts itself anew.
+// How tensio-demo starts itself again.
 inline auto const measureUntilKilledOption = QStringLiteral("--measure-until-killed");
 inline auto const recoverOption = QStringLiteral("--recover");
 
