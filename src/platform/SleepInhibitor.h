@@ -1,15 +1,12 @@
 #pragma once
 
+#include "reactive/Interface.h"
+
 namespace tensio {
 
 // Keeps the screen on and the computer from suspending, where the system allows it.
-class SleepInhibitor {
+class SleepInhibitor : public Interface {
 public:
-    SleepInhibitor() = default;
-    SleepInhibitor(SleepInhibitor const&) = delete;
-    SleepInhibitor& operator=(SleepInhibitor const&) = delete;
-    virtual ~SleepInhibitor() = default;
-
     virtual void setInhibited(bool isInhibited) = 0;
 };
 

@@ -14,7 +14,6 @@ namespace tensio {
 template<typename T>
 class MutableProperty {
 public:
-    using Value = T;
     using Observer = std::function<void(T const&)>;
 
     explicit MutableProperty(T value) { m_state->value = std::move(value); }
