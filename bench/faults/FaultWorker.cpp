@@ -41,7 +41,7 @@ int record(QDir const& folder)
     mark(faultsBegin);
     std::optional<Recording> recording(folder.filePath(storeFile));
     auto& [session, store, recorder] = *recording;
-    int messages = recorder.problem.value().empty() ? 0 : 1;
+    int messages = recorder.problem.value() == StoreProblem::None ? 0 : 1;
     auto counting = recorder.problem.observeChanges([&](auto const&) { ++messages; });
     for (int burst = 0; burst < 3; ++burst)
         recording->press(3, [] {});

@@ -39,7 +39,7 @@ void recordUntilKilled(QString const& path, Progress& progress)
 std::vector<StoredMeasurement> newMeasurements(QString const& path, SessionId& seen)
 {
     QtSessionStore store(path);
-    EXPECT_EQ(store.openingProblem(), "");
+    EXPECT_EQ(store.problem(), StoreProblem::None);
     auto const unsaved = store.unsavedSession();
     if (!unsaved || unsaved->id == seen)
         return {};

@@ -3,6 +3,7 @@
 #include "core/TensioManager.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace tensio {
 
@@ -11,8 +12,9 @@ namespace {
 constexpr Seconds interval {1.0};
 // What one write takes stays short, also after the store has refused for long.
 constexpr std::size_t maxPoints = 1200;
-constexpr auto cannotWriteMessage
-    = "測定を自動保存できません。空き容量を確かめ、終了後にCSVを保存してください。";
+// While a session runs, a backlog is written so few parts at a time that the display does not
+// stutter.
+constexpr std::size_t maxParts = 4;
 
 bool isAboveZero(float pressure)
 {
@@ -33,7 +35,7 @@ std::shared_ptr<Measurement> measurementOf(StoredMeasurement const& stored)
 
 SessionRecorder::SessionRecorder(
     TensioManager& tensioManager, SessionStore& store, RunLoop& runLoop, Clock const& clock)
-    : problem(store.openingProblem())
+    : problem(store.problem())
     , canOpen(store.isOpen())
     , m_tensioManager(tensioManager)
     , m_store(store)
@@ -53,7 +55,7 @@ SessionRecorder::SessionRecorder(
 
 SessionRecorder::~SessionRecorder()
 {
-    proceed();
+    proceed(std::numeric_limits<std::size_t>::max());
 }
 
 void SessionRecorder::start()
@@ -69,23 +71,40 @@ void SessionRecorder::start()
 
 void SessionRecorder::proceed()
 {
-    if (!m_isRecording)
-        return;
-    bool const isWritten = writeFinished() && writeRunning();
-    if (!isWritten && problem.value() != cannotWriteMessage)
-        problem.setValue(cannotWriteMessage);
-    if (!isWritten || m_tensioManager.isMeasuring.value())
-        return;
-    m_isRecording = false;
-    if (m_session != 0)
-        m_store.end(m_session, m_clock.now());
-    canOpen.setValue(true);
+    // Once a session has ended, all at once: the next one clears the list.
+    proceed(
+        m_tensioManager.isMeasuring.value() ? maxParts : std::numeric_limits<std::size_t>::max());
 }
 
-bool SessionRecorder::writeFinished()
+void SessionRecorder::proceed(std::size_t partCount)
+{
+    if (!m_isRecording)
+        return;
+    bool const isWritten = writeFinished(partCount) && writeRunning();
+    report(isWritten);
+    if (m_tensioManager.isMeasuring.value())
+        return;
+    m_isRecording = !isWritten;
+    if (isWritten && m_session != 0)
+        m_store.end(m_session, m_clock.now());
+    canOpen.setValue(isWritten || m_tensioManager.isSavedAsCsv.value());
+}
+
+void SessionRecorder::report(bool isWritten)
+{
+    // What the opening found stays until a change has been refused.
+    if (isWritten && !m_isRefused)
+        return;
+    m_isRefused = !isWritten;
+    auto const newProblem = isWritten ? StoreProblem::None : m_store.problem();
+    if (newProblem != problem.value())
+        problem.setValue(newProblem);
+}
+
+bool SessionRecorder::writeFinished(std::size_t partCount)
 {
     auto const& finished = m_tensioManager.measurementList.measurements();
-    while (m_writtenMeasurements < finished.size()) {
+    for (; m_writtenMeasurements < finished.size() && partCount > 0; --partCount) {
         auto const& each = *finished[m_writtenMeasurements];
         bool const isRest = each.pressurePoints->size() <= m_writtenPoints + maxPoints;
         if (!write({each.number, *each.bestPressure, *each.targetPressure, *each.timeStamp, isRest,
@@ -104,6 +123,8 @@ bool SessionRecorder::writeRunning()
 {
     auto const& running = m_tensioManager.measurement;
     bool const isFull = m_writtenMeasurements >= MeasurementList::MEASUREMENTS_MAX_COUNT;
+    if (m_writtenMeasurements < m_tensioManager.measurementList.measurements().size())
+        return true;
     // While it is being finished it stands in both places.
     if (!running || running->timeStamp || isFull)
         return true;
@@ -146,6 +167,7 @@ void SessionRecorder::markSaved()
 {
     if (m_session != 0)
         m_store.markSaved(m_session);
+    proceed();
 }
 
 bool SessionRecorder::open(SessionId session)
@@ -155,6 +177,7 @@ bool SessionRecorder::open(SessionId session)
         return false;
     Measurements measurements;
     std::ranges::transform(stored->measurements, std::back_inserter(measurements), measurementOf);
+    m_isRecording = false;
     m_session = session;
     m_tensioManager.restoreSession(stored->summary.name, measurements, stored->summary.isSimulated);
     pastSession.setValue(stored->summary);

@@ -11,8 +11,8 @@ class TensioManager;
 struct Measurement;
 
 // Keeps every session on the disk: a finished measurement at once, a running one every second, once
-// a pressure above 0 has come. What the store refuses is offered to it again a second later; the
-// session goes on whatever the store does.
+// a pressure above 0 has come. What the store refuses is offered to it again a second later, and
+// the measurement goes on meanwhile.
 class SessionRecorder {
 public:
     // Everything handed in must outlive the recorder.
@@ -22,9 +22,10 @@ public:
     SessionRecorder& operator=(SessionRecorder const&) = delete;
     ~SessionRecorder();
 
-    // What the user is to read once; empty while all goes well.
-    MutableProperty<std::string> problem;
-    // No session runs, and all of what the window shows is in the store.
+    // What the opening of the store found, or why nothing is stored now. Assigned only when it
+    // changes; None again once the store has taken what it refused.
+    MutableProperty<StoreProblem> problem;
+    // No session runs, and all that the window shows is in the store or in a CSV file.
     MutableProperty<bool> canOpen;
     // The one that the window shows; none while it shows the session of the latest connection.
     MutableProperty<std::optional<SessionSummary>> pastSession {std::nullopt};
@@ -35,7 +36,9 @@ public:
 private:
     void start();
     void proceed();
-    bool writeFinished();
+    void proceed(std::size_t partCount);
+    void report(bool isWritten);
+    bool writeFinished(std::size_t partCount);
     bool writeRunning();
     bool write(MeasurementPart part, std::vector<float> const& points);
     bool isSessionBegun();
@@ -47,6 +50,8 @@ private:
 
     // Not all of the session of the latest connection has been written, or it still runs.
     bool m_isRecording = false;
+    // The store refused the latest change.
+    bool m_isRefused = false;
     Date m_start;
     SessionId m_session = 0;
     // Finished measurements that are written whole, and points of the next one that are.

@@ -19,6 +19,34 @@ void takeScale(QWidget& view)
         setDesignFrame(*child, designFrame(*child));
 }
 
+QString textOf(StoreProblem problem)
+{
+    switch (problem) {
+    case StoreProblem::None:
+        break;
+    case StoreProblem::InUse:
+        return QStringLiteral(
+            "別のtensioが開いているため、自動保存されません。CSVを保存してください。");
+    case StoreProblem::NotOpened:
+    case StoreProblem::NotWritable:
+        return QStringLiteral(
+            "自動保存の場所に書き込めません。測定を終えたらCSVを保存してください。");
+    case StoreProblem::NewerSetAside:
+        return QStringLiteral(
+            "以前の測定は新しい版のもので、別名で残しました。新しい版で開いてください。");
+    case StoreProblem::DamagedSetAside:
+        return QStringLiteral(
+            "以前の記録が壊れていたため、別名で残しました。管理者に知らせてください。");
+    case StoreProblem::NoSpace:
+        return QStringLiteral(
+            "測定を自動保存できません。空き容量を確かめ、終了後にCSVを保存してください。");
+    case StoreProblem::Damaged:
+        return QStringLiteral(
+            "自動保存の記録が壊れています。測定を終えたらCSVを保存してください。");
+    }
+    return {};
+}
+
 } // namespace
 
 SessionNotices::SessionNotices(TensioManager& tensioManager, SessionRecorder& recorder,
@@ -36,7 +64,7 @@ SessionNotices::SessionNotices(TensioManager& tensioManager, SessionRecorder& re
         takeScale(*view);
     connect(m_problem->hideProblemButton, &QPushButton::clicked, &m_problemView, &QWidget::hide);
     m_subscriptions.push_back(
-        m_recorder.problem.observe([this](std::string const& problem) { showProblem(problem); }));
+        m_recorder.problem.observe([this](StoreProblem problem) { showProblem(textOf(problem)); }));
     m_subscriptions.push_back(
         tensioManager.isMeasuring.observeChanges([this](bool) { m_unsavedView.hide(); }));
     if (auto const unsaved = m_store.unsavedSession())
@@ -56,7 +84,8 @@ void SessionNotices::showUnsaved(SessionSummary const& session)
         if (m_recorder.open(id))
             m_store.putAside(id);
         else
-            showProblem("この測定は読み込めませんでした。管理者に知らせてください。");
+            showProblem(
+                QStringLiteral("この測定は読み込めませんでした。管理者に知らせてください。"));
     });
     connect(m_unsaved->putAsideButton, &QPushButton::clicked, this, [this, id = session.id] {
         m_store.putAside(id);
@@ -65,10 +94,10 @@ void SessionNotices::showUnsaved(SessionSummary const& session)
     m_unsavedView.show();
 }
 
-void SessionNotices::showProblem(std::string const& problem)
+void SessionNotices::showProblem(QString const& problem)
 {
-    m_problem->storeProblemLabel->setText(QString::fromStdString(problem));
-    m_problemView.setVisible(!problem.empty());
+    m_problem->storeProblemLabel->setText(problem);
+    m_problemView.setVisible(!problem.isEmpty());
 }
 
 } // namespace tensio

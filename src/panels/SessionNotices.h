@@ -34,7 +34,7 @@ public:
 
 private:
     void showUnsaved(SessionSummary const& session);
-    void showProblem(std::string const& problem);
+    void showProblem(QString const& problem);
 
     SessionRecorder& m_recorder;
     SessionStore& m_store;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Clock.h"
+#include "reactive/Interface.h"
 
 #include <cstddef>
 #include <optional>
@@ -60,18 +61,28 @@ struct StoredSession {
     std::vector<StoredMeasurement> measurements;
 };
 
-// The sessions on the disk. Each operation is done as a whole or not at all, and never waits; what
-// is false, or empty, was refused.
-class SessionStore {
-public:
-    SessionStore() = default;
-    SessionStore(SessionStore const&) = delete;
-    SessionStore& operator=(SessionStore const&) = delete;
-    virtual ~SessionStore() = default;
+enum class StoreProblem {
+    None,
+    // Nothing can be stored or read: a second program has the store open, or it cannot be opened.
+    InUse,
+    NotOpened,
+    // Old sessions were renamed at the opening; new ones are stored.
+    NewerSetAside,
+    DamagedSetAside,
+    // A change was refused; a later one may succeed.
+    NoSpace,
+    NotWritable,
+    // Damage showed after the opening: nothing more is stored, but undamaged sessions are readable.
+    Damaged
+};
 
+// The sessions on the disk. Each operation is done as a whole or not at all, and never waits; false
+// or an empty result means that it was refused.
+class SessionStore : public Interface {
+public:
     virtual bool isOpen() const = 0;
-    // What the user is to know of the opening; empty when all went well.
-    virtual std::string openingProblem() const = 0;
+    // What the opening found; once a change has been refused, why the latest such one was.
+    virtual StoreProblem problem() const = 0;
 
     virtual std::optional<SessionId> begin(SessionHead const& head) = 0;
     // A finished measurement then survives a power cut, a running one the end of the program.
@@ -84,7 +95,7 @@ public:
     virtual bool remove(SessionId session) = 0;
     virtual bool removeAll() = 0;
 
-    // Newest first; the text is a part of the name, in capitals or not.
+    // Newest first, of those whose name contains the text; case does not matter.
     virtual std::vector<SessionSummary> sessions(std::string const& namePart) = 0;
     // The newest session, if it is neither saved nor put aside.
     virtual std::optional<SessionSummary> unsavedSession() = 0;

@@ -61,7 +61,7 @@ TEST(PastSessions, ALineOffersTheUnsavedOneUntilItIsOpened)
     EXPECT_FALSE(clinic.store.unsavedSession());
     auto const& problem = find<QWidget>(window, QStringLiteral("storeProblemView"));
     EXPECT_FALSE(problem.isVisible());
-    clinic.recorder->problem.setValue("保存できません");
+    clinic.recorder->problem.setValue(StoreProblem::NoSpace);
     EXPECT_TRUE(problem.isVisible());
 }
 

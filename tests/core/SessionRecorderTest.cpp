@@ -56,25 +56,52 @@ TEST(SessionRecorder, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
     EXPECT_EQ(std::tuple(summary.name, summary.isSimulated), std::tuple("山田 花子", true));
 }
 
-TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndSaysSoOnce)
+TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
 {
     Recorded session;
-    int problems = 0;
-    auto const observing
-        = session.recorder.problem.observeChanges([&](auto const&) { ++problems; });
+    std::vector<StoreProblem> problems;
+    auto const observing = session.recorder.problem.observeChanges(
+        [&](auto problem) { problems.push_back(problem); });
     session.begin("");
+    session.store.reason = StoreProblem::NoSpace;
     session.store.refusals = 100;
     session.receive({10.0});
     session.runLoop.advance(Seconds(1.0));
-    session.press({20.0});
+    for (int press = 0; press < 9; ++press)
+        session.press({20.0});
+    session.receive({30.0});
+    EXPECT_EQ(problems, std::vector {StoreProblem::NoSpace});
+    session.store.refusals = 0;
+    session.runLoop.advance(Seconds(0.9));
+    EXPECT_EQ(session.store.finishedMeasurements, 4U) << "a backlog must not stop the display";
+    session.store.refusals = 100;
     session.finish();
     EXPECT_FALSE(session.recorder.open(1)) << "what is not stored yet would be lost";
     session.store.refusals = 0;
     session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(session.store.finishedMeasurements, 1U);
+    EXPECT_EQ(session.store.finishedMeasurements, 10U);
     EXPECT_EQ(session.stored(0).points, (Points {10.0f, 20.0f}));
-    EXPECT_EQ(problems, 1);
+    EXPECT_EQ(session.stored(9).points, Points {30.0f});
+    EXPECT_EQ(problems.size(), 4U);
+    EXPECT_EQ(problems.back(), StoreProblem::None);
     EXPECT_TRUE(session.recorder.canOpen.value());
+}
+
+TEST(SessionRecorder, OpensPastSessionsThoughNothingCanBeStoredOnceTheListIsACsvFile)
+{
+    Recorded session;
+    session.begin("太郎");
+    session.press({20.0});
+    session.store.refusals = 1000;
+    session.press({30.0});
+    session.finish();
+    EXPECT_FALSE(session.recorder.open(1));
+    session.saving.answer = "/file.csv";
+    session.manager.saveCsv();
+    session.store.refusals = 0;
+    ASSERT_TRUE(session.recorder.open(1));
+    session.runLoop.advance(Seconds(2.0));
+    EXPECT_EQ(session.store.finishedMeasurements, 1U) << "the list is another session's now";
 }
 
 TEST(SessionRecorder, PutsAPastSessionBackOnlyBetweenSessions)

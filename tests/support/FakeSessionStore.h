@@ -13,9 +13,10 @@ public:
     std::map<SessionId, StoredSession> stored;
     std::size_t finishedMeasurements = 0;
     int refusals = 0;
+    StoreProblem reason = StoreProblem::None;
 
     bool isOpen() const override { return true; }
-    std::string openingProblem() const override { return {}; }
+    StoreProblem problem() const override { return reason; }
 
     std::optional<SessionId> begin(SessionHead const& head) override
     {

@@ -59,23 +59,6 @@ QtSessionStore::QtSessionStore(QString const& path)
 {
 }
 
-std::string QtSessionStore::openingProblem() const
-{
-    switch (m_database.opening()) {
-    case SessionDatabase::Opening::Fine:
-        break;
-    case SessionDatabase::Opening::InUse:
-        return "別のtensioが開いているため、自動保存されません。CSVを保存してください。";
-    case SessionDatabase::Opening::Refused:
-        return "自動保存の場所に書き込めません。測定を終えたらCSVを保存してください。";
-    case SessionDatabase::Opening::NewerSetAside:
-        return "以前の測定は新しい版のもので、別名で残しました。新しい版で開いてください。";
-    case SessionDatabase::Opening::DamagedSetAside:
-        return "以前の記録が壊れていたため、別名で残しました。管理者に知らせてください。";
-    }
-    return {};
-}
-
 std::optional<SessionId> QtSessionStore::begin(SessionHead const& head)
 {
     SessionId id = 0;
@@ -166,12 +149,14 @@ bool QtSessionStore::removeAll()
 
 std::vector<SessionSummary> QtSessionStore::sessions(std::string const& namePart)
 {
+    auto const part = QString::fromStdString(namePart);
     std::vector<SessionSummary> found;
-    auto* const rows = m_database.run(
-        summaryColumns() + QStringLiteral("AND instr(lower(name), lower(?)) > 0 ORDER BY id DESC"),
-        {QString::fromStdString(namePart)});
-    while (rows && rows->next())
-        found.push_back(summaryOf(*rows));
+    auto* const rows = m_database.run(summaryColumns() + QStringLiteral("ORDER BY id DESC"));
+    while (rows && rows->next()) {
+        // Not in SQL: SQLite ignores the case of ASCII letters only.
+        if (rows->value(2).toString().contains(part, Qt::CaseInsensitive))
+            found.push_back(summaryOf(*rows));
+    }
     return found;
 }
 

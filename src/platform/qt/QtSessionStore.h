@@ -13,7 +13,7 @@ public:
     explicit QtSessionStore(QString const& path);
 
     bool isOpen() const override { return m_database.isOpen(); }
-    std::string openingProblem() const override;
+    StoreProblem problem() const override { return m_database.problem(); }
 
     std::optional<SessionId> begin(SessionHead const& head) override;
     bool write(SessionId session, MeasurementPart const& part) override;

@@ -16,6 +16,7 @@ constexpr int schemaVersion = 1;
 constexpr int noSuchTable = 1;
 constexpr int busy = 5;
 constexpr int corrupt = 11;
+constexpr int full = 13;
 constexpr int notADatabase = 26;
 
 QStringList const& tables()
@@ -65,19 +66,21 @@ SessionDatabase::SessionDatabase(QString const& path)
     auto finding = open();
     bool const isDamaged = finding == Finding::Damaged;
     if (isDamaged || finding == Finding::Newer) {
-        m_opening = isDamaged ? Opening::DamagedSetAside : Opening::NewerSetAside;
+        m_problem = isDamaged ? StoreProblem::DamagedSetAside : StoreProblem::NewerSetAside;
         auto const reason = isDamaged ? QStringLiteral("damaged") : QStringLiteral("newer");
         finding = setAside(reason) ? open() : Finding::Refused;
     }
     if (finding == Finding::Fine)
         return;
-    m_opening = finding == Finding::Busy ? Opening::InUse : Opening::Refused;
+    m_problem = finding == Finding::Busy ? StoreProblem::InUse : StoreProblem::NotOpened;
     close();
 }
 
 SessionDatabase::~SessionDatabase()
 {
     tidyUp();
+    if (m_problem == StoreProblem::Damaged)
+        setAside(QStringLiteral("damaged"));
     close();
 }
 
@@ -158,21 +161,24 @@ QSqlQuery* SessionDatabase::run(QString const& statement, QVariantList const& va
     if (found == m_queries.end()) {
         QSqlQuery query(m_database);
         query.setForwardOnly(true);
-        if (!query.prepare(statement))
+        if (!query.prepare(statement)) {
+            m_errorCode = codeOf(query.lastError());
             return nullptr;
+        }
         found = m_queries.emplace(statement, std::move(query)).first;
     }
     auto& query = found->second;
     for (int place = 0; place < values.size(); ++place)
         query.bindValue(place, values[place]);
     bool const isDone = query.exec();
-    m_isDamaged = !isDone && isDamage(codeOf(query.lastError()));
+    if (!isDone)
+        m_errorCode = codeOf(query.lastError());
     return isDone ? &query : nullptr;
 }
 
 bool SessionDatabase::begin(Durability durability)
 {
-    if (!isOpen())
+    if (!isOpen() || m_problem == StoreProblem::Damaged)
         return false;
     if (durability != m_durability) {
         QSqlQuery query(m_database);
@@ -187,10 +193,10 @@ bool SessionDatabase::begin(Durability durability)
 
 void SessionDatabase::giveUp()
 {
-    bool const isDamaged = m_isDamaged;
+    m_problem = isDamage(m_errorCode) ? StoreProblem::Damaged
+        : m_errorCode == full         ? StoreProblem::NoSpace
+                                      : StoreProblem::NotWritable;
     run(QStringLiteral("ROLLBACK"));
-    if (isDamaged)
-        setAside(QStringLiteral("damaged"));
 }
 
 void SessionDatabase::tidyUp()

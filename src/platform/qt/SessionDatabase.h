@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/SessionStore.h"
+
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -10,11 +12,10 @@
 namespace tensio {
 
 // The SQLite file of the sessions: opened for this program alone, with the tables of this version.
-// A file that is damaged, or of a newer program, is renamed and a new one begun; one in which
-// damage shows only later is renamed then and closed.
+// A file that is damaged, or of a newer program, is renamed and a new one begun. One in which
+// damage shows only later stays readable, takes no more changes, and is renamed at the end.
 class SessionDatabase {
 public:
-    enum class Opening { Fine, InUse, Refused, NewerSetAside, DamagedSetAside };
     enum class Durability { ProgramEnd, PowerCut };
 
     explicit SessionDatabase(QString const& path);
@@ -23,7 +24,7 @@ public:
     ~SessionDatabase();
 
     bool isOpen() const { return m_database.isOpen(); }
-    Opening opening() const { return m_opening; }
+    StoreProblem problem() const { return m_problem; }
 
     // Null when the statement failed; valid until it runs again.
     QSqlQuery* run(QString const& statement, QVariantList const& values = {});
@@ -56,8 +57,9 @@ private:
     QSqlDatabase m_database;
     std::map<QString, QSqlQuery> m_queries;
     Durability m_durability = Durability::PowerCut;
-    Opening m_opening = Opening::Fine;
-    bool m_isDamaged = false;
+    StoreProblem m_problem = StoreProblem::None;
+    // Of the latest statement that failed.
+    int m_errorCode = 0;
 };
 
 } // namespace tensio

@@ -25,6 +25,7 @@ struct Place {
         EXPECT_TRUE(store.write(*id, {2, best - 10.0f, 20.0f, {}, true, 0, points}));
         return *id;
     }
+    QStringList filesAside() const { return data.entryList({"sessions.db.*"}); }
     void spoil(QByteArray const& bytes, qint64 from) const
     {
         QFile file(path);
@@ -38,7 +39,7 @@ struct Place {
 TEST(QtSessionStore, GivesBackWhatWasWrittenAndMarked)
 {
     Place place;
-    auto const first = place.addSession("Yamada 花子");
+    auto const first = place.addSession("Ōta 花子");
     auto const second = place.addSession("鈴木", 50.5f);
     QtSessionStore store(place.path);
     auto const loaded = store.load(first);
@@ -50,7 +51,7 @@ TEST(QtSessionStore, GivesBackWhatWasWrittenAndMarked)
     EXPECT_EQ(std::tuple(id, name, count, highest, isSaved, isSimulated),
         std::tuple(second, "鈴木", 2, 50.5f, false, true));
     EXPECT_EQ(start, Date(std::chrono::seconds(5)));
-    EXPECT_EQ(store.sessions("yama").size(), 1U);
+    EXPECT_EQ(store.sessions("ōta").size(), 1U);
     EXPECT_EQ(store.unsavedSession().value().id, second);
     EXPECT_TRUE(store.markSaved(second));
     EXPECT_FALSE(store.unsavedSession()) << "only the newest counts";
@@ -76,39 +77,67 @@ TEST(QtSessionStore, IsReadableForTheUserAloneAndKeepsNothingOfWhatIsRemoved)
     }
 }
 
-TEST(QtSessionStore, SaysWhyItDoesNotOpenOrBeginsANewFile)
+TEST(QtSessionStore, ReportsWhyItDoesNotOpenOrBeginsANewFile)
 {
+    using enum StoreProblem;
     auto const run = [](char const* statement) {
         return [=](Place& place) { SessionDatabase(place.path).run(statement); };
     };
     struct {
         char const* fault;
         std::function<void(Place&)> plant;
-        char const* problem;
+        StoreProblem problem;
         char const* setAside;
     } const rows[] {
-        {"no fault", [](Place&) {}, "", ""},
-        {"no database", [](Place& place) { place.spoil("garbage", 0); }, "壊れて", "damaged"},
-        {"a spoilt page", [](Place& place) { place.spoil(QByteArray(4096, 'x'), 4096); }, "壊れて",
+        {"no fault", [](Place&) {}, None, ""},
+        {"no database", [](Place& place) { place.spoil("garbage", 0); }, DamagedSetAside,
             "damaged"},
-        {"no tables", run("DROP TABLE points"), "壊れて", "damaged"},
-        {"a newer program", run("PRAGMA user_version = 2"), "新しい版", "newer"},
+        {"a spoilt page", [](Place& place) { place.spoil(QByteArray(4096, 'x'), 4096); },
+            DamagedSetAside, "damaged"},
+        {"no tables", run("DROP TABLE points"), DamagedSetAside, "damaged"},
+        {"a newer program", run("PRAGMA user_version = 2"), NewerSetAside, "newer"},
         {"a folder in its place",
             [](Place& place) { QFile::remove(place.path) && place.data.mkdir("sessions.db"); },
-            "書き込めません", ""},
+            NotOpened, ""},
     };
     for (auto const& [fault, plant, problem, setAside] : rows) {
         Place place;
         place.addSession("花子");
         plant(place);
         QtSessionStore store(place.path);
-        bool const opens = *problem == '\0' || *setAside != '\0';
-        EXPECT_EQ(store.isOpen(), opens) << fault;
-        EXPECT_EQ(store.begin({}).has_value(), opens) << fault;
-        EXPECT_EQ(store.openingProblem().empty(), *problem == '\0') << fault;
-        EXPECT_NE(store.openingProblem().find(problem), std::string::npos) << fault;
-        auto const files = place.data.entryList({"sessions.db.*"}).join(' ');
-        EXPECT_TRUE(files.contains(setAside) && files.isEmpty() == (*setAside == '\0')) << fault;
-        EXPECT_FALSE(QtSessionStore(place.path).isOpen()) << "one program at a time";
+        EXPECT_EQ(store.problem(), problem) << fault;
+        EXPECT_EQ(store.isOpen(), problem != NotOpened) << fault;
+        EXPECT_EQ(store.begin({}).has_value(), store.isOpen()) << fault;
+        EXPECT_TRUE(place.filesAside().join(' ').contains(setAside)) << fault;
+        EXPECT_EQ(place.filesAside().isEmpty(), *setAside == '\0') << fault;
+        EXPECT_EQ(QtSessionStore(place.path).problem(), store.isOpen() ? InUse : NotOpened);
     }
+}
+
+TEST(QtSessionStore, KeepsSessionsReadableWhenAWriteMeetsDamageOrAFullDisk)
+{
+    Place place;
+    auto const id = place.addSession("花子");
+    qint64 damaged = 0;
+    {
+        SessionDatabase database(place.path);
+        database.run("CREATE INDEX names ON session (name)");
+        auto* const page = database.run("SELECT rootpage FROM sqlite_schema WHERE name = 'names'");
+        ASSERT_TRUE(page && page->next());
+        damaged = page->value(0).toLongLong();
+    }
+    place.spoil(QByteArray(4096, 'x'), (damaged - 1) * 4096);
+    {
+        QtSessionStore store(place.path);
+        EXPECT_FALSE(store.begin({}));
+        EXPECT_EQ(store.problem(), StoreProblem::Damaged);
+        EXPECT_FALSE(store.putAside(id)) << "nothing more is written into a damaged file";
+        EXPECT_EQ(store.load(id).value().measurements.size(), 2U);
+    }
+    EXPECT_TRUE(place.filesAside().join(' ').contains("damaged"));
+    SessionDatabase database(place.path);
+    database.run("PRAGMA max_page_count = 1");
+    database.change(SessionDatabase::Durability::ProgramEnd,
+        [&] { return database.run("INSERT INTO session (name) VALUES (zeroblob(100000))"); });
+    EXPECT_EQ(database.problem(), StoreProblem::NoSpace);
 }
