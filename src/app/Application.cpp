@@ -2,6 +2,7 @@
 
 #include "app/PastSessionsWindow.h"
 #include "core/DateText.h"
+#include "platform/SleepInhibitor.h"
 
 #include <QApplication>
 
@@ -17,9 +18,19 @@ QString titleOf(SessionSummary const& session)
 
 } // namespace
 
-Application::Application()
+Application::Application(Services services)
+    : m_services(services)
+    , m_tensioManager(services.ports, services.runLoop, services.clock, services.userDefaults,
+          {m_csvFiles, m_pdfRenderer, services.savePanel, services.fileWriter, services.screen,
+              services.alerts})
+    , m_sessionRecorder(m_tensioManager, services.sessionStore, services.runLoop, services.clock)
+    , m_windowController(m_tensioManager, services.runLoop, services.alerts, m_printMenu)
+    , m_reportPrinter(
+          m_tensioManager, services.printPanels, services.alerts, m_pageLayout, window())
+    , m_delegate(m_tensioManager, services.runLoop, m_defaultTargetMenu, m_reportPrinter)
+    , m_mainMenu(window(), m_defaultTargetMenu, m_printMenu, m_delegate, m_tensioManager)
+    , m_helpMenu(window(), services.portInspector)
 {
-    m_screen.setMainWindow(window());
     m_windowController.addCommands(m_mainMenu.measurementMenu(), m_mainMenu.viewMenu());
     m_windowController.fitToDesign();
     m_delegate.applicationDidFinishLaunching();
@@ -28,7 +39,7 @@ Application::Application()
     m_subscriptions.push_back(m_tensioManager.serialPortManager.isSimulated.observe(
         [this](bool isSimulated) { m_pdfRenderer.setSimulated(isSimulated); }));
     m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
-        [this](bool isMeasuring) { m_sleepInhibitor.setInhibited(isMeasuring); }));
+        [this](bool isMeasuring) { m_services.sleepInhibitor.setInhibited(isMeasuring); }));
     keepSessions();
     connect(qApp, &QCoreApplication::aboutToQuit, this,
         [this] { m_delegate.applicationWillTerminate(); });
@@ -36,7 +47,7 @@ Application::Application()
 
 void Application::keepSessions()
 {
-    m_windowController.showNotices(m_sessionRecorder, m_sessionStore);
+    m_windowController.showNotices(m_sessionRecorder, m_services.sessionStore);
     m_mainMenu.addPastSessions(m_sessionRecorder.canOpen, [this] { openPastSessions(); });
     m_subscriptions.push_back(m_sessionRecorder.pastSession.observe([this](auto const& session) {
         m_windowController.showPastSessionInTitle(session ? titleOf(*session) : QString());
@@ -45,7 +56,7 @@ void Application::keepSessions()
 
 void Application::openPastSessions()
 {
-    auto* sessions = new PastSessionsWindow(m_sessionRecorder, m_sessionStore, window());
+    auto* sessions = new PastSessionsWindow(m_sessionRecorder, m_services.sessionStore, window());
     sessions->setAttribute(Qt::WA_DeleteOnClose);
     sessions->open();
 }

@@ -2,9 +2,10 @@
 
 namespace tensio {
 
-QtReportPrinter::QtReportPrinter(
-    TensioManager& tensioManager, Alerts& alerts, QPageLayout& pageLayout, QWidget& parent)
+QtReportPrinter::QtReportPrinter(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
+    QPageLayout& pageLayout, QWidget& parent)
     : m_tensioManager(tensioManager)
+    , m_panels(panels)
     , m_alerts(alerts)
     , m_pageLayout(pageLayout)
     , m_parent(parent)

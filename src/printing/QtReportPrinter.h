@@ -1,7 +1,6 @@
 #pragma once
 
 #include "printing/PrintPreviewController.h"
-#include "printing/QtPrintPanels.h"
 #include "printing/ReportPrinter.h"
 
 namespace tensio {
@@ -11,17 +10,17 @@ namespace tensio {
 class QtReportPrinter : public ReportPrinter {
 public:
     // As for PrintPreviewController.
-    QtReportPrinter(
-        TensioManager& tensioManager, Alerts& alerts, QPageLayout& pageLayout, QWidget& parent);
+    QtReportPrinter(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
+        QPageLayout& pageLayout, QWidget& parent);
 
     void print(ReportKind kind) override;
 
 private:
     TensioManager& m_tensioManager;
+    PrintPanels& m_panels;
     Alerts& m_alerts;
     QPageLayout& m_pageLayout;
     QWidget& m_parent;
-    QtPrintPanels m_panels;
     // While the preview is open.
     std::unique_ptr<PrintPreviewController> m_preview;
 };

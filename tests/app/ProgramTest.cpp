@@ -22,7 +22,7 @@ TEST(Program, EndsWithItsWindowClosesThePortAndKeepsTheSession)
         QTimer::singleShot(std::chrono::seconds(30), &patience, [] { QApplication::exit(1); });
         EXPECT_EQ(QApplication::exec(), 0) << moment;
         EXPECT_FALSE(program.terminal->hasReader()) << moment;
-        program.application.reset();
+        program.end();
         EXPECT_EQ(QtSessionStore().unsavedSession().has_value(), moment == "measuring");
     }
 }

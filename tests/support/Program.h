@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/Application.h"
+#include "app/QtServices.h"
 #include "device-simulator/Terminal.h"
 #include "support/RuntimeFolder.h"
 
@@ -12,6 +13,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include <optional>
+
 namespace tensio {
 
 // The program as it is started, with a terminal published as the device, no settings and no stored
@@ -20,7 +23,8 @@ class Program {
 public:
     RuntimeFolder folder;
     std::unique_ptr<Terminal> terminal;
-    std::unique_ptr<Application> application;
+    std::optional<QtServices> services;
+    std::optional<Application> application;
     QStringList alerts;
 
     Program()
@@ -28,7 +32,7 @@ public:
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
         qputenv("XDG_DATA_HOME", QFile::encodeName(folder.path()));
         plugIn();
-        application = std::make_unique<Application>();
+        application.emplace(services.emplace().services());
         application->window().show();
         QObject::connect(&m_user, &QTimer::timeout, [this] {
             if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
@@ -39,7 +43,14 @@ public:
         m_user.start(1);
     }
 
-    TensioManager& manager() const { return application->tensioManager(); }
+    TensioManager& manager() { return application->tensioManager(); }
+
+    // Leaves the store to others.
+    void end()
+    {
+        application.reset();
+        services.reset();
+    }
 
     // In place of the terminal before.
     void plugIn()
@@ -48,13 +59,13 @@ public:
         terminal = std::make_unique<Terminal>(QStringLiteral("SLAB_USBtoUART-x"));
     }
 
-    void click(char const* name) const
+    void click(char const* name)
     {
         application->window().findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
     }
 
     // By hand, through the dialog.
-    bool connect() const
+    bool connect()
     {
         click("startButton");
         application->window()
@@ -66,7 +77,7 @@ public:
     }
 
     // Two records and the beginning of one.
-    bool press() const
+    bool press()
     {
         terminal->write("+0101a+0202b+03");
         return QTest::qWaitFor([&] { return manager().maxPressure.value() == 20.2f; });

@@ -3,6 +3,7 @@
 #include "LatencyMeter.h"
 #include "Session.h"
 #include "app/Application.h"
+#include "app/QtServices.h"
 #include "app/Startup.h"
 #include "toolkit/Look.h"
 
@@ -63,7 +64,9 @@ int main(int argc, char** argv)
         qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
     if (!mode.startsWith(u'-') && !tensio::hasSurvivedACrash(mode))
         return 1;
-    tensio::Application application;
+    tensio::QtServices services;
+    tensio::Application application(services.services());
+    services.setMainWindow(application.window());
     application.window().show();
     QTimer::singleShot(
         0, &meter, [&] { meter.exit(play(application, meter, QApplication::arguments())); });
