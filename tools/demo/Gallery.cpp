@@ -40,8 +40,8 @@ void Gallery::show()
     for (auto const size : {QSize(1040, 692), QSize(700, 692), QSize(1040, 500), QSize(1600, 600)})
         showMainWindow(size);
     showControlStates(m_stage, m_application.window(), QStringLiteral("window"));
-    for (auto const size : {QSize(1600, 1090), QSize(1040, 716)}) {
-        m_application.window().resize(size);
+    for (auto const size : {QSize(1600, 1064), QSize(1040, 692)}) {
+        m_stage.resizeContent(size);
         showDialog(QStringLiteral("dialog-%1-").arg(size.width()));
     }
     showPreview();
@@ -49,7 +49,7 @@ void Gallery::show()
 
 void Gallery::showMainWindow(QSize size)
 {
-    m_application.window().resize(size);
+    m_stage.resizeContent(size);
     m_prefix = QStringLiteral("%1x%2-").arg(size.width()).arg(size.height());
     forgetAll();
     take(QStringLiteral("1-idle"));

@@ -11,7 +11,7 @@ namespace tensio {
 class Application;
 class TensioManager;
 
-// The looks that the unattended session does not come by, for a person to judge: other sizes of the
+// The looks that the unattended session does not reach, for a person to judge: other sizes of the
 // window, the longest texts, every state of a control. The states are set directly, without a
 // device.
 class Gallery {

@@ -156,7 +156,7 @@ void Session::save()
 
 void Session::lookAtMenus()
 {
-    std::puts("Open each menu, and what the program tells about itself.");
+    std::puts("Open each menu and the about window.");
     int number = 1;
     for (auto* menu : m_stage.menus())
         m_stage.openMenu(*menu, QStringLiteral("11-menu-%1").arg(number++));
@@ -212,7 +212,7 @@ void Session::drawPage(ReportKind kind, QString const& pictureName)
 
 void Session::loseDevice()
 {
-    std::puts("Start anew; the cable is pulled.");
+    std::puts("Start again; the cable is pulled.");
     m_simulator.terminate();
     m_simulator.waitForFinished();
     plugIn({QStringLiteral("--pull"), QStringLiteral("5")});

@@ -1,5 +1,7 @@
 #include "Stage.h"
 
+#include "app/TensioViewController.h"
+
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFileDialog>
@@ -49,6 +51,7 @@ Stage::Stage(QMainWindow& window, QString const& folder)
     , m_folder(folder)
 {
     m_folder.mkpath(QStringLiteral("."));
+    resizeContent(QSizeF(TensioViewController::width, TensioViewController::height).toSize());
     // Alerts and panels have event loops of their own, so a timer must answer them.
     auto* watch = new QTimer(&m_window);
     QObject::connect(watch, &QTimer::timeout, &m_window, [this] {
@@ -56,6 +59,16 @@ Stage::Stage(QMainWindow& window, QString const& folder)
         answerSavePanel();
     });
     watch->start(200);
+}
+
+void Stage::resizeContent(QSize size) const
+{
+    // The height of the menu bar follows the scale of the content.
+    constexpr int passes = 2;
+    for (int pass = 0; pass < passes; ++pass) {
+        m_window.resize(size.grownBy({0, m_window.menuBar()->sizeHint().height(), 0, 0}));
+        QCoreApplication::processEvents();
+    }
 }
 
 void Stage::waitUntil(QString const& what, std::function<bool()> const& condition) const

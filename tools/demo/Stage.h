@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QDir>
+#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -24,8 +25,12 @@ public:
 // answers alerts.
 class Stage {
 public:
-    // Pictures go into the folder, which is made if need be.
+    // The window takes its design size, which a screen without a display may be too small for.
+    // Pictures go into the folder, which is made where it is missing.
     Stage(QMainWindow& window, QString const& folder);
+
+    // Of the window below its menu bar.
+    void resizeContent(QSize size) const;
 
     // Turns the event loop until the condition holds; throws DemoFailure when it does not within a
     // minute.
