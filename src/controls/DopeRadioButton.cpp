@@ -1,5 +1,7 @@
 #include "controls/DopeRadioButton.h"
 
+#include "toolkit/DesignFrame.h"
+
 #include <QPainter>
 
 namespace tensio {
@@ -42,7 +44,7 @@ void DopeRadioButton::paintEvent(QPaintEvent* /*event*/)
     auto color = titleOff;
     if (isChecked()) {
         if (m_bgImage) {
-            textRect = QRectF(QPointF(0.0, 0.0), m_bgImage->size());
+            textRect = QRectF(QPointF(0.0, 0.0), m_bgImage->size() * designScale(*this));
             m_bgImage->draw(painter, textRect);
         }
         color = titleOn;

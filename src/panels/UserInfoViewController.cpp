@@ -114,11 +114,9 @@ void UserInfoViewController::connectActions()
 
 void UserInfoViewController::show()
 {
-    // As large as the window it stands on, but neither too small to read nor larger than the
-    // screen.
-    auto const fitting = fittingScale(
-        designFrame(*m_window).size().toSize(), availableSize(m_opener), assumedFrame, 0);
-    scaleDesign(*m_window, std::min(std::max(designScale(m_opener), 1.0), fitting));
+    scaleDesign(*m_window,
+        dialogScale(designFrame(*m_window).size().toSize(), designScale(m_opener),
+            availableSize(m_opener)));
     m_window->setFixedSize(m_window->size());
     m_window->show();
     viewDidAppear();

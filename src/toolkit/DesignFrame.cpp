@@ -3,6 +3,7 @@
 #include "toolkit/StyleSheet.h"
 
 #include <QAbstractButton>
+#include <QLayout>
 #include <QVariant>
 #include <QWidget>
 
@@ -63,6 +64,15 @@ double designScale(QWidget const& widget)
     return 1.0;
 }
 
+double shownScale(QWidget const& window)
+{
+    for (auto const* widget : window.findChildren<QWidget*>()) {
+        if (widget->property(scaleProperty).isValid())
+            return designScale(*widget);
+    }
+    return 1.0;
+}
+
 void scaleDesign(QWidget& root, double scale)
 {
     auto const frame = designFrame(root);
@@ -75,6 +85,18 @@ void scaleDesign(QWidget& root, double scale)
     root.resize(scaled(frame, scale).size());
     root.setStyleSheet(styleSheet(scale));
     scaleChildren(root, scale);
+}
+
+void scaleLayouts(QWidget& window, double scale)
+{
+    double const step = scale / designScale(window);
+    window.setProperty(scaleProperty, scale);
+    window.setStyleSheet(styleSheet(scale));
+    for (auto* layout : window.findChildren<QLayout*>()) {
+        layout->setContentsMargins(layout->contentsMargins() * step);
+        layout->setSpacing(qRound(layout->spacing() * step));
+    }
+    window.resize(window.size() * step);
 }
 
 QRect wholePixels(QRectF rect)

@@ -20,9 +20,15 @@ void setDesignFrame(QWidget& widget, QRectF frame);
 // Scale of the tree the widget stands in; 1 until scaleDesign has run.
 double designScale(QWidget const& widget);
 
+// Scale of the design that the window shows; 1 where it shows none.
+double shownScale(QWidget const& window);
+
 // Gives the root and all that stand in it their size, icon and style for the scale. The root's
 // position is its owner's.
 void scaleDesign(QWidget& root, double scale);
+
+// The same for a window whose layouts place its controls; at scale 1 until then.
+void scaleLayouts(QWidget& window, double scale);
 
 // The nearest whole pixels. Edges are rounded, not sizes, so that neighbours stay neighbours and
 // borders equally wide.

@@ -28,6 +28,11 @@ QSize openingSize(QSize design, QSize available, QMargins frame, int menuHeight)
         static_cast<int>(design.height() * scale) + menuHeight};
 }
 
+double dialogScale(QSize design, double openerScale, QSize available)
+{
+    return std::min(std::max(openerScale, 1.0), fittingScale(design, available, assumedFrame, 0));
+}
+
 QSize availableSize(QWidget const& window)
 {
     return window.screen()->availableSize();

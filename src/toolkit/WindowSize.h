@@ -18,6 +18,10 @@ double fittingScale(QSize design, QSize available, QMargins frame, int menuHeigh
 // up to 80 % of a large screen. With the menu bar, without the frame.
 QSize openingSize(QSize design, QSize available, QMargins frame, int menuHeight);
 
+// The scale of a dialog that needs that much room: as large as the window it belongs to, but neither
+// too small to read nor larger than the screen.
+double dialogScale(QSize design, double openerScale, QSize available);
+
 // The part of the window's screen that windows may take.
 QSize availableSize(QWidget const& window);
 
