@@ -7,7 +7,7 @@
 #include "printing/PrintPanels.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonPair.h"
-#include "toolkit/StyleSheet.h"
+#include "toolkit/DesignFrame.h"
 #include "toolkit/WindowSize.h"
 #include "ui_PrintPreview.h"
 
@@ -22,6 +22,11 @@
 
 namespace tensio {
 
+namespace {
+// At scale 1 its bars and half a page need that much.
+constexpr QSize smallestSize(900, 460);
+} // namespace
+
 PrintPreviewController::PrintPreviewController(TensioManager& tensioManager, PrintPanels& panels,
     Alerts& alerts, QPageLayout& pageLayout, QWidget& parent)
     : m_tensioManager(tensioManager)
@@ -33,8 +38,7 @@ PrintPreviewController::PrintPreviewController(TensioManager& tensioManager, Pri
     , m_ui(std::make_unique<Ui::PrintPreview>())
 {
     m_ui->setupUi(m_window.get());
-    // The window keeps its size, whatever the scale of the one it belongs to.
-    m_window->setStyleSheet(styleSheet(1.0));
+    scaleLayouts(*m_window, dialogScale(smallestSize, shownScale(parent), availableSize(parent)));
     shrinkToScreen(*m_window);
     viewDidLoad();
 }
