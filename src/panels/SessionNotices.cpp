@@ -75,6 +75,7 @@ SessionNotices::~SessionNotices() = default;
 
 void SessionNotices::showUnsaved(SessionSummary const& session)
 {
+    m_unsaved->unsavedSimulatedLabel->setVisible(session.isSimulated);
     m_unsaved->unsavedDetailLabel->setText(
         QStringLiteral("%1　%2　%3回")
             .arg(QString::fromStdString(session.name),
