@@ -2,12 +2,13 @@
 
 #include "core/SerialPortManager.h"
 #include "guide/ConnectionCheck.h"
+#include "toolkit/DesignFrame.h"
+#include "toolkit/WindowSize.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScreen>
 #include <QTextBrowser>
 
 namespace tensio {
@@ -21,6 +22,7 @@ ConnectionCheckWindow::ConnectionCheckWindow(PortInspector& ports, QWidget& pare
     m_report->setAccessibleName(QStringLiteral("接続の確認の結果"));
     m_report->setFrameShape(QFrame::NoFrame);
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(16);
     buttons->addStretch();
     auto const add = [&](QString const& title, char const* role, auto work) {
         auto* button = new QPushButton(title, this);
@@ -37,7 +39,8 @@ ConnectionCheckWindow::ConnectionCheckWindow(PortInspector& ports, QWidget& pare
     layout->setSpacing(16);
     layout->addWidget(m_report);
     layout->addLayout(buttons);
-    resize(QSize(640, 520).boundedTo(parent.screen()->availableSize() - QSize(16, 48)));
+    resize(640, 520);
+    scaleLayouts(*this, dialogScale(size(), shownScale(parent), availableSize(parent)));
     close->setDefault(true);
     close->setFocus();
     reload();

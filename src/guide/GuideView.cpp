@@ -116,7 +116,8 @@ void GuideView::resizeEvent(QResizeEvent* event)
 void GuideView::fitPictures()
 {
     // What stands at the top stays there.
-    auto const top = cursorForPosition({0, 0}).position();
+    auto const atTop = cursorForPosition({0, 0});
+    auto const offset = cursorRect(atTop).top();
     for (auto block = document()->begin(); block.isValid(); block = block.next()) {
         for (auto fragment = block.begin(); !fragment.atEnd(); ++fragment) {
             auto const image = fragment.fragment().charFormat().toImageFormat();
@@ -129,9 +130,7 @@ void GuideView::fitPictures()
                 fragment.fragment().position(), fragment.fragment().length());
         }
     }
-    QTextCursor cursor(document());
-    cursor.setPosition(top);
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect(cursor).top());
+    verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect(atTop).top() - offset);
 }
 
 QImage GuideView::fitted(QUrl const& name) const

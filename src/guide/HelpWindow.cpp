@@ -1,17 +1,18 @@
 #include "guide/HelpWindow.h"
 
 #include "guide/GuideView.h"
+#include "toolkit/DesignFrame.h"
+#include "toolkit/WindowSize.h"
 
 #include <QHBoxLayout>
 #include <QPushButton>
-#include <QScreen>
 #include <QShortcut>
 
 namespace tensio {
 
 namespace {
 constexpr QSize comfortable(860, 900);
-constexpr QSize frame(16, 48);
+constexpr QSize smallest(600, 400);
 } // namespace
 
 HelpWindow::HelpWindow()
@@ -53,8 +54,12 @@ HelpWindow::HelpWindow()
 
 void HelpWindow::showOn(QWidget const& opener)
 {
-    if (!isVisible())
-        resize(comfortable.boundedTo(opener.screen()->availableSize() - frame));
+    if (!isVisible()) {
+        auto const available = availableSize(opener);
+        auto const scale = dialogScale(smallest, shownScale(opener), available);
+        scaleLayouts(*this, scale);
+        resize((comfortable * scale).boundedTo(available.shrunkBy(assumedFrame)));
+    }
     show();
     raise();
     activateWindow();
