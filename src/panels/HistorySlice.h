@@ -24,9 +24,6 @@ public:
     HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measurement> measurement, int index,
         QWidget& parent);
 
-    QString const& numberText() const { return m_numberText; }
-    QString const& pressureText() const { return m_pressureText; }
-    QString const& dateString() const { return m_dateString; }
     std::shared_ptr<Measurement> const& measurement() const { return m_measurement; }
 
     QAccessible::Role accessibleRole() const override { return QAccessible::CheckBox; }

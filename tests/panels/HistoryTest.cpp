@@ -41,7 +41,7 @@ struct Strip {
     {
         std::string page;
         for (auto const* tile : tiles()) {
-            auto const number = tile->numberText().toStdString();
+            auto const number = std::to_string(tile->measurement()->number);
             page += tile == view.focusWidget() ? "[" + number + "]" : number;
         }
         return page;
