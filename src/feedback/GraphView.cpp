@@ -1,7 +1,6 @@
 #include "feedback/GraphView.h"
 
 #include "core/Measurement.h"
-#include "feedback/FrameBudget.h"
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
@@ -72,8 +71,9 @@ QRegion GraphView::renderSweeps()
 {
     if (!m_plotter)
         return {};
-    auto const budget = m_clock ? FrameBudget(*m_clock, frameBudget) : FrameBudget();
-    m_isSettled = m_sweeps.update(*m_plotter, pictureSize(), toDevice(), budget);
+    auto const end = m_clock ? m_clock->now() + frameBudget : Seconds();
+    auto const isTimeOver = [this, end] { return m_clock && m_clock->now() >= end; };
+    m_isSettled = m_sweeps.update(*m_plotter, pictureSize(), toDevice(), isTimeOver);
     if (!m_isSettled)
         Q_EMIT needsFrame();
     return m_sweeps.changed();

@@ -75,43 +75,32 @@ QTransform Plotter::toUnits() const
     return {*m_dx, 0.0, 0.0, *m_dy, 0.0, baseline};
 }
 
-double Plotter::rightEnd(Path path) const
+QRectF Plotter::addedInk(std::size_t sweep, std::size_t first, std::size_t end) const
 {
-    return path.count == 0 ? 0.0 : *m_dx * static_cast<double>(path.count - 1);
-}
-
-void Plotter::draw(QPainter& painter, std::size_t pathIndex, double fromX, double toX) const
-{
-    QPen pen(m_colors[pathIndex % m_colors.size()], lineWidth, Qt::SolidLine, Qt::FlatCap,
-        Qt::BevelJoin);
-    painter.setPen(pen);
-    painter.drawPolyline(polyline(m_paths[pathIndex], fromX, toX));
-}
-
-QRectF Plotter::bounds(std::size_t pathIndex, double fromX, double toX) const
-{
-    auto const points = polyline(m_paths[pathIndex], fromX, toX);
-    if (points.isEmpty())
-        return {};
+    // The point before gets a join where it had a cap.
+    auto const points = polyline(m_paths[sweep], std::max<std::size_t>(first, 1) - 1, end);
     return points.boundingRect().adjusted(-reach, -reach, reach, reach);
 }
 
-QPolygonF Plotter::polyline(Path path, double fromX, double toX) const
+void Plotter::draw(QPainter& painter, std::size_t sweep, std::size_t end, QRectF const& area) const
 {
-    if (path.count == 0)
-        return {};
-    // A cut leaves a bare cap where a join was. It must lie outside the columns.
-    auto const last = static_cast<double>(path.count - 1);
-    auto const begin
-        = static_cast<std::size_t>(std::clamp(std::floor((fromX - reach) / *m_dx), 0.0, last));
-    auto const end
-        = static_cast<std::size_t>(std::clamp(std::ceil((toX + reach) / *m_dx), 0.0, last));
+    // A cut leaves a bare cap where a join was. It must lie outside the area.
+    auto const first = std::max(std::floor((area.left() - reach) / *m_dx), 0.0);
+    auto const last = std::max(std::ceil((area.right() + reach) / *m_dx), 0.0);
+    auto const points = polyline(m_paths[sweep], static_cast<std::size_t>(first),
+        std::min(static_cast<std::size_t>(last) + 1, end));
+    painter.setPen(QPen(
+        m_colors[sweep % m_colors.size()], lineWidth, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
+    painter.drawPolyline(points);
+}
 
+QPolygonF Plotter::polyline(Path path, std::size_t begin, std::size_t end) const
+{
     QPolygonF points;
-    points.reserve(static_cast<qsizetype>(end - begin) + 2);
+    points.reserve(static_cast<qsizetype>(end - begin) + 1);
     if (begin == 0)
         points << QPointF(0.0, 0.0);
-    for (auto index = begin; index <= end; ++index) {
+    for (auto index = begin; index < end; ++index) {
         auto const place = point(path, index);
         // The painter would never finish a line to nowhere.
         auto const y = std::isnan(place.y()) ? baseline : place.y();

@@ -59,17 +59,14 @@ public:
     // Number of resets so far.
     std::uint64_t resets() const { return m_resets; }
 
-    // Right end of a sweep; 0 when it has no points yet.
-    double rightEnd(Path path) const;
-
-    // Strokes the part of a sweep that can touch the columns fromX to toX. Within these columns the
-    // picture is that of the whole sweep stroked; the caller clips to them.
-    void draw(QPainter& painter, std::size_t pathIndex, double fromX, double toX) const;
-    // Encloses the ink of that part; empty when there is none.
-    QRectF bounds(std::size_t pathIndex, double fromX, double toX) const;
+    // Encloses the ink that the points from first to end change in a sweep that ended before them.
+    QRectF addedInk(std::size_t sweep, std::size_t first, std::size_t end) const;
+    // Strokes what can touch the area of a sweep that ends before point `end`. Within the area the
+    // picture is that of the whole sweep stroked; the caller clips to it.
+    void draw(QPainter& painter, std::size_t sweep, std::size_t end, QRectF const& area) const;
 
 private:
-    QPolygonF polyline(Path path, double fromX, double toX) const;
+    QPolygonF polyline(Path path, std::size_t begin, std::size_t end) const;
 
     std::vector<QColor> m_colors;
     double m_canvasWidth;

@@ -4,16 +4,16 @@
 #include <QRegion>
 #include <QTransform>
 
+#include <functional>
 #include <utility>
 
 namespace tensio {
 
-class FrameBudget;
 class Plotter;
 
 // The picture of all sweeps at one scale on one surface: pixel for pixel that of stroking every
-// sweep whole. Columns that no later point can touch are stroked once; the rest of the running
-// sweep, its tail, is taken back and stroked again whenever points are added.
+// sweep whole. New points change only the pixels around them: these are taken back to what they
+// were before the running sweep, and its end is stroked there again.
 class SweepCache {
 public:
     // Fits nothing.
@@ -26,8 +26,8 @@ public:
     // This picture, resized to other scales or another surface.
     SweepCache stretched(Plotter const& plotter, QSize size, QTransform const& toDevice) const;
 
-    // Strokes what is new, at least one strip. Returns false if the budget ended first.
-    bool catchUp(Plotter const& plotter, FrameBudget const& budget);
+    // Strokes what is new, at least one strip. Returns false if the time was over first.
+    bool catchUp(Plotter const& plotter, std::function<bool()> const& isTimeOver);
     // Strokes the newest points at once and skips those before. The picture is no longer exact.
     void skipToNewest(Plotter const& plotter);
 
@@ -36,13 +36,9 @@ public:
     QRegion takeChanged() { return std::exchange(m_changed, {}); }
 
 private:
-    bool strokeUpTo(Plotter const& plotter, int endColumn, FrameBudget const& budget);
-    void strokeTail(Plotter const& plotter);
-    void removeTail();
-    void stroke(Plotter const& plotter, int endColumn);
-    QRect inkArea(Plotter const& plotter, int fromColumn, int endColumn) const;
-    int firstLiveColumn(Plotter const& plotter) const;
-    int endOfInk(Plotter const& plotter) const;
+    std::size_t pointsPerStrip() const;
+    void stroke(Plotter const& plotter, std::size_t end);
+    void finishColumns(int end);
     void beginSweep(std::size_t sweep);
 
     QTransform m_toUnits;
@@ -50,11 +46,11 @@ private:
     QImage m_picture;
     QRegion m_changed;
     std::size_t m_sweep = 0;
-    // Columns before this one are finished.
+    // How many points of that sweep are in the picture.
+    std::size_t m_points = 0;
+    // The picture without that sweep, from this column on.
+    QImage m_below;
     int m_column = 0;
-    // The pixels that the tail covers, as they were without it.
-    QImage m_underTail;
-    QRect m_tail;
 };
 
 } // namespace tensio

@@ -6,11 +6,11 @@
 
 namespace tensio {
 
-bool SweepRenderer::update(
-    Plotter const& plotter, QSize size, QTransform const& toDevice, FrameBudget const& budget)
+bool SweepRenderer::update(Plotter const& plotter, QSize size, QTransform const& toDevice,
+    std::function<bool()> const& isTimeOver)
 {
     bool isReplaced = adoptScale(plotter, size, toDevice);
-    bool const isExact = m_cache.catchUp(plotter, budget);
+    bool const isExact = m_cache.catchUp(plotter, isTimeOver);
     if (isExact) {
         isReplaced = isReplaced || m_preview;
         m_preview.reset();

@@ -14,8 +14,8 @@ class SweepRenderer {
 public:
     // Updates the picture for a surface of that size in device pixels; toDevice maps the plotter's
     // design units onto it. Returns true if the picture is exact; otherwise later calls finish it.
-    bool update(
-        Plotter const& plotter, QSize size, QTransform const& toDevice, FrameBudget const& budget);
+    bool update(Plotter const& plotter, QSize size, QTransform const& toDevice,
+        std::function<bool()> const& isTimeOver);
     QImage const& picture() const { return m_preview ? m_preview->picture() : m_cache.picture(); }
     // What the latest update can have changed.
     QRegion const& changed() const { return m_changed; }
