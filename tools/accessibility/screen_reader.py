@@ -186,7 +186,7 @@ class Program:
         return self.wait(f"{role or 'anything'} “{name}”", lambda: next(iter(self.all(role, name)), None), patience)
 
     def focused(self):
-        """What was last told to have the focus, and still has it."""
+        """The control that last reported the focus, and still has it."""
         node = self.focus and Node(self.focus)
         return node if node and "focused" in node.states else None
 
@@ -215,7 +215,7 @@ class Program:
         return self.wait(f"window “{name}”", lambda: (front := self.front()) and re.search(name, front.name) and front)
 
     def listen(self, kind, name, deed, patience=10.0):
-        """Does the deed and waits until it is told of."""
+        """Acts and waits for the report."""
         self.heard.clear()
         deed()
         self.wait(f"event {kind} of “{name}”",

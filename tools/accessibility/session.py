@@ -1,4 +1,4 @@
-"""A whole session, by keys and through what a screen reader is told."""
+"""A whole session, by keys and through what a screen reader receives."""
 
 import os
 import re
@@ -78,8 +78,8 @@ class Session:
         program.wait("30.1 in the target's field", lambda: program.focused().text == "30.1", 10.0)
         program.key("Return")
         program.find("label", "^状態 (測定待ち|記録中)$")
-        self.expect("the name is told", program.find("label", "^氏名 Tanaka$"))
-        self.expect("the title tells of the simulated device", program.find("frame", "模擬装置"))
+        self.expect("the name is reported", program.find("label", "^氏名 Tanaka$"))
+        self.expect("the title names the simulated device", program.find("frame", "模擬装置"))
 
     def measure(self):
         program = self.program
@@ -87,7 +87,7 @@ class Session:
         self.done(f"live pressure {pressing.value[0]:.1f} kPa")
         program.listen("accessible-value", "圧力ゲージ", lambda: None)
         program.listen("accessible-name", "現在の圧力", lambda: None)
-        self.done("changes of the pressure are told")
+        self.done("changes of the pressure are reported")
 
     def scales(self):
         program = self.program
@@ -123,9 +123,9 @@ class Session:
         program.key("Right", "Return")
         program.wait("two selected", lambda: sum("checked" in tile.states and "selected" in tile.states for tile in tiles()) == 2, 10.0)
         self.expect("the focus follows the arrow", program.focused().name == shown[1].name)
-        pressures = [float(re.search("最大 ([0-9.]+) kPa", tile.name)[1]) for tile in shown]
+        pressures = [float(re.search("最大圧 ([0-9.]+) kPa", tile.name)[1]) for tile in shown]
         average = float(re.search("([0-9.]+) kPa", program.find("label", "^選択した測定の平均 ").name)[1])
-        self.expect(f"the average of the selected is told: {average}", abs(average - sum(pressures[:2]) / 2) < 0.11)
+        self.expect(f"the average of the selected is reported: {average}", abs(average - sum(pressures[:2]) / 2) < 0.11)
         self.look("測定後の主画面", "^tensio")
         return shown
 
@@ -146,7 +146,7 @@ class Session:
         program.key("Return")
         program.wait("the file", file.exists)
         text = file.read_bytes().decode("utf-16")
-        self.expect("the file holds the name and every measurement",
+        self.expect("the file contains the name and every measurement",
                     "Tanaka" in text and all(word in text for tile in tiles for word in tile.name.split()[0:3:2]))
 
     def preview(self):
@@ -175,8 +175,8 @@ class Session:
         program.find("menu item", r"目標圧の初期値").act("ShowMenu")
         program.find("menu item", "^55.0 kPa$").act("Press")
         program.wait("the default target on the disk", lambda: "55" in (HOME / ".config/tensio/tensio.ini").read_text(), 10.0)
-        self.done("the default target is kept")
-        program.key("alt+h", "Down", "Return")
+        self.done("the default target is stored")
+        program.key("alt+h", "a")
         self.look("tensioについて", "tensioについて")
         program.key("Escape")
         program.window_opens("^tensio($| —)")

@@ -4,7 +4,7 @@
 # session, start(), which replaces its shell by a program of the package.
 
 screen=$(mktemp -d)
-trap 'kill $(jobs -p) 2>/dev/null || true; rm -rf "$screen"' EXIT
+trap 'kill $(jobs -p) 2>/dev/null || true; wait; rm -rf "$screen"' EXIT
 
 fail() { echo "$1" >&2; exit 1; }
 
