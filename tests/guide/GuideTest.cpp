@@ -1,5 +1,6 @@
 #include "guide/GuideView.h"
 
+#include <QScrollBar>
 #include <QTextBlock>
 
 #include <gtest/gtest.h>
@@ -14,6 +15,9 @@ TEST(Guide, EveryLinkAndPictureIsThere)
         {QStringLiteral("qrc:/help/guide.ja.md"), QStringLiteral("qrc:/help/install.ja.md")}) {
         GuideView view(nullptr);
         view.setSource(QUrl(page));
+        view.resize(300, 200);
+        view.show();
+        EXPECT_EQ(view.verticalScrollBar()->value(), 0);
         places << page;
         for (auto block = view.document()->begin(); block.isValid(); block = block.next()) {
             for (auto part = block.begin(); !part.atEnd(); ++part) {

@@ -10,31 +10,7 @@
 
 using namespace tensio;
 
-TEST(Header, SavesAndPrintsBetweenSessionsOnceThereIsSomethingToSave)
-{
-    Session session;
-    QWidget view;
-    QMenu menu;
-    HeaderViewController const header(session.manager, menu, view);
-    auto const expectEnabled = [&](bool isEnabled) {
-        for (auto const* name : {"saveButton", "screenSaveButton", "printButton"})
-            EXPECT_EQ(find(view, name).isEnabled(), isEnabled) << name;
-    };
-    expectEnabled(false);
-    for (bool const hasPressed : {false, true}) {
-        session.connect();
-        session.receive(std::vector(hasPressed ? 1U : 0U, 20.0));
-        expectEnabled(false);
-        session.manager.disconnectAction.apply(Nothing {});
-        expectEnabled(hasPressed);
-    }
-    EXPECT_EQ(find<QPushButton>(view, "printButton").menu(), &menu);
-    click(view, "saveButton");
-    click(view, "screenSaveButton");
-    EXPECT_EQ(session.saving.log.size(), 3U);
-}
-
-TEST(Header, ShowsTheNameAndTheRunningTime)
+TEST(Header, SavesAndPrintsBetweenSessionsAndShowsNameAndTime)
 {
     Session session;
     QWidget view;
@@ -48,4 +24,23 @@ TEST(Header, ShowsTheNameAndTheRunningTime)
     EXPECT_EQ(time.text(), QStringLiteral("2024/03/05 09:07:10"));
     session.manager.username.setValue("山田 花子");
     EXPECT_EQ(find<QLabel>(view, "nameLabel").text(), QStringLiteral("山田 花子"));
+
+    auto const expectEnabled = [&](bool isEnabled, QString const& reason) {
+        for (auto const* name : {"saveButton", "screenSaveButton", "printButton"}) {
+            EXPECT_EQ(find(view, name).isEnabled(), isEnabled) << name;
+            EXPECT_EQ(find(view, name).toolTip().left(2), reason);
+        }
+    };
+    for (bool const hasPressed : {false, true}) {
+        expectEnabled(false, QStringLiteral("測定"));
+        session.connect();
+        session.receive(std::vector(hasPressed ? 1U : 0U, 20.0));
+        EXPECT_TRUE(find(view, "saveButton").toolTip().contains(QStringLiteral("「終了」")));
+        session.manager.disconnectAction.apply(Nothing {});
+    }
+    expectEnabled(true, QString());
+    EXPECT_EQ(find<QPushButton>(view, "printButton").menu(), &menu);
+    click(view, "saveButton");
+    click(view, "screenSaveButton");
+    EXPECT_EQ(session.saving.log.size(), 3U);
 }

@@ -1,6 +1,9 @@
+#include "core/SessionRecorder.h"
 #include "panels/HistorySlice.h"
 #include "panels/HistoryViewController.h"
+#include "panels/SessionNotices.h"
 #include "panels/StatusViewModel.h"
+#include "support/FakeSessionStore.h"
 #include "support/Session.h"
 #include "support/Ui.h"
 #include "toolkit/DesignFrame.h"
@@ -53,35 +56,27 @@ struct Strip {
 
 } // namespace
 
-TEST(History, ATileSaysNumberPressureAndTime)
-{
-    Strip strip({20.0});
-    strip.session.clock.date = ManualClock::localTime("2024-03-05 09:05:03");
-    strip.session.press({35.24});
-    EXPECT_EQ(
-        strip.tiles().at(1)->accessibleName(), QStringLiteral("2回目 最大圧 35.2 kPa 09:05:03"));
-    EXPECT_EQ(designFrame(*strip.tiles().at(1)), QRectF(225.0, 5.0, 82.0, 64.0));
-}
-
 TEST(History, SelectsUpToThreeBetweenSessionsOnly)
 {
     Strip strip({20.0, 30.0, 40.5, 60.0});
+    EXPECT_EQ(
+        strip.tiles().at(1)->accessibleName(), QStringLiteral("2回目 最大圧 30.0 kPa 14:07:09"));
+    EXPECT_EQ(designFrame(*strip.tiles().at(1)), QRectF(225.0, 5.0, 82.0, 64.0));
     strip.press(0);
     EXPECT_EQ(strip.average(), "0.0");
     EXPECT_TRUE(strip.state(0).disabled);
+    EXPECT_TRUE(strip.tiles().at(0)->toolTip().contains(QStringLiteral("「終了」")));
     auto const fixed = strip.tiles().at(0)->grab().toImage();
     strip.finish();
     EXPECT_NE(strip.tiles().at(0)->grab().toImage(), fixed) << "it may be selected now";
     strip.press(0);
     EXPECT_TRUE(strip.state(0).checked && strip.state(0).selected && !strip.state(0).disabled);
-    EXPECT_FALSE(strip.state(1).checked || strip.state(1).selected);
     strip.press(1);
     QTest::keyClick(strip.tiles().at(2), Qt::Key_Space);
     EXPECT_EQ(strip.average(), "30.2");
     strip.press(3);
     EXPECT_EQ(strip.average(), "30.2") << "a fourth cannot be selected";
-    EXPECT_EQ(strip.tiles().at(3)->cursor().shape(), Qt::ArrowCursor) << "nor does it look so";
-    EXPECT_TRUE(strip.state(3).disabled);
+    EXPECT_TRUE(strip.tiles().at(3)->toolTip().contains(QStringLiteral("3回まで")));
     strip.press(0);
     strip.press(3);
     EXPECT_EQ(strip.average(), "43.5");
@@ -104,7 +99,6 @@ TEST(History, SaysTheStateTheNextStepAndTheCount)
     session.receive({0.0});
     expect("記録中", "途切れる", "");
     session.runLoop.advance(Seconds(2.5));
-    expect("測定待ち", "待っています", "");
     for (int press = 0; press < 12; ++press)
         session.press({20.0});
     expect("測定待ち", "「終了」", "全12回中 8〜12");
@@ -131,12 +125,31 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
     }
     EXPECT_EQ(pages, "[3]4567 [2]3456 [1]2345 [1]2345 1[2]345 ");
     click(strip.view, "forwardButton");
-    EXPECT_EQ(strip.page(), "[2]3456");
     click(strip.view, "forwardButton");
     EXPECT_EQ(strip.page(), "[3]4567") << "at the end where its own left the page";
     click(strip.view, "backButton");
     EXPECT_EQ(strip.page(), "2[3]456");
+    EXPECT_EQ(strip.tiles().at(1)->nextInFocusChain(), strip.tiles().at(2));
     strip.finish();
     strip.session.connect();
     EXPECT_EQ(strip.page(), "");
+}
+
+TEST(SessionNotices, MarksASimulatedSessionAndTakesAProblemAway)
+{
+    for (bool const isSimulated : {true, false}) {
+        Session session;
+        FakeSessionStore store;
+        store.begin({{}, "山田", 30.0f, 1.0f, isSimulated});
+        SessionRecorder recorder(session.manager, store, session.runLoop, session.clock);
+        QWidget unsaved;
+        QWidget problem;
+        SessionNotices const notices(session.manager, recorder, store, unsaved, problem);
+        EXPECT_EQ(find<QLabel>(unsaved, "unsavedSimulatedLabel").isVisible(), isSimulated);
+        for (auto const* text : {"空き容量", "破損", ""}) {
+            recorder.problem.setValue(text);
+            EXPECT_EQ(find<QLabel>(problem, "storeProblemLabel").text().toStdString(), text);
+            EXPECT_EQ(problem.isVisible(), *text != 0);
+        }
+    }
 }

@@ -33,6 +33,8 @@ struct Panel {
     {
         EXPECT_EQ(find(window, "startButton").isEnabled(), !isMeasuring);
         EXPECT_EQ(find(window, "finishButton").isEnabled(), isMeasuring);
+        EXPECT_EQ(find(window, "startButton").toolTip().isEmpty(), !isMeasuring);
+        EXPECT_EQ(find(window, "finishButton").toolTip().isEmpty(), isMeasuring);
         EXPECT_EQ(find<ImageView>(window, "statusImageView").picture().name(),
             isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off"));
     }
@@ -44,9 +46,6 @@ TEST(InfoControls, ReadOutsShowOneDecimalAtACalmRate)
 {
     Panel panel;
     auto& manager = panel.session.manager;
-    manager.targetPressure.setValue(40.0f);
-    manager.targetPressurePercent.setValue(0.8f);
-    EXPECT_EQ(panel.text("targetPressureLabel"), "32.0");
     manager.currentPressure.setValue(12.34f);
     manager.currentPressure.setValue(99.96f);
     EXPECT_EQ(panel.text("currentPressureLabel"), "12.3");
@@ -77,20 +76,19 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
 {
     Panel panel;
     panel.session.manager.targetPressure.setValue(30.0f);
-    for (auto const* direction : {"Up", "Up", "Down"})
-        panel.click(("targetPressure" + std::string(direction) + "Button").c_str());
-    EXPECT_EQ(panel.text("targetPressureLabel"), "30.1");
+    for (auto const* button :
+        {"targetPressureUpButton", "targetPressureUpButton", "targetPressureDownButton"})
+        panel.click(button);
 
     auto& percent = find<PopUpButton>(panel.window, "percentPopup");
-    EXPECT_EQ(percent.items().size(), 11U);
     EXPECT_EQ(percent.text(), QStringLiteral("100%"));
     EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 100 %");
     percent.menu()->actions().at(3)->trigger();
     EXPECT_EQ(percent.text(), QStringLiteral("70%"));
     EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 70 %");
+    EXPECT_EQ(panel.text("targetPressureLabel"), "21.1");
     panel.click("segueButton");
     EXPECT_FALSE(find<QLabel>(panel.window, "percentNotice").isHidden());
-    EXPECT_FLOAT_EQ(panel.session.manager.targetPressurePercent.value(), 0.7f);
 }
 
 TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
@@ -107,14 +105,13 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
     panel.click("finishButton");
     panel.expectState(false);
     EXPECT_EQ(panel.window.focusWidget()->objectName(), QStringLiteral("startButton"));
-    EXPECT_TRUE(panel.messages.empty());
     for (bool const isSure : {false, true}) {
         panel.session.alerts.answer = isSure ? 0 : 1;
         panel.click("startButton");
         EXPECT_EQ(panel.isDialogOpen(), isSure);
-        EXPECT_EQ(
-            panel.messages.back(), "前回の舌圧測定データが削除されます。\nよろしいでしょうか？");
     }
+    EXPECT_EQ(panel.messages,
+        std::vector<std::string>(2, "前回の舌圧測定データが削除されます。\nよろしいでしょうか？"));
 }
 
 TEST(InfoControls, ReportsAFailedAndALostConnectionOnce)
@@ -134,5 +131,4 @@ TEST(InfoControls, ReportsAFailedAndALostConnectionOnce)
     EXPECT_EQ(panel.messages,
         (std::vector<std::string> {"COMポートがオープンできません。", "切断されました。"}));
     panel.expectState(false);
-    EXPECT_EQ(panel.session.bestPressures(), std::vector {20.0f});
 }

