@@ -125,6 +125,7 @@ TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
         = [](QPrinter& printer) { printer.setPageSize(QPageSize(QPageSize::A7)); };
     preview.click("printButton");
     EXPECT_EQ(preview.session.alerts.messages.back(), paperTooSmallMessage);
+    preview.pageLayout = defaultPageLayout();
     preview.click("pageSetupButton");
     preview.position();
     EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A7) << "for PDF files, too";
