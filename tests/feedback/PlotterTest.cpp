@@ -1,71 +1,61 @@
 #include "feedback/Plotter.h"
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 using namespace tensio;
 
 namespace {
 
-Plotter makePlotter(std::int64_t timeWindow = 30)
-{
-    Plotter plotter({Qt::white, Qt::yellow}, 600.0, 400.0, 0.05f);
-    plotter.setUpperBoundPressure(80.0f);
-    plotter.setTimeWindow(timeWindow);
-    return plotter;
-}
+struct Sweeps {
+    Plotter plotter {{Qt::white, Qt::yellow}, 600.0, 400.0, 0.05f};
 
-void add(Plotter& plotter, int count)
-{
-    for (int point = 0; point < count; ++point)
-        plotter.addPressurePoint(static_cast<float>(point % 70));
-}
+    Sweeps()
+    {
+        plotter.setUpperBoundPressure(80.0f);
+        plotter.setTimeWindow(30);
+    }
 
-std::vector<std::size_t> counts(Plotter const& plotter)
-{
-    std::vector<std::size_t> counts;
-    for (auto const& path : plotter.paths())
-        counts.push_back(path.count);
-    return counts;
-}
+    void add(int count)
+    {
+        for (int point = 0; point < count; ++point)
+            plotter.addPressurePoint(static_cast<float>(point % 70));
+    }
+
+    std::string counts() const
+    {
+        std::string text;
+        for (auto const& path : plotter.paths())
+            text += std::to_string(path.count) + " ";
+        return text;
+    }
+};
 
 } // namespace
 
-TEST(Plotter, BeginsTheNextSweepWhenOneIsFull)
+TEST(Plotter, ASweepEndsWhereTheWindowIsFullOrElseAtTheCap)
 {
-    auto plotter = makePlotter(10);
-    add(plotter, 200);
-    EXPECT_EQ(counts(plotter), (std::vector<std::size_t> {200, 0}));
-    plotter.addPressurePoint(40.0f);
-    EXPECT_EQ(plotter.point(plotter.paths()[1], 0), QPointF(0.0, 202.0));
-    EXPECT_EQ(plotter.point(plotter.paths()[0], 1), QPointF(3.0, 7.0));
-}
-
-TEST(Plotter, ASweepLongerThanAShrunkWindowGoesOnToTheCap)
-{
-    auto plotter = makePlotter(30);
-    add(plotter, 500);
-    plotter.setTimeWindow(10);
-    add(plotter, 701);
-    EXPECT_EQ(counts(plotter), (std::vector<std::size_t> {1200, 1}));
-
-    auto shorter = makePlotter(30);
-    add(shorter, 150);
-    shorter.setTimeWindow(10);
-    add(shorter, 51);
-    EXPECT_EQ(counts(shorter), (std::vector<std::size_t> {200, 1}));
+    for (auto const& [before, after, counts] : std::vector<std::tuple<int, int, std::string>> {
+             {0, 200, "200 0 "}, {150, 51, "200 1 "}, {500, 701, "1200 1 "}}) {
+        Sweeps sweeps;
+        sweeps.add(before);
+        sweeps.plotter.setTimeWindow(10);
+        sweeps.add(after);
+        EXPECT_EQ(sweeps.counts(), counts);
+    }
 }
 
 TEST(Plotter, ChangesOfScaleMoveEveryPointAndOutliveAReset)
 {
-    auto plotter = makePlotter(30);
-    add(plotter, 700);
-    auto const path = plotter.paths()[1];
-    auto const before = plotter.point(path, 50);
+    Sweeps sweeps;
+    auto& plotter = sweeps.plotter;
+    sweeps.add(700);
+    EXPECT_EQ(plotter.point(plotter.path(), 60), QPointF(60.0, 30.0 * 5.0 + 2.0));
     plotter.setUpperBoundPressure(40.0f);
     plotter.setTimeWindow(60);
-    EXPECT_EQ(plotter.point(path, 50), QPointF(before.x() / 2.0, before.y() * 2.0 - 2.0));
+    EXPECT_EQ(plotter.point(plotter.path(), 60), QPointF(30.0, 30.0 * 10.0 + 2.0));
     plotter.reset();
-    EXPECT_EQ(counts(plotter), std::vector<std::size_t> {0});
+    EXPECT_EQ(sweeps.counts(), "0 ");
     plotter.addPressurePoint(40.0f);
-    EXPECT_EQ(plotter.point(plotter.paths().front(), 0), QPointF(0.0, 402.0));
+    EXPECT_EQ(plotter.point(plotter.path(), 0), QPointF(0.0, 402.0));
 }

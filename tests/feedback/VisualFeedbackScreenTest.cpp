@@ -10,6 +10,7 @@
 #include <QPaintEvent>
 
 #include <gtest/gtest.h>
+#include <tuple>
 
 using namespace tensio;
 
@@ -85,13 +86,9 @@ struct PaintCounter : public QObject {
 
 TEST(VisualFeedbackScreen, TheMarkerBlinksWhileThePressureIsAboveZeroAndAtTheEffectiveTarget)
 {
-    struct Row {
-        float target;
-        double pressure;
-        std::string phases;
-    };
-    for (auto const& [target, pressure, phases] : std::vector<Row> {{40.0f, 32.0, "uauau"},
-             {40.0f, 31.9, "uuuuu"}, {0.0f, 0.0, "uuuuu"}, {0.0f, 0.1, "uauau"}}) {
+    using Row = std::tuple<float, double, std::string>;
+    for (auto const& [target, pressure, phases] : {Row(40.0f, 32.0, "uauau"),
+             Row(40.0f, 31.9, "uuuuu"), Row(0.0f, 0.0, "uuuuu"), Row(0.0f, 0.1, "uauau")}) {
         LiveArea screen;
         screen.session.manager.targetPressure.setValue(target);
         screen.session.manager.targetPressurePercent.setValue(0.8f);
