@@ -146,10 +146,13 @@ TEST(SessionNotices, MarksASimulatedSessionAndTakesAProblemAway)
         QWidget problem;
         SessionNotices const notices(session.manager, recorder, store, unsaved, problem);
         EXPECT_EQ(find<QLabel>(unsaved, "unsavedSimulatedLabel").isVisible(), isSimulated);
-        for (auto const* text : {"空き容量", "破損", ""}) {
-            recorder.problem.setValue(text);
-            EXPECT_EQ(find<QLabel>(problem, "storeProblemLabel").text().toStdString(), text);
-            EXPECT_EQ(problem.isVisible(), *text != 0);
+        for (auto const& [kind, words] : {std::pair {StoreProblem::NoSpace, "空き容量"},
+                 {StoreProblem::Damaged, "壊れ"}, {StoreProblem::None, ""}}) {
+            recorder.problem.setValue(kind);
+            EXPECT_TRUE(find<QLabel>(problem, "storeProblemLabel")
+                            .text()
+                            .contains(QString::fromUtf8(words)));
+            EXPECT_EQ(problem.isVisible(), kind != StoreProblem::None);
         }
     }
 }
