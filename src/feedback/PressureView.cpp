@@ -86,18 +86,21 @@ QRegion PressureView::replaceLine(Line& line, float pressure, QColor const& colo
 
 void PressureView::renderField(QRegion const& area)
 {
-    if (area.isEmpty())
-        return;
-    QPainter painter(&m_field);
-    painter.setClipRegion(area);
-    painter.fillRect(m_field.rect(), Qt::black);
-    painter.fillRect(m_insideBorder, m_fieldColor);
-    painter.setClipRect(m_insideBorder, Qt::IntersectClip);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setTransform(m_toDevice);
-    drawField(painter);
-    drawLine(painter, m_target);
-    drawLine(painter, m_maximum);
+    // Each on a picture of its own pixels: a clip would leave Qt to rasterize all rows of a stroke.
+    for (auto const& rect : area) {
+        QImage part(m_field.scanLine(rect.top()) + rect.left() * m_field.depth() / 8, rect.width(),
+            rect.height(), m_field.bytesPerLine(), m_field.format());
+        QPainter painter(&part);
+        painter.translate(-rect.topLeft());
+        painter.fillRect(rect, Qt::black);
+        painter.setClipRect(m_insideBorder);
+        painter.fillRect(rect, m_fieldColor);
+        painter.setRenderHint(QPainter::Antialiasing);
+        painter.setTransform(m_toDevice, true);
+        drawField(painter);
+        drawLine(painter, m_target);
+        drawLine(painter, m_maximum);
+    }
 }
 
 double PressureView::heightOf(float pressure) const
