@@ -1,5 +1,5 @@
 // A CSV file of 99 measurements with that many points each, UTF-16 included; the largest is ten
-// minutes each. /usr/bin/time -v build/default/bin/csv_bench also tells the peak of memory.
+// minutes each. /usr/bin/time -v build/default/bin/csv_bench also prints the peak of memory.
 
 #include "core/Utf16.h"
 #include "output/CsvFiles.h"

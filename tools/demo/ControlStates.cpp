@@ -40,7 +40,7 @@ QList<QWidget*> controlsOn(QWidget const& window)
     return controls;
 }
 
-// Only one has it at a time; here each is pictured while it does.
+// Only one control has the focus at a time, so each is pictured while it has it.
 QImage pictureWithFocus(QWidget& window, QList<QWidget*> const& controls)
 {
     auto picture = window.grab().toImage();

@@ -6,12 +6,12 @@ namespace tensio {
 
 class Application;
 
-// How tensio-demo starts itself again.
+// The options with which tensio-demo starts itself again.
 inline auto const measureUntilKilledOption = QStringLiteral("--measure-until-killed");
 inline auto const recoverOption = QStringLiteral("--recover");
 
 // Lets another tensio-demo measure, kills it in mid-session, and lets a third one open what it had
-// recorded. Before this program's own Application, which would keep the store to itself.
+// recorded. To be called before this program creates its Application, which would lock the store.
 bool hasSurvivedACrash(QString const& folder);
 
 void measureUntilKilled(Application& application, QString const& folder);

@@ -11,9 +11,9 @@ namespace tensio {
 class Application;
 class TensioManager;
 
-// The looks that the unattended session does not reach, for a person to judge: other sizes of the
-// window, the longest texts, every state of a control. The states are set directly, without a
-// device.
+// Pictures of states that the unattended session does not reach, for a person to judge: other sizes
+// of the window, the longest texts, every state of a control. The states are set directly, without
+// a device.
 class Gallery {
 public:
     Gallery(Application& application, QString const& folder);

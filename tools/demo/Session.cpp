@@ -218,7 +218,7 @@ void Session::loseDevice()
     plugIn({QStringLiteral("--pull"), QStringLiteral("5")});
     m_stage.expectAlert(
         QStringLiteral("前回の舌圧測定データが削除されます。\nよろしいでしょうか？"),
-        QStringLiteral("15-start-anew"));
+        QStringLiteral("15-next-start"));
     m_stage.click(QStringLiteral("startButton"));
     m_stage.waitForAlert();
     m_stage.expectAlert(QStringLiteral("切断されました。"), QStringLiteral("16-cable-pulled"));

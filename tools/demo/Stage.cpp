@@ -224,7 +224,7 @@ void Stage::takeNumberedPicture(QString const& name, QStringList const& controls
         auto const& control = find(each);
         QRect const frame(control.mapTo(&m_window, QPoint(0, 0)), control.size());
         QRect spot(0, 0, size, size);
-        // Beside what is small, so as not to cover it.
+        // Beside a small control, so that the number does not cover it.
         spot.moveCenter(frame.height() < 2 * size
                 ? QPoint(frame.left() - size / 2 - 1, frame.center().y())
                 : frame.topLeft());
@@ -241,7 +241,7 @@ void Stage::takeNumberedPicture(QString const& name, QStringList const& controls
 void Stage::keep(QImage const& picture, QString const& name) const
 {
     auto const path = m_folder.filePath(name + QStringLiteral(".png"));
-    // Packed little, since the session waits meanwhile.
+    // Little compression, since the session waits meanwhile.
     if (!picture.save(path, "PNG", 80))
         fail(QStringLiteral("cannot write ") + path);
     std::printf("  %s\n", qPrintable(path));

@@ -21,18 +21,18 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// The hands and eyes of the unattended session: clicks and types on the real window, looks at it,
-// answers alerts.
+// Plays the user of the unattended session: clicks and types on the real window, checks what it
+// shows and answers alerts.
 class Stage {
 public:
     // The window takes its design size, which a screen without a display may be too small for.
     // Pictures go into the folder, which is made where it is missing.
     Stage(QMainWindow& window, QString const& folder);
 
-    // Of the window below its menu bar.
+    // The size of the window below its menu bar.
     void resizeContent(QSize size) const;
 
-    // Turns the event loop until the condition holds; throws DemoFailure when it does not within a
+    // Runs the event loop until the condition holds; throws DemoFailure when it does not within a
     // minute.
     void waitUntil(QString const& what, std::function<bool()> const& condition) const;
     void waitFor(int milliseconds) const;
@@ -43,18 +43,18 @@ public:
     // its first one.
     void expectAlert(
         QString const& text, QString const& pictureName, QString const& answer = QString());
-    // Once the expected alert has come and gone.
+    // Waits until the expected alert has been shown and closed.
     void waitForAlert() const;
 
     // The next save panel is pictured and answered with this file of the folder.
     void expectSavePanel(QString const& fileName, QString const& pictureName);
-    // Once the expected panel has gone and the file is there.
+    // Waits until the expected panel has closed and the file exists.
     void waitForFile(QString const& fileName) const;
 
     // The menus of the menu bar, in their order.
     QList<QMenu*> menus() const;
     void openMenu(QMenu& menu, QString const& pictureName) const;
-    // By its title; the item must be enabled.
+    // Chooses the item with this title, which must be enabled.
     void chooseFromMenu(QString const& title) const;
 
     // The main window with the dialogs that stand above it.

@@ -17,7 +17,7 @@ std::string deviceRecord(double pressure);
 
 // A person pressing, 20 records a second, over and over: a weak press, a press at the target, a
 // strong one, and a short burst of only zero and negative readings; silences of more than 2 s
-// between them. The same seed tells the same story.
+// between them. The same seed gives the same sequence.
 class PressingStory {
 public:
     explicit PressingStory(unsigned seed);

@@ -72,8 +72,8 @@ void Simulator::scheduleNext()
         auto const more = recorded.empty() ? m_story->nextBurst() : recorded;
         m_ahead.assign(more.begin(), more.end());
     }
-    // Counted from when it was due, not from when it happened, so that the device's clock does not
-    // drift.
+    // From the due time of the write before, not from its actual time, so that the device's clock
+    // does not drift.
     m_due += m_ahead.front().pauseSeconds;
     m_next.start(static_cast<int>(std::lround(std::max(0.0, m_due - secondsNow()) * 1000.0)));
 }

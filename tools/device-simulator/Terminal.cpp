@@ -45,7 +45,7 @@ Terminal::Terminal(QString const& portName)
 
 Terminal::~Terminal()
 {
-    // First the link, so that nobody finds a terminal that is gone.
+    // The link goes first, so that no program opens a terminal that has gone.
     m_port.reset();
     close(m_master);
 }
@@ -58,7 +58,7 @@ bool Terminal::hasReader() const
 
 void Terminal::write(std::string_view bytes) const
 {
-    // A reader that does not read loses what does not fit, as on a real line.
+    // What does not fit is lost, as on a real line whose reader is too slow.
     [[maybe_unused]] auto const written = ::write(m_master, bytes.data(), bytes.size());
 }
 
