@@ -1,12 +1,8 @@
-#include "app/MainWindowController.h"
 #include "feedback/GaugeView.h"
 #include "feedback/GraphView.h"
 #include "panels/UserInfoWindow.h"
-#include "support/Session.h"
+#include "support/Desk.h"
 
-#include <QApplication>
-#include <QMenu>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -27,31 +23,19 @@ QString nameOf(QWidget& widget)
 }
 
 // The main window after two measurements.
-struct Program {
-    Session session;
-    QMenu printMenu;
-    MainWindowController controller {session.manager, session.runLoop, session.alerts, printMenu};
-
-    Program()
+struct Clinic : Desk {
+    Clinic()
     {
-        controller.fitToDesign();
-        controller.window().show();
-        session.connect();
-        session.press({20.0});
-        session.press({35.24});
-        session.manager.disconnectAction.apply(Nothing {});
-    }
-
-    template<typename T = QPushButton>
-    T& find(QString const& name = {})
-    {
-        return *controller.window().findChild<T*>(name);
+        connect();
+        press({20.0});
+        press({35.24});
+        finish();
     }
 
     UserInfoWindow& openDialog()
     {
-        find(QStringLiteral("segueButton")).click();
-        return find<UserInfoWindow>();
+        click(window, "segueButton");
+        return find<UserInfoWindow>(window);
     }
 };
 
@@ -74,11 +58,11 @@ QStringList tabStops(QWidget const& window, QWidget& first)
 
 TEST(Accessibility, EveryControlHasAJapaneseNameAndARole)
 {
-    Program program;
+    Clinic clinic;
     QRegularExpression const japanese(QStringLiteral("[ぁ-ヿ一-鿿]|^OK$"));
     int controls = 0;
-    program.openDialog();
-    for (auto* widget : program.controller.window().findChildren<QWidget*>()) {
+    clinic.openDialog();
+    for (auto* widget : clinic.window.findChildren<QWidget*>()) {
         if (!(widget->focusPolicy() & Qt::TabFocus))
             continue;
         ++controls;
@@ -91,29 +75,28 @@ TEST(Accessibility, EveryControlHasAJapaneseNameAndARole)
 
 TEST(Accessibility, TabGoesAsTheEyeReads)
 {
-    Program program;
-    EXPECT_EQ(tabStops(program.controller.window(), program.find(QStringLiteral("printButton")))
-                  .join(u' '),
+    Clinic clinic;
+    EXPECT_EQ(tabStops(clinic.window, find(clinic.window, "printButton")).join(u' '),
         QStringLiteral("測定結果を印刷 測定結果をCSVファイルに保存 画面を画像ファイルに保存 "
                        "圧力目盛を下げる 圧力目盛を上げる 時間目盛を短くする 時間目盛を長くする "
                        "目標圧を下げる 目標圧を上げる 目標の割合 開始 "
                        "前の測定 1回目 2回目 次の測定"));
-    auto& dialog = program.openDialog();
-    EXPECT_EQ(tabStops(dialog, *dialog.findChild<QWidget*>(QStringLiteral("nameInput"))).join(u' '),
+    auto& dialog = clinic.openDialog();
+    EXPECT_EQ(tabStops(dialog, find<QWidget>(dialog, "nameInput")).join(u' '),
         QStringLiteral("氏名 目標圧を下げる 目標圧（kPa） 目標圧を上げる キャンセル OK"));
 }
 
 TEST(Accessibility, DescribesTheLiveAreaAndStepsWithTheArrowKeys)
 {
-    Program program;
-    program.session.connect(30.0f);
-    program.session.receive({35.0});
-    program.session.runLoop.advance(Seconds(0.6));
-    auto const* value = spoken(program.find<GaugeView>()).valueInterface();
+    Clinic clinic;
+    clinic.connect(30.0f);
+    clinic.receive({35.0});
+    clinic.runLoop.advance(Seconds(0.6));
+    auto const* value = spoken(find<GaugeView>(clinic.window)).valueInterface();
     ASSERT_NE(value, nullptr);
     EXPECT_EQ(value->currentValue(), 35.0);
     EXPECT_EQ(value->maximumValue(), 80.0);
-    EXPECT_EQ(spoken(program.find<GraphView>()).text(QAccessible::Description),
+    EXPECT_EQ(spoken(find<GraphView>(clinic.window)).text(QAccessible::Description),
         QStringLiteral("圧力目盛 0〜80 kPa、時間目盛 30秒、目標 30.0 kPa 達成、最大圧 35.0 kPa"));
     for (auto const& [label, name] :
         {std::pair {"currentPressureLabel", QStringLiteral("現在の圧力 35.0 kPa")},
@@ -121,19 +104,18 @@ TEST(Accessibility, DescribesTheLiveAreaAndStepsWithTheArrowKeys)
             {"maxPressureImage", QStringLiteral("最大圧 35.0 kPa")},
             {"statusLabel", QStringLiteral("状態 記録中")},
             {"percentPopup", QStringLiteral("目標の割合 100%")}})
-        EXPECT_EQ(nameOf(program.find<QWidget>(QString::fromLatin1(label))), name);
+        EXPECT_EQ(nameOf(find<QWidget>(clinic.window, label)), name);
 
-    QApplication::setActiveWindow(&program.controller.window());
     auto const press = [&](char const* button, Qt::Key key) {
-        auto& control = program.find(QString::fromLatin1(button));
+        auto& control = find(clinic.window, button);
         control.setFocus();
         QTest::keyClick(&control, key);
     };
-    auto const& graph = program.find<GraphView>();
+    auto const& graph = find<GraphView>(clinic.window);
     press("downButton", Qt::Key_Up);
     EXPECT_EQ(graph.upperBoundPressure.value(), 85.0f);
     press("leftButton", Qt::Key_Right);
     EXPECT_EQ(graph.timeWindow.value(), 35.0f);
     press("targetPressureDownButton", Qt::Key_Up);
-    EXPECT_EQ(program.session.manager.targetPressure.value(), 30.1f);
+    EXPECT_EQ(clinic.manager.targetPressure.value(), 30.1f);
 }

@@ -1,11 +1,7 @@
-#include "app/MainMenu.h"
-
 #include "core/Utf16.h"
-#include "output/GridPrintView.h"
-#include "output/ListPrintView.h"
-#include "support/Session.h"
+#include "support/Desk.h"
+#include "support/PdfText.h"
 
-#include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -17,35 +13,28 @@ using namespace tensio;
 
 namespace {
 
-struct Menus : ReportPrinter {
-    Session session;
-    QMenu defaultTargetMenu;
-    QMenu printMenu;
-    QMainWindow window;
-    std::vector<ReportKind> printed;
-    AppDelegate delegate {session.manager, session.runLoop, defaultTargetMenu, *this};
-    MainMenu mainMenu {window, defaultTargetMenu, printMenu, delegate, session.manager};
-
-    void print(ReportKind kind) override { printed.push_back(kind); }
-
-    // Those with which the user can save or print now, by the beginning of their titles.
-    std::size_t enabledCommands()
+struct Menus : Desk {
+    // Those with which the user can save or print now.
+    std::size_t enabledCommands() const
     {
         std::size_t count = 0;
-        for (auto const* menu :
-            {window.findChild<QMenu*>(QStringLiteral("fileMenu")), &printMenu}) {
-            for (auto const* action : menu->actions())
-                count += action->isEnabled() && action->text().contains(u'…') ? 1U : 0U;
+        for (auto const* action : commands({})) {
+            bool const isCommand = action->text().contains(QStringLiteral("保存("))
+                || action->text().contains(QStringLiteral("を印刷("));
+            count += isCommand && action->isEnabled() ? 1U : 0U;
         }
         return count;
     }
 
-    void choose(QString const& title)
+    void measureOnce()
     {
-        for (auto* action : window.findChildren<QAction*>() + printMenu.actions()) {
-            if (action->text().startsWith(title))
-                action->trigger();
-        }
+        connect();
+        press({20.0});
+        finish();
+    }
+    MutableProperty<bool>& isCounted() const
+    {
+        return manager.measurementList.measurements()[0]->isCounted;
     }
 };
 
@@ -55,60 +44,65 @@ TEST(MainMenu, EnablesItsCommandsAsTheSessionAllows)
 {
     Menus menus;
     EXPECT_EQ(menus.enabledCommands(), 0U) << "nothing measured";
-    menus.session.connect();
-    menus.session.press({20.0});
+    menus.connect();
+    menus.press({20.0});
     EXPECT_EQ(menus.enabledCommands(), 0U) << "measuring";
-    menus.session.manager.disconnectAction.apply(Nothing {});
+    EXPECT_TRUE(menus.isSleepInhibited);
+    menus.finish();
     EXPECT_EQ(menus.enabledCommands(), 6U) << "nothing selected";
-    auto const measurement = menus.session.manager.measurementList.measurements()[0];
-    measurement->isCounted.setValue(true);
+    EXPECT_FALSE(menus.isSleepInhibited);
+    menus.isCounted().setValue(true);
     EXPECT_EQ(menus.enabledCommands(), 8U);
-    measurement->isCounted.setValue(false);
+    menus.isCounted().setValue(false);
     EXPECT_EQ(menus.enabledCommands(), 6U);
-    menus.session.connect();
+    menus.connect();
     EXPECT_EQ(menus.enabledCommands(), 0U) << "measuring again";
 }
 
 TEST(MainMenu, RunsEachCommandOfTheDelegate)
 {
     Menus menus;
-    menus.session.connect();
-    menus.session.press({20.0});
-    menus.session.manager.disconnectAction.apply(Nothing {});
-    menus.session.manager.measurementList.measurements()[0]->isCounted.setValue(true);
-    auto& saving = menus.session.saving;
-    saving.answer = "/folder/file";
-    saving.clipboard = "picture";
+    menus.port->isSimulator = true;
+    menus.measureOnce();
+    menus.isCounted().setValue(true);
+    menus.saving.answer = "/folder/file";
+    menus.saving.clipboard = "picture";
+    auto const choose = [&](QString const& title) { menus.commands(title).value(0)->trigger(); };
     auto const csv = [](std::string const& part) { return encodeUtf16(part).substr(2); };
     struct Row {
         QString title;
         std::string panel;
         std::string written; // part of the file
     };
-    for (auto const& [title, panel, written] :
-        std::vector<Row> {{QStringLiteral("CSVを"), "panel csv", csv("1回目")},
-            {QStringLiteral("選択した測定のCSV"), "panel csv", csv("①")},
-            {QStringLiteral("一覧をPDF"), "panel pdf", typeid(ListPrintView).name()},
-            {QStringLiteral("グリッドをPDF"), "panel pdf", typeid(GridPrintView).name()},
-            {QStringLiteral("画面を"), "panel png", "picture"}}) {
-        saving.log.clear();
-        menus.choose(title);
-        menus.session.runLoop.advance(Seconds(0.5));
-        EXPECT_EQ(std::ranges::count(saving.log, panel), 1) << title.toStdString();
-        EXPECT_NE(saving.written.find(written), std::string::npos) << title.toStdString();
+    std::vector<Row> const rows {{QStringLiteral("CSVを"), "panel csv", csv("1回目")},
+        {QStringLiteral("選択した測定のCSV"), "panel csv", csv("①")},
+        {QStringLiteral("一覧をPDF"), "panel pdf", "1 回目 20.0 kPa 30.0 kPa"},
+        {QStringLiteral("グリッドをPDF"), "panel pdf", "計測回数： 1回目"},
+        {QStringLiteral("画面を"), "panel png", "picture"}};
+    for (auto const& [title, panel, written] : rows) {
+        menus.saving.log.clear();
+        choose(title);
+        menus.runLoop.advance(Seconds(0.5));
+        EXPECT_EQ(std::ranges::count(menus.saving.log, panel), 1) << title.toStdString();
+        auto const& file = menus.saving.written;
+        EXPECT_NE((panel == "panel pdf" ? pdfText(file) : file).find(written), std::string::npos)
+            << title.toStdString() << (panel == "panel pdf" ? pdfText(file) : "");
     }
-    for (auto const& title : {QStringLiteral("一覧を印刷"), QStringLiteral("グリッドを印刷"),
-             QStringLiteral("選択した測定を印刷")})
-        menus.choose(title);
-    EXPECT_EQ(
-        menus.printed, (std::vector {ReportKind::List, ReportKind::Grid, ReportKind::Selected}));
+    for (auto const& [title, button] : {std::pair {"一覧を印刷", "listButton"},
+             {"グリッドを印刷", "gridButton"}, {"選択した測定を印刷", "selectedButton"}}) {
+        choose(QString::fromUtf8(title));
+        auto& preview = *QApplication::activeModalWidget();
+        EXPECT_TRUE(find(preview, button).isChecked()) << title;
+        preview.close();
+        QCoreApplication::processEvents();
+    }
 }
 
 TEST(MainMenu, HasNoShortcutOrMnemonicTwice)
 {
-    Menus menus;
+    Desk const desk;
     std::set<QString> shortcuts;
-    for (auto const* item : menus.window.menuBar()->actions()) {
+    for (auto const* item : desk.window.menuBar()->actions()) {
         std::set<QChar> mnemonics;
         for (auto const* action : item->menu()->actions()) {
             auto const at = action->text().indexOf(u'&');

@@ -1,9 +1,7 @@
-#include "app/MainWindowController.h"
 #include "core/Utf16.h"
-#include "support/Session.h"
+#include "support/Desk.h"
 
 #include <QLabel>
-#include <QMenu>
 
 #include <gtest/gtest.h>
 
@@ -20,26 +18,20 @@ TEST(OddReadings, HarmNeitherWindowNorAverageNorFile)
         {"+nan0X", QStringLiteral("10.0"), "nan"}, {"-inf0X", QStringLiteral("10.0"), "-inf"},
         {"+1e90X", QStringLiteral("500000000.0"), "1000000000.0"}};
     for (auto const& [record, average, cell] : rows) {
-        Session session;
-        QMenu printMenu;
-        MainWindowController controller(
-            session.manager, session.runLoop, session.alerts, printMenu);
-        controller.window().show();
-        session.connect();
+        Desk desk;
+        desk.connect();
         for (auto const& bytes : {record + "+0100X", std::string("+0100X")}) {
-            session.port->delegate->serialPortDidReceiveData(bytes);
-            // For the sanitizers.
-            controller.window().grab();
-            session.runLoop.advance(Seconds(2.5));
+            desk.port->delegate->serialPortDidReceiveData(bytes);
+            desk.window.grab(); // for the sanitizers
+            desk.runLoop.advance(Seconds(2.5));
         }
-        session.manager.disconnectAction.apply(Nothing {});
-        for (auto const& measurement : session.manager.measurementList.measurements())
+        desk.finish();
+        for (auto const& measurement : desk.manager.measurementList.measurements())
             measurement->isCounted.setValue(true);
-        auto const* label = controller.window().findChild<QLabel*>(QStringLiteral("averageLabel"));
-        EXPECT_EQ(label->text().toStdString(), average.toStdString()) << record;
-        session.saving.answer = "file.csv";
-        session.manager.saveCsv();
-        EXPECT_NE(session.saving.written.find(encodeUtf16("0.05\t" + cell + "\t").substr(2)),
+        EXPECT_EQ(find<QLabel>(desk.window, "averageLabel").text(), average) << record;
+        desk.saving.answer = "file.csv";
+        desk.manager.saveCsv();
+        EXPECT_NE(desk.saving.written.find(encodeUtf16("0.05\t" + cell + "\t").substr(2)),
             std::string::npos)
             << record;
     }

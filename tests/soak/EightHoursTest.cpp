@@ -1,9 +1,6 @@
-#include "app/MainWindowController.h"
 #include "support/AllocationCount.h"
-#include "support/Session.h"
+#include "support/Desk.h"
 
-#include <QCoreApplication>
-#include <QMenu>
 #include <QPixmapCache>
 
 #include <gtest/gtest.h>
@@ -20,30 +17,27 @@ void passEightHours(double silenceSeconds, std::ptrdiff_t bytesPerReading)
 {
     // It drops what has not been used for half a minute of real time.
     QPixmapCache::setCacheLimit(0);
-    Session session;
-    QMenu printMenu;
-    MainWindowController controller(session.manager, session.runLoop, session.alerts, printMenu);
+    Desk desk;
     // Small, so that painting it costs little.
-    controller.window().setMinimumSize(0, 0);
-    controller.window().resize(104, 69);
-    controller.window().show();
-    session.connect();
+    desk.window.setMinimumSize(0, 0);
+    desk.window.resize(104, 69);
+    desk.connect();
     std::array<std::ptrdiff_t, 2> first {};
     std::ptrdiff_t firstBlocks = 0;
     std::ptrdiff_t firstBytes = 0;
     for (int hour = 1; hour <= 8; ++hour) {
         for (int record = 0; record < recordsPerHour; ++record) {
-            session.receive({record % 600 < 500 ? 20.0 + record % 25 : 0.0});
-            session.runLoop.advance(Seconds(0.05 + (record % 600 == 599 ? silenceSeconds : 0.0)));
+            desk.receive({record % 600 < 500 ? 20.0 + record % 25 : 0.0});
+            desk.runLoop.advance(Seconds(0.05 + (record % 600 == 599 ? silenceSeconds : 0.0)));
             if (record % 600 == 599)
                 QCoreApplication::processEvents();
         }
         // Long enough for what is held back by a throttle, too short to end a burst.
-        session.runLoop.advance(Seconds(0.6));
+        desk.runLoop.advance(Seconds(0.6));
         QCoreApplication::processEvents();
         std::array<std::ptrdiff_t, 2> const timersObjects {
-            static_cast<std::ptrdiff_t>(session.runLoop.liveTimers()),
-            controller.window().findChildren<QObject*>().size()};
+            static_cast<std::ptrdiff_t>(desk.runLoop.liveTimers()),
+            desk.window.findChildren<QObject*>().size()};
         if (hour == 1) {
             first = timersObjects;
             firstBlocks = liveBlocks;

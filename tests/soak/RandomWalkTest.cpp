@@ -1,7 +1,7 @@
-#include "app/MainMenu.h"
-#include "app/MainWindowController.h"
 #include "soak/RandomUser.h"
-#include "support/Session.h"
+#include "support/Desk.h"
+
+#include <QPrintPreviewWidget>
 
 #include <algorithm>
 #include <gtest/gtest.h>
@@ -10,8 +10,8 @@ using namespace tensio;
 
 namespace {
 
-// The main window with all that happens around it: the user, the device, its cable, time.
-class Walk : ReportPrinter {
+// The program with all that happens around it: the user, the device, its cable, the disk, time.
+class Walk : Desk {
 public:
     // What the walk must have reached to be worth anything.
     int connections = 0;
@@ -24,28 +24,27 @@ public:
     explicit Walk(unsigned seed)
         : m_random(seed)
     {
-        m_delegate.applicationDidFinishLaunching();
         // Small, so that painting it costs little.
-        window().setMinimumSize(0, 0);
-        window().resize(260, 173);
-        window().show();
-        m_observing = manager().shouldReset.observeChanges([this](bool) { ++connections; });
+        window.setMinimumSize(0, 0);
+        window.resize(260, 173);
+        m_observing = manager.shouldReset.observeChanges([this](bool) { ++connections; });
     }
 
     // What was done.
     QString step()
     {
-        m_windowAlerts.answer = upTo(1) == 0 ? 0 : 1;
-        m_session.saving.answer = upTo(1) == 0 ? std::optional<std::string>("/file") : std::nullopt;
-        m_session.saving.diskIsFull = upTo(1) == 0;
+        alerts.answer = upTo(1) == 0 ? 0 : 1;
+        saving.answer = upTo(1) == 0 ? std::optional<std::string>("/file") : std::nullopt;
+        saving.diskIsFull = upTo(1) == 0;
+        store.refusals = upTo(49) == 0 ? 2 : store.refusals;
         auto const turn = upTo(99);
         if (turn < 60)
             return m_user.act();
         if (turn < 85)
             return deviceActs();
         if (turn < 86)
-            window().resize(1 + upTo(400), 1 + upTo(300));
-        m_session.runLoop.advance(Seconds(upTo(30) * 0.1));
+            window.resize(1 + upTo(400), 1 + upTo(300));
+        runLoop.advance(Seconds(upTo(30) * 0.1));
         QCoreApplication::processEvents();
         return QStringLiteral("time passes");
     }
@@ -62,25 +61,20 @@ private:
     enum class Line { Closed, Opening, Open };
 
     int upTo(int highest) { return std::uniform_int_distribution(0, highest)(m_random); }
-    TensioManager& manager() { return m_session.manager; }
-    QWidget& window() { return m_controller.window(); }
-    QWidget const& find(char const* name)
-    {
-        return *window().findChild<QWidget*>(QString::fromLatin1(name));
-    }
+    QWidget const& view(char const* name) const { return find<QWidget>(window, name); }
 
     QString deviceActs()
     {
         // What the session has asked of its port since the last time.
-        for (auto const& call : std::exchange(m_session.port->calls, {})) {
+        for (auto const& call : std::exchange(port->calls, {})) {
             if (call == "open" || call == "close")
                 m_line = call == "open" ? Line::Opening : Line::Closed;
         }
-        auto* const listener = m_session.port->delegate;
+        auto* const listener = port->delegate;
         if (m_line == Line::Closed) {
-            m_session.ports.ports.clear();
+            ports.ports.clear();
             if (upTo(4) != 0)
-                m_session.ports.ports.push_back(m_session.port);
+                ports.ports.push_back(port);
             return QStringLiteral("plug or unplug the closed device");
         }
         if (m_line == Line::Opening) {
@@ -96,12 +90,12 @@ private:
         if (upTo(49) == 0) {
             m_line = Line::Closed;
             ++losses;
-            m_session.port->playLoss();
+            port->playLoss();
             return QStringLiteral("lose the device");
         }
         if (upTo(99) == 0) {
-            for (int press = 0; press < 110; ++press)
-                m_session.press({upTo(900) / 10.0, upTo(900) / 10.0});
+            for (int count = 0; count < 110; ++count)
+                press({upTo(900) / 10.0, upTo(900) / 10.0});
             return QStringLiteral("press 110 times");
         }
         std::vector<std::string> const odd {
@@ -115,12 +109,6 @@ private:
             + QString::fromLatin1(QByteArray::fromStdString(bytes).toHex());
     }
 
-    void print(ReportKind kind) override
-    {
-        ++prints;
-        m_emptyPrints += hasReport(kind, manager()) && !manager().isMeasuring.value() ? 0 : 1;
-    }
-
     void expect(bool holds, char const* invariant)
     {
         if (!holds)
@@ -129,7 +117,7 @@ private:
 
     void checkHistory()
     {
-        auto const& list = manager().measurementList;
+        auto const& list = manager.measurementList;
         auto const& all = list.measurements();
         auto const first = list.startingIndex();
         auto const counted = list.counted().size();
@@ -138,9 +126,9 @@ private:
         expect(all.size() <= 99, "at most 99 measurements");
         expect(first >= 0 && first <= std::max<std::ptrdiff_t>(0, std::ssize(all) - 5),
             "the visible range lies within the list");
-        expect(list.slice() == manager().sliceOfMeasurements.value(), "the slice is published");
+        expect(list.slice() == manager.sliceOfMeasurements.value(), "the slice is published");
         expect(counted <= 3, "at most three are selected");
-        expect(counted == 0 || !manager().isMeasuring.value(), "no selection while measuring");
+        expect(counted == 0 || !manager.isMeasuring.value(), "no selection while measuring");
         int number = 1;
         for (auto const& each : all) {
             expect(each->number == number++, "numbers run from 1");
@@ -153,39 +141,36 @@ private:
 
     void checkSession()
     {
-        bool const isMeasuring = manager().isMeasuring.value();
-        auto const target = manager().targetPressure.value();
-        expect(manager().currentPressure.value() >= 0.0f, "the pressure is not below 0");
+        bool const isMeasuring = manager.isMeasuring.value();
+        auto const target = manager.targetPressure.value();
+        expect(manager.currentPressure.value() >= 0.0f, "the pressure is not below 0");
         expect(target == 0.0f || (target >= 10.0f && target <= 80.0f), "the target is in bounds");
-        expect(
-            isMeasuring == manager().connectAction.isExecuting(), "measuring is being connected");
-        // The clock, the end of a burst, the blinking, two read-outs, a frame and what paces it,
-        // and a screenshot.
-        expect(m_session.runLoop.liveTimers() <= 8, "no more timers than there are uses");
-        expect(m_session.runLoop.repeatingTimers() <= (isMeasuring ? 3 : 1),
-            "the clock, and in a session the end of a burst and the blinking");
-        expect(find("startButton").isEnabled() == !isMeasuring, "start when idle");
-        expect(find("finishButton").isEnabled() == isMeasuring, "finish when measuring");
-        expect(find("saveButton").isEnabled()
-                == (!isMeasuring && !manager().measurementList.measurements().empty()),
+        expect(isMeasuring == manager.connectAction.isExecuting(), "measuring is being connected");
+        // The clock, the recorder, the end of a burst, the blinking, two read-outs, a frame and
+        // what paces it, and a screenshot.
+        expect(runLoop.liveTimers() <= 9, "no more timers than there are uses");
+        expect(runLoop.repeatingTimers() <= (isMeasuring ? 4 : 2),
+            "the clock and the recorder, and in a session the end of a burst and the blinking");
+        expect(view("startButton").isEnabled() == !isMeasuring, "start when idle");
+        expect(view("finishButton").isEnabled() == isMeasuring, "finish when measuring");
+        expect(view("saveButton").isEnabled()
+                == (!isMeasuring && !manager.measurementList.measurements().empty()),
             "saving when there is something and nothing is measured");
-        expect(m_emptyPrints == 0, "no printing of nothing, nor while measuring");
-        expect(manager().isShowingPopup.value() == find("coverView").isVisible(),
+        bool const isPreview = window.findChild<QPrintPreviewWidget*>();
+        prints += isPreview && !m_wasPreview ? 1 : 0;
+        m_wasPreview = isPreview;
+        expect(!isPreview || (!isMeasuring && !manager.measurementList.measurements().empty()),
+            "no printing of nothing, nor while measuring");
+        expect(!isMeasuring || !m_openPast.isEnabled(), "no opening while measuring");
+        expect(isSleepInhibited == isMeasuring, "the screen stays on while measuring");
+        expect(manager.isShowingPopup.value() == view("coverView").isVisible(),
             "dimmed while the dialog is open");
     }
 
     std::mt19937 m_random;
-    Session m_session;
-    FakeAlerts m_windowAlerts;
-    QMenu m_defaultTargetMenu;
-    QMenu m_printMenu;
-    MainWindowController m_controller {
-        m_session.manager, m_session.runLoop, m_windowAlerts, m_printMenu};
-    AppDelegate m_delegate {m_session.manager, m_session.runLoop, m_defaultTargetMenu, *this};
-    MainMenu m_mainMenu {
-        m_controller.window(), m_defaultTargetMenu, m_printMenu, m_delegate, m_session.manager};
+    QAction const& m_openPast {*commands(QStringLiteral("以前の測定を開く")).value(0)};
     RandomUser m_user {m_random};
-    int m_emptyPrints = 0;
+    bool m_wasPreview = false;
     Line m_line = Line::Closed;
     std::string m_broken;
     Subscription m_observing;

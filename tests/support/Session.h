@@ -9,8 +9,8 @@
 
 namespace tensio {
 
-// The session manager among fakes, with a device plugged in.
-struct Session {
+// Fakes around a session manager, with a device plugged in.
+struct Surroundings {
     std::shared_ptr<FakeSerialPort> port {std::make_shared<FakeSerialPort>("cu.SLAB_USBtoUART")};
     FakeSerialPortList ports;
     ManualRunLoop runLoop;
@@ -18,18 +18,14 @@ struct Session {
     MemoryUserDefaults userDefaults;
     FakeAlerts alerts;
     FakeSaving saving;
-    CsvFiles csvFiles;
-    FakePdfRenderer pdfRenderer;
-    TensioManager manager;
 
-    explicit Session(std::map<std::string, float> settings = {})
+    explicit Surroundings(std::map<std::string, float> settings = {})
         : userDefaults(std::move(settings))
-        , manager((ports.ports.push_back(port), ports), runLoop, clock, userDefaults,
-              {csvFiles, pdfRenderer, saving, saving, saving, alerts})
     {
+        ports.ports.push_back(port);
     }
 
-    void connect(float target = 30.0f)
+    void connect(TensioManager& manager, float target) const
     {
         manager.connectAction.apply(Nothing {});
         port->delegate->serialPortWasOpened();
@@ -37,7 +33,7 @@ struct Session {
     }
 
     // Each pressure a record, in one chunk.
-    void receive(std::vector<double> const& pressures)
+    void receive(std::vector<double> const& pressures) const
     {
         std::string bytes;
         for (auto const pressure : pressures)
@@ -51,6 +47,22 @@ struct Session {
         receive(pressures);
         runLoop.advance(Seconds(2.5));
     }
+};
+
+// The session manager alone.
+struct Session : Surroundings {
+    CsvFiles csvFiles;
+    FakePdfRenderer pdfRenderer;
+    TensioManager manager;
+
+    explicit Session(std::map<std::string, float> settings = {})
+        : Surroundings(std::move(settings))
+        , manager(ports, runLoop, clock, userDefaults,
+              {csvFiles, pdfRenderer, saving, saving, saving, alerts})
+    {
+    }
+
+    void connect(float target = 30.0f) { Surroundings::connect(manager, target); }
 
     std::vector<float> bestPressures() const
     {

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "app/Application.h"
+#include "platform/PortInspector.h"
+#include "platform/SleepInhibitor.h"
+#include "printing/PrintPanels.h"
+#include "support/FakeSessionStore.h"
+#include "support/Session.h"
+#include "support/Ui.h"
+
+#include <QApplication>
+#include <QMenuBar>
+
+#include <optional>
+
+namespace tensio {
+
+// A session of one measurement for each name; none is saved.
+struct FilledSessionStore : FakeSessionStore {
+    explicit FilledSessionStore(std::vector<std::string> const& names)
+    {
+        for (auto const& name : names)
+            write(*begin({{}, name, 30.0f, 1.0f, false}), {1, 20.0f, 30.0f, {}, true, 0, {}});
+    }
+};
+
+// The program among fakes, its window shown.
+struct Desk
+    : Surroundings
+    , PortInspector
+    , PrintPanels
+    , SleepInhibitor {
+    FilledSessionStore store;
+    bool isSleepInhibited = false;
+    std::optional<Application> application {std::in_place,
+        Services {ports, *this, runLoop, clock, userDefaults, alerts, saving, saving, saving, *this,
+            store, *this}};
+    TensioManager& manager {application->tensioManager()};
+    MainWindow& window {application->window()};
+
+    explicit Desk(std::vector<std::string> const& storedNames = {})
+        : store(storedNames)
+    {
+        window.show();
+        QApplication::setActiveWindow(&window);
+    }
+
+    void connect(float target = 30.0f) { Surroundings::connect(manager, target); }
+    void finish() { manager.disconnectAction.apply(Nothing {}); }
+
+    // Those whose titles begin like this.
+    QList<QAction*> commands(QString const& title) const
+    {
+        QList<QAction*> found;
+        for (auto const* item : window.menuBar()->actions()) {
+            for (auto* action : item->menu()->actions()) {
+                if (action->text().startsWith(title))
+                    found << action;
+            }
+        }
+        return found;
+    }
+
+    std::vector<InspectedPort> inspect(std::string_view) override { return {}; }
+    bool hasPrinters() const override { return false; }
+    void openPageSetup(QPrinter&, QWidget&, std::function<void()>) override { }
+    void openPrint(QPrinter&, int, QWidget&, std::function<void()>) override { }
+    void setInhibited(bool isInhibited) override { isSleepInhibited = isInhibited; }
+};
+
+} // namespace tensio
