@@ -9,12 +9,11 @@ namespace {
 using Texts = std::vector<std::string>;
 
 struct Link : Session {
-    SerialPortManager& link {manager.serialPortManager};
     Texts events;
 
     void open()
     {
-        link.connect().start([this](auto const& event) {
+        manager.serialPortManager.connect().start([this](auto const& event) {
             auto const* failure = std::get_if<FailedEvent<ErrorRef>>(&event);
             constexpr std::array names {"opened", "", "completed", "interrupted"};
             events.push_back(
@@ -32,13 +31,16 @@ struct Link : Session {
 TEST(SerialPortManager, OpensTheFirstPortOfTheDeviceWithItsSettings)
 {
     Link session;
+    session.open();
+    session.fail();
     session.ports.ports.clear();
     session.open();
-    EXPECT_EQ(session.events, Texts {"COMポートがオープンできません。"});
-    std::vector<Texts> calls;
+    EXPECT_EQ(session.events, (Texts {"故障", "COMポートがオープンできません。"}));
     for (auto const* name : {"cu.slab_usbtouart", "tty.SLAB_USBtoUART42", "SLAB_USBtoUART"})
         session.ports.ports.push_back(std::make_shared<FakeSerialPort>(name));
     session.open();
+    EXPECT_EQ(session.port->delegate, nullptr) << "left by a failed attempt";
+    std::vector<Texts> calls;
     for (auto const& port : session.ports.ports)
         calls.push_back(dynamic_cast<FakeSerialPort&>(*port).calls);
     EXPECT_EQ(calls,
@@ -49,29 +51,18 @@ TEST(SerialPortManager, OnlyTheFirstEndReachesTheSubscriber)
 {
     std::pair<void (*)(Link&), std::string> const rows[] {
         {[](Link& session) { session.port->playLoss(); }, "interrupted"},
-        {[](Link& session) { session.link.disconnect(); }, "completed"},
-        {[](Link& session) { session.fail(); }, "故障"},
-    };
+        {[](Link& session) { session.manager.serialPortManager.disconnect(); }, "completed"},
+        {[](Link& session) { session.fail(); }, "故障"}};
     for (auto const& [end, event] : rows) {
         Link session;
         session.open();
         auto* const delegate = session.port->delegate;
         delegate->serialPortWasOpened();
         end(session);
-        session.link.disconnect();
+        session.manager.serialPortManager.disconnect();
         delegate->serialPortWasClosed();
         EXPECT_EQ(session.events, (Texts {"opened", event}));
         EXPECT_EQ(session.port->calls.back(), "close");
         EXPECT_EQ(session.port->delegate, nullptr) << "a closed port reports to nobody";
     }
-}
-
-TEST(SerialPortManager, APortLeftByAFailedAttemptReportsToNobody)
-{
-    Link session;
-    session.open();
-    session.fail();
-    session.ports.ports = {std::make_shared<FakeSerialPort>("SLAB_USBtoUART")};
-    session.open();
-    EXPECT_EQ(session.port->delegate, nullptr);
 }

@@ -24,66 +24,52 @@ struct Finished : Session {
         }
         for (std::size_t const index : {1U, 0U})
             manager.measurementList.measurements()[index]->isCounted.setValue(true);
-        saving.answer = "/folder/file";
         saving.frame = {57.5, 0.25, 1040.0, 692.5};
         saving.clipboard = "picture";
     }
-};
-
-struct Save {
-    std::function<void(Finished&)> run;
-    Texts panel;
-    std::string written;
-    Texts alerts;
-};
-
-std::string const head = "氏名\t山田\r\n測定日時\t2024/03/05 14:0";
-
-Save const saves[] {
-    {[](Finished& session) { session.manager.saveCsvAction.apply(Nothing {}); }, {"panel csv"},
-        encodeUtf16(head
-            + "9\r\n\r\n1回目\t\t\t2回目\t\t\t3回目\t\t\t\r\n"
-              "最大値（kPa）\t20.0\t\t最大値（kPa）\t31.5\t\t最大値（kPa）\t25.0\t\t\r\n"
-              "目標圧（kPa）\t30.0\t\t目標圧（kPa）\t30.0\t\t目標圧（kPa）\t30.0\t\t\r\n"
-              "測定時間（秒）\t測定値（kPa）\t\t測定時間（秒）\t測定値（kPa）\t\t"
-              "測定時間（秒）\t測定値（kPa）\t\t\r\n0.05\t20.0\t\t0.05\t31.5\t\t0.05\t25."
-              "0\t\t\r\n"),
-        {saveFailedMessage}},
-    {[](Finished& session) { session.manager.saveSelectedCsv(); }, {"panel csv"},
-        encodeUtf16(head
-            + "8\r\n\r\n選択した最大圧データ(kPa)\r\n①\t20.0\tmin\r\n②\t31.5\tmax\r\n\r\n"
-              "選択した最大圧データの平均値(kPa)\r\n\t25.8\r\n"),
-        {saveFailedMessage}},
-    // The picture comes first, so that the panel is not on it.
-    {[](Finished& session) { session.manager.saveScreenshotAction.apply(Nothing {}); },
-        {"capture 57.5,387.25,1040.0,692.5", "panel png"}, "picture", {}},
-    {[](Finished& session) { session.manager.saveViewAsPdf(session.view); }, {"panel pdf"},
-        typeid(ListPrintView).name(), {saveFailedMessage}},
 };
 
 } // namespace
 
 TEST(Saving, WritesTheFileUnlessTheUserCancelsAndReportsAFailure)
 {
+    Finished const finished;
+    CsvFiles const csv;
+    auto const& list = finished.manager.measurementList;
+
+    std::tuple<std::function<void(Finished&)>, Texts, std::string, Texts> const saves[] {
+        {[](Finished& session) { session.manager.saveCsvAction.apply(Nothing {}); }, {"panel csv"},
+            encodeUtf16(csv.all("山田", "2024/03/05 14:09", list.measurements())),
+            {saveFailedMessage}},
+        {[](Finished& session) { session.manager.saveSelectedCsv(); }, {"panel csv"},
+            encodeUtf16(
+                csv.selected("山田", "2024/03/05 14:08", list.counted(), 25.75f, 20.0f, 31.5f)),
+            {saveFailedMessage}},
+        // The picture comes first, so that the panel is not on it.
+        {[](Finished& session) { session.manager.saveScreenshotAction.apply(Nothing {}); },
+            {"capture 57.5,387.25,1040.0,692.5", "panel png"}, "picture", {}},
+        {[](Finished& session) { session.manager.saveViewAsPdf(session.view); }, {"panel pdf"},
+            typeid(ListPrintView).name(), {saveFailedMessage}}};
+
     for (auto const& [run, panel, written, alerts] : saves) {
         Finished session;
-        session.saving.answer.reset();
         run(session);
         EXPECT_EQ(session.saving.log, panel) << "cancelled";
         session.saving.answer = "/folder/file";
         session.saving.diskIsFull = true;
         run(session);
-        EXPECT_EQ(session.alerts.messages, alerts);
         EXPECT_EQ(session.manager.savedPath().value(), "");
         session.saving.diskIsFull = false;
         run(session);
         EXPECT_EQ(session.saving.written, written);
         EXPECT_EQ(session.saving.log.back(), "write /folder/file");
-        EXPECT_EQ(session.alerts.messages, alerts);
+        EXPECT_EQ(session.alerts.messages, alerts) << "one for the full disk";
         EXPECT_EQ(session.manager.savedPath().value(), "/folder/file");
+        EXPECT_EQ(session.manager.isSavedAsCsv.value(), &run == &std::get<0>(saves[0]));
         session.manager.disconnectAction.apply(Nothing {});
         session.connect();
         EXPECT_EQ(session.manager.savedPath().value(), "");
+        EXPECT_FALSE(session.manager.isSavedAsCsv.value());
     }
 }
 
@@ -98,6 +84,7 @@ TEST(Saving, AsksForNoFileThatCannotBe)
     session.manager.saveSelectedCsv();
     EXPECT_TRUE(session.saving.log.empty());
     session.pdfRenderer.hasRoom = session.pdfRenderer.fails = true;
+    session.saving.answer = "/folder/file";
     session.saving.clipboard.reset();
     session.manager.saveViewAsPdf(session.view);
     session.manager.saveScreenshot();
