@@ -50,9 +50,15 @@ void QtSleepInhibitor::setInhibited(bool isInhibited)
 
 void QtSleepInhibitor::inhibitScreenSaver()
 {
+    auto const bus = m_session();
+    // A call on a bus that is not there never finishes.
+    if (!bus.isConnected()) {
+        inhibitLoginManager();
+        return;
+    }
     auto call = screenSaverCall(QStringLiteral("Inhibit"));
     call << program << reason;
-    auto* answer = new QDBusPendingCallWatcher(m_session().asyncCall(call, timeout), this);
+    auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(call, timeout), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, request = m_request] {
         answer->deleteLater();
         QDBusPendingReply<quint32> const cookie(*answer);
@@ -67,11 +73,14 @@ void QtSleepInhibitor::inhibitScreenSaver()
 
 void QtSleepInhibitor::inhibitLoginManager()
 {
+    auto const bus = m_system();
+    if (!bus.isConnected())
+        return;
     auto call = QDBusMessage::createMethodCall(QStringLiteral("org.freedesktop.login1"),
         QStringLiteral("/org/freedesktop/login1"), QStringLiteral("org.freedesktop.login1.Manager"),
         QStringLiteral("Inhibit"));
     call << QStringLiteral("sleep:idle") << program << reason << QStringLiteral("block");
-    auto* answer = new QDBusPendingCallWatcher(m_system().asyncCall(call, timeout), this);
+    auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(call, timeout), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, request = m_request] {
         answer->deleteLater();
         // A late lock goes with its answer.

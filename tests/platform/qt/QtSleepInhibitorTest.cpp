@@ -11,21 +11,24 @@ using namespace tensio;
 
 namespace {
 
-struct ScreenSaver : QDBusVirtualObject {
+// The screen saver and the login manager.
+struct Desktop : QDBusVirtualObject {
     QString log;
     uint granted = 0;
 
     QString introspect(QString const& /*path*/) const override { return {}; }
     bool handleMessage(QDBusMessage const& call, QDBusConnection const& client) override
     {
-        log += call.member() == "Inhibit" ? "+"
-                                          : "-" + QString::number(call.arguments()[0].toUInt());
-        return client.send(
-            call.member() == "Inhibit" ? call.createReply(++granted) : call.createReply());
+        if (call.member() == "UnInhibit") {
+            log += "-" + QString::number(call.arguments()[0].toUInt());
+            return client.send(call.createReply());
+        }
+        log += call.path().endsWith("login1") ? "L" : "+";
+        return client.send(call.createReply(++granted));
     }
-    bool hearsReleases(qsizetype count) const
+    bool hears(QStringList const& logs) const
     {
-        return QTest::qWaitFor([&] { return log.startsWith("++") && log.count('-') == count; });
+        return QTest::qWaitFor([&] { return logs.contains(log); });
     }
 };
 
@@ -33,21 +36,27 @@ struct ScreenSaver : QDBusVirtualObject {
 
 TEST(QtSleepInhibitor, ReleasesWhatItWasGrantedEvenWhenTheAnswerComesLate)
 {
-    ScreenSaver screenSaver;
+    Desktop desktop;
     QDBusServer server("unix:tmpdir=/tmp");
     bool isReady = false;
     QObject::connect(&server, &QDBusServer::newConnection, [&](QDBusConnection client) {
-        isReady = client.registerVirtualObject("/org/freedesktop/ScreenSaver", &screenSaver);
+        isReady
+            = client.registerVirtualObject("/org/freedesktop", &desktop, QDBusConnection::SubPath);
     });
     auto const bus = [&] { return QDBusConnection::connectToPeer(server.address(), "bus"); };
+    auto const none = [] { return QDBusConnection("none"); };
     ASSERT_TRUE(bus().isConnected() && QTest::qWaitFor([&] { return isReady; }));
-    QtSleepInhibitor inhibitor(bus, bus);
-    for (bool const isInhibited : {true, true, false, true})
-        inhibitor.setInhibited(isInhibited);
-    EXPECT_TRUE(screenSaver.hearsReleases(1));
-    inhibitor.setInhibited(false);
-    EXPECT_TRUE(screenSaver.hearsReleases(2));
-    // Which of the two requests is answered first is up to the bus.
-    EXPECT_TRUE(screenSaver.log == "++-1-2" || screenSaver.log == "++-2-1");
+    {
+        QtSleepInhibitor inhibitor(bus, none);
+        for (bool const isInhibited : {true, true, false, true})
+            inhibitor.setInhibited(isInhibited);
+        // Which of the two requests is answered first is up to the bus.
+        EXPECT_TRUE(desktop.hears({"++-1", "++-2"}));
+    }
+    EXPECT_TRUE(desktop.hears({"++-1-2", "++-2-1"}));
+    QtSleepInhibitor(none, none).setInhibited(true);
+    QtSleepInhibitor inhibitor(none, bus);
+    inhibitor.setInhibited(true);
+    EXPECT_TRUE(desktop.hears({"++-1-2L", "++-2-1L"})) << "without a screen saver";
     QDBusConnection::disconnectFromPeer("bus");
 }
