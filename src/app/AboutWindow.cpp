@@ -1,6 +1,7 @@
 #include "app/AboutWindow.h"
 
-#include "toolkit/StyleSheet.h"
+#include "toolkit/DesignFrame.h"
+#include "toolkit/WindowSize.h"
 #include "ui_About.h"
 
 #include <QCoreApplication>
@@ -12,8 +13,9 @@ AboutWindow::AboutWindow(QWidget& parent)
     , m_ui(std::make_unique<Ui::About>())
 {
     m_ui->setupUi(this);
-    // The window keeps its size, whatever the scale of the one it belongs to.
-    setStyleSheet(tensio::styleSheet(1.0));
+    auto const scale = dialogScale(sizeHint(), shownScale(parent), availableSize(parent));
+    scaleLayouts(*this, scale);
+    m_ui->iconView->setFixedSize(m_ui->iconView->minimumSize() * scale);
     m_ui->iconView->setPixmap(QIcon(QStringLiteral(":/tensio.svg"))
                                   .pixmap(m_ui->iconView->minimumSize(), devicePixelRatioF()));
     m_ui->versionLabel->setText(m_ui->versionLabel->text().arg(

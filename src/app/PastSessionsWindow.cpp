@@ -2,7 +2,7 @@
 
 #include "core/DateText.h"
 #include "core/SessionRecorder.h"
-#include "toolkit/StyleSheet.h"
+#include "toolkit/DesignFrame.h"
 #include "toolkit/WindowSize.h"
 #include "ui_PastSessions.h"
 
@@ -21,9 +21,7 @@ PastSessionsWindow::PastSessionsWindow(
     , m_ui(std::make_unique<Ui::PastSessions>())
 {
     m_ui->setupUi(this);
-    // The window keeps its size, whatever the scale of the one it belongs to.
-    setStyleSheet(tensio::styleSheet(1.0));
-    shrinkToScreen(*this);
+    scaleLayouts(*this, dialogScale(size(), shownScale(parent), availableSize(parent)));
     setUpList();
     connect(m_ui->searchInput, &QLineEdit::textChanged, this, &PastSessionsWindow::search);
     connect(m_ui->openButton, &QPushButton::clicked, this, &PastSessionsWindow::openSelected);
@@ -46,7 +44,7 @@ void PastSessionsWindow::setUpList()
     for (auto const& [column, width] : {std::pair {PastSessionsModel::Start, 150},
              {PastSessionsModel::Count, 70}, {PastSessionsModel::Best, 120},
              {PastSessionsModel::Saved, 100}, {PastSessionsModel::Simulated, 100}})
-        header.resizeSection(column, width);
+        header.resizeSection(column, qRound(width * designScale(*this)));
     header.setSectionResizeMode(PastSessionsModel::Name, QHeaderView::Stretch);
     connect(&list, &QTreeView::activated, this, &PastSessionsWindow::openSelected);
     connect(list.selectionModel(), &QItemSelectionModel::currentChanged, this,
