@@ -11,6 +11,7 @@ using namespace tensio;
 namespace {
 
 struct Place {
+    static constexpr Date time {std::chrono::microseconds(5'000'001)};
     QTemporaryDir folder;
     QDir data {folder.filePath("data")};
     QString path {data.filePath("sessions.db")};
@@ -18,11 +19,11 @@ struct Place {
     SessionId addSession(std::string const& name, float best = 30.0f)
     {
         QtSessionStore store(path);
-        auto const id = store.begin({Date(std::chrono::seconds(5)), name, 40.0f, 0.5f, true});
+        auto const id = store.begin({time, name, 40.0f, 0.5f, true});
         std::vector const points(50, best);
-        EXPECT_TRUE(store.write(id.value(), {1, best, 20.0f, {}, false, 0, points}));
-        EXPECT_TRUE(store.write(*id, {1, best, 20.0f, {}, true, 50, std::vector {-1.0f}}));
-        EXPECT_TRUE(store.write(*id, {2, best - 10.0f, 20.0f, {}, true, 0, points}));
+        EXPECT_TRUE(store.write(id.value(), {1, best, 20.0f, time, false, 0, points}));
+        EXPECT_TRUE(store.write(*id, {1, best, 20.0f, time, true, 50, std::vector {-1.0f}}));
+        EXPECT_TRUE(store.write(*id, {2, best - 10.0f, 20.0f, time, true, 0, points}));
         return *id;
     }
     QStringList filesAside() const { return data.entryList({"sessions.db.*"}); }
@@ -42,16 +43,17 @@ TEST(QtSessionStore, GivesBackWhatWasWrittenAndMarked)
     auto const first = place.addSession("Ōta 花子");
     auto const second = place.addSession("鈴木", 50.5f);
     QtSessionStore store(place.path);
+    EXPECT_TRUE(store.begin({})) << "without measurements it counts nowhere";
     auto const loaded = store.load(first);
     ASSERT_TRUE(loaded && loaded->measurements.size() == 2);
     auto const& [number, best, target, timeStamp, points] = loaded->measurements.front();
     EXPECT_EQ(points.size(), 51U);
-    EXPECT_EQ(std::tuple(number, best, target, points.back()), std::tuple(1, 30.0f, 20.0f, -1.0f));
+    EXPECT_EQ(std::tuple(number, best, target, timeStamp, points.back()),
+        std::tuple(1, 30.0f, 20.0f, Place::time, -1.0f));
     auto const [id, start, name, count, highest, isSaved, isSimulated] = store.sessions("").at(0);
-    EXPECT_EQ(std::tuple(id, name, count, highest, isSaved, isSimulated),
-        std::tuple(second, "鈴木", 2, 50.5f, false, true));
-    EXPECT_EQ(start, Date(std::chrono::seconds(5)));
-    EXPECT_EQ(store.sessions("ōta").size(), 1U);
+    EXPECT_EQ(std::tuple(id, start, name, count, highest, isSaved, isSimulated),
+        std::tuple(second, Place::time, "鈴木", 2, 50.5f, false, true));
+    EXPECT_EQ(store.sessions("ōTA").size() + store.sessions("子").size(), 2U);
     EXPECT_EQ(store.unsavedSession().value().id, second);
     EXPECT_TRUE(store.markSaved(second));
     EXPECT_FALSE(store.unsavedSession()) << "only the newest counts";
@@ -59,21 +61,28 @@ TEST(QtSessionStore, GivesBackWhatWasWrittenAndMarked)
     EXPECT_EQ(store.unsavedSession().value().id, first);
     EXPECT_TRUE(store.putAside(first));
     EXPECT_FALSE(store.unsavedSession());
-    EXPECT_TRUE(store.removeAll() && store.sessions("").empty());
+    EXPECT_EQ(store.load(first).value().measurements.at(1).points.size(), 50U);
 }
 
 TEST(QtSessionStore, IsReadableForTheUserAloneAndKeepsNothingOfWhatIsRemoved)
 {
-    Place place;
-    auto const id = place.addSession("Nobody");
     auto const others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
-    EXPECT_FALSE((QFile::permissions(place.path) | QFile::permissions(place.data.path())) & others);
-    QtSessionStore store(place.path);
-    store.remove(id);
-    for (auto const& name : place.data.entryList(QDir::Files)) {
-        QFile rest(place.data.filePath(name));
-        ASSERT_TRUE(rest.open(QIODevice::ReadOnly));
-        EXPECT_FALSE(rest.readAll().contains("Nobody")) << name.toStdString();
+    for (bool const isOneRemoved : {true, false}) {
+        Place place;
+        auto const id = place.addSession("Nobody");
+        EXPECT_FALSE(
+            (QFile::permissions(place.path) | QFile::permissions(place.data.path())) & others);
+        std::optional<QtSessionStore> store(place.path);
+        EXPECT_TRUE(isOneRemoved ? store->remove(id) : store->removeAll());
+        for (auto const& name : place.data.entryList(QDir::Files)) {
+            QFile rest(place.data.filePath(name));
+            ASSERT_TRUE(rest.open(QIODevice::ReadOnly));
+            EXPECT_FALSE(rest.readAll().contains("Nobody")) << name.toStdString();
+        }
+        store.reset();
+        SessionDatabase database(place.path);
+        for (auto const* table : {"session", "measurement", "points"})
+            EXPECT_FALSE(database.run(QString("SELECT * FROM ") + table)->next()) << table;
     }
 }
 
@@ -112,6 +121,22 @@ TEST(QtSessionStore, ReportsWhyItDoesNotOpenOrBeginsANewFile)
         EXPECT_EQ(place.filesAside().isEmpty(), *setAside == '\0') << fault;
         EXPECT_EQ(QtSessionStore(place.path).problem(), store.isOpen() ? InUse : NotOpened);
     }
+}
+
+TEST(QtSessionStore, DoesAWholeChangeOrNothingAndTriesTheNext)
+{
+    Place place;
+    auto const id = place.addSession("花子");
+    SessionDatabase(place.path)
+        .run("CREATE TRIGGER refuse BEFORE INSERT ON points "
+             "WHEN new.first = 20 BEGIN SELECT RAISE(ABORT, ''); END");
+    QtSessionStore store(place.path);
+    std::vector const points(40, 60.0f);
+    EXPECT_FALSE(store.write(id, {3, 60.0f, 20.0f, {}, true, 0, points}));
+    EXPECT_EQ(store.problem(), StoreProblem::NotWritable);
+    EXPECT_EQ(store.load(id).value().measurements.size(), 2U);
+    EXPECT_TRUE(store.write(id, {3, 40.0f, 20.0f, {}, true, 0, std::span(points).first(20)}));
+    EXPECT_EQ(store.load(id).value().summary.best, 40.0f);
 }
 
 TEST(QtSessionStore, KeepsSessionsReadableWhenAWriteMeetsDamageOrAFullDisk)
