@@ -13,7 +13,7 @@ using Points = std::vector<float>;
 
 struct Recorded : Session {
     FakeSessionStore store;
-    SessionRecorder recorder {manager, store, runLoop, clock};
+    std::optional<SessionRecorder> recorder {std::in_place, manager, store, runLoop, clock};
 
     void begin(std::string const& name, bool isSimulated = true)
     {
@@ -37,7 +37,9 @@ TEST(SessionRecorder, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
     session.begin("山田 花子");
     session.press({0.0, -3.0});
     EXPECT_TRUE(session.store.stored.empty()) << "nothing above 0 is no measurement";
-    session.press({20.0, 35.0});
+    session.receive({20.0, 35.0});
+    session.clock.date += std::chrono::minutes(1);
+    session.runLoop.advance(Seconds(2.5));
     EXPECT_EQ(session.store.finishedMeasurements, 1U);
     EXPECT_EQ(session.stored(0).points, (Points {0.0f, -3.0f, 20.0f, 35.0f}));
     EXPECT_EQ(
@@ -51,7 +53,13 @@ TEST(SessionRecorder, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
     EXPECT_EQ(session.stored(1).points, Points {10.0f}) << "less than a second is missing";
     session.runLoop.advance(Seconds(0.2));
     EXPECT_EQ(session.stored(1).points, (Points {10.0f, 11.0f, 12.0f, 13.0f}));
-    EXPECT_EQ(session.stored(1).best, 13.0f);
+    EXPECT_EQ(
+        std::tuple(session.stored(1).best, session.stored(1).target), std::tuple(13.0f, 20.0f));
+    session.receive(std::vector(1300, 9.0));
+    session.runLoop.advance(Seconds(1.0));
+    EXPECT_EQ(session.stored(1).points.size(), 1204U) << "a write must stay short";
+    session.recorder.reset();
+    EXPECT_EQ(session.stored(1).points.size(), 1304U) << "the program ends";
     auto const& summary = session.store.stored.at(1).summary;
     EXPECT_EQ(std::tuple(summary.name, summary.isSimulated), std::tuple("山田 花子", true));
 }
@@ -60,7 +68,7 @@ TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
 {
     Recorded session;
     std::vector<StoreProblem> problems;
-    auto const observing = session.recorder.problem.observeChanges(
+    auto const observing = session.recorder->problem.observeChanges(
         [&](auto problem) { problems.push_back(problem); });
     session.begin("");
     session.store.reason = StoreProblem::NoSpace;
@@ -76,7 +84,7 @@ TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     EXPECT_EQ(session.store.finishedMeasurements, 4U) << "a backlog must not stop the display";
     session.store.refusals = 100;
     session.finish();
-    EXPECT_FALSE(session.recorder.open(1)) << "what is not stored yet would be lost";
+    EXPECT_FALSE(session.recorder->open(1)) << "what is not stored yet would be lost";
     session.store.refusals = 0;
     session.runLoop.advance(Seconds(1.0));
     EXPECT_EQ(session.store.finishedMeasurements, 10U);
@@ -84,7 +92,7 @@ TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     EXPECT_EQ(session.stored(9).points, Points {30.0f});
     EXPECT_EQ(problems.size(), 4U);
     EXPECT_EQ(problems.back(), StoreProblem::None);
-    EXPECT_TRUE(session.recorder.canOpen.value());
+    EXPECT_TRUE(session.recorder->canOpen.value());
 }
 
 TEST(SessionRecorder, OpensPastSessionsThoughNothingCanBeStoredOnceTheListIsACsvFile)
@@ -97,16 +105,19 @@ TEST(SessionRecorder, OpensPastSessionsThoughNothingCanBeStoredOnceTheListIsACsv
     session.begin("花子");
     session.press({30.0});
     session.finish();
-    EXPECT_FALSE(session.recorder.open(1));
+    EXPECT_FALSE(session.recorder->open(1));
     session.saving.answer = "/file.csv";
     session.manager.saveCsv();
-    EXPECT_TRUE(session.recorder.open(1));
+    EXPECT_TRUE(session.recorder->open(1));
+    session.store.refusals = 0;
+    session.runLoop.advance(Seconds(1.0));
+    EXPECT_EQ(session.store.ended, std::vector {SessionId {1}}) << "a past session is not recorded";
 }
 
 TEST(SessionRecorder, PutsAPastSessionBackOnlyBetweenSessions)
 {
     Recorded session;
-    auto& recorder = session.recorder;
+    auto& recorder = *session.recorder;
     session.begin("山田 花子");
     session.press({20.0});
     ASSERT_FALSE(recorder.open(1));

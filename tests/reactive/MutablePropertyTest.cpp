@@ -25,21 +25,19 @@ TEST(MutableProperty, AnAssignmentDuringTheFirstCallIsDelivered)
 {
     MutableProperty source(0);
     MutableProperty target(0);
+    std::vector<int> seen;
     auto const increase = [&](int value) {
+        seen.push_back(value);
         if (value % 3 < 2)
             source.setValue(value + 1);
     };
-    auto const increasing = target.observeChanges(increase);
-    auto binding = target.bindTo(source);
-    EXPECT_EQ(target.value(), 2);
-    binding.end();
+    source.observe(increase).end();
     source.setValue(3);
-    std::vector<int> seen;
-    auto const combining = combineLatest<int, int>(source, target, [&](int value, int) {
-        seen.push_back(value);
-        increase(value);
-    });
-    EXPECT_EQ(seen, (std::vector {3, 4, 5}));
+    auto const combining
+        = combineLatest<int, int>(source, target, [&](int value, int) { increase(value); });
+    auto const binding = target.bindTo(source);
+    EXPECT_EQ(seen, (std::vector {0, 1, 2, 3, 4, 5, 5}));
+    EXPECT_EQ(target.value(), 5);
 }
 
 TEST(MutableProperty, AnObserverMayEndOthersAddOthersAndDestroyTheProperty)

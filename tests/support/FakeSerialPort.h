@@ -9,8 +9,7 @@
 namespace tensio {
 
 // A port without a line: notes what is asked of it, and plays what a test wants it to tell.
-class FakeSerialPort : public SerialPort {
-public:
+struct FakeSerialPort : SerialPort {
     explicit FakeSerialPort(std::string name)
         : m_name(std::move(name))
     {
@@ -44,8 +43,7 @@ private:
     std::string m_name;
 };
 
-class FakeSerialPortList : public SerialPortList {
-public:
+struct FakeSerialPortList : SerialPortList {
     std::vector<std::shared_ptr<SerialPort>> ports;
 
     std::vector<std::shared_ptr<SerialPort>> availablePorts() override { return ports; }

@@ -8,9 +8,9 @@
 namespace tensio {
 
 // Sessions in memory, and how many writes are refused before the next is done.
-class FakeSessionStore : public SessionStore {
-public:
+struct FakeSessionStore : SessionStore {
     std::map<SessionId, StoredSession> stored;
+    std::vector<SessionId> ended;
     std::size_t finishedMeasurements = 0;
     int refusals = 0;
     StoreProblem reason = StoreProblem::None;
@@ -38,7 +38,7 @@ public:
         finishedMeasurements += part.isFinished ? 1 : 0;
         return true;
     }
-    bool end(SessionId, Date) override { return true; }
+    bool end(SessionId session, Date) override { return ended.push_back(session), true; }
 
     bool markSaved(SessionId session) override { return stored[session].summary.isSaved = true; }
     bool putAside(SessionId session) override { return (m_aside = session) != 0; }

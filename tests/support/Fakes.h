@@ -16,8 +16,7 @@
 
 namespace tensio {
 
-class ManualClock : public Clock {
-public:
+struct ManualClock : Clock {
     // In whatever time zone the tests run.
     Date date {localTime("2024-03-05 14:07:09")};
 
@@ -32,8 +31,7 @@ public:
     }
 };
 
-class MemoryUserDefaults : public UserDefaults {
-public:
+struct MemoryUserDefaults : UserDefaults {
     explicit MemoryUserDefaults(std::map<std::string, float> settings)
         : stored(std::move(settings))
     {
@@ -50,8 +48,7 @@ public:
     void synchronize() override { ++synchronizations; }
 };
 
-class FakeAlerts : public Alerts {
-public:
+struct FakeAlerts : Alerts {
     std::vector<std::string> messages;
     std::size_t answer = 0;
     std::function<void()> whileOpen;
@@ -66,8 +63,7 @@ public:
     }
 };
 
-class FakeMenu : public Menu {
-public:
+struct FakeMenu : Menu {
     std::vector<MenuItem> items;
 
     void removeAllItems() override { items.clear(); }
@@ -88,8 +84,7 @@ public:
 };
 
 // Makes a file that says what kind of view it was made of.
-class FakePdfRenderer : public PdfRenderer {
-public:
+struct FakePdfRenderer : PdfRenderer {
     bool hasRoom = true;
     bool fails = false;
 
@@ -101,11 +96,10 @@ public:
 };
 
 // Panel, disk and screen at once, so that the order of what is asked of them can be seen.
-class FakeSaving
-    : public SavePanel
-    , public FileWriter
-    , public Screen {
-public:
+struct FakeSaving
+    : SavePanel
+    , FileWriter
+    , Screen {
     std::vector<std::string> log;
     std::optional<std::string> answer;
     std::string written;

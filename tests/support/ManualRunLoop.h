@@ -10,8 +10,7 @@
 namespace tensio {
 
 // Virtual time: nothing happens until advance().
-class ManualRunLoop : public RunLoop {
-public:
+struct ManualRunLoop : RunLoop {
     Seconds now() const override { return m_now; }
 
     Subscription scheduleAfter(Seconds delay, std::function<void()> work) override
@@ -64,12 +63,10 @@ private:
     {
         // Sums of 0.05 s must meet a timer of 1.0 s in spite of rounding.
         constexpr Seconds tolerance {1e-9};
-        std::shared_ptr<Timer> next;
-        for (auto const& timer : m_timers) {
-            if (timer->due <= end + tolerance && (!next || timer->due < next->due))
-                next = timer;
-        }
-        return next;
+        auto const next
+            = std::ranges::min_element(m_timers, {}, [](auto const& timer) { return timer->due; });
+        bool const isDue = next != m_timers.end() && (*next)->due <= end + tolerance;
+        return isDue ? *next : nullptr;
     }
 
     Seconds m_now {0.0};
