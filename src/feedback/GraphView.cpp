@@ -16,8 +16,8 @@ namespace tensio {
 
 namespace {
 
-// Half a frame of the screen; the other half belongs to the rest of the window.
-constexpr Seconds frameBudget {0.008};
+// A third of a frame of the screen, as one strip of noise can take another third.
+constexpr Seconds frameBudget {0.005};
 // Out of sight. A widget's place is whole pixels, which cannot be infinite.
 constexpr double farAway = 1e6;
 

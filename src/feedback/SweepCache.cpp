@@ -28,9 +28,9 @@ SweepCache::SweepCache(Plotter const& plotter, QSize size, QTransform const& toD
     : m_toUnits(plotter.toUnits())
     , m_toDevice(toDevice)
     , m_picture(size, QImage::Format_ARGB32_Premultiplied)
+    , m_below(size, m_picture.format())
 {
     m_picture.fill(Qt::transparent);
-    m_below = m_picture;
 }
 
 bool SweepCache::fits(Plotter const& plotter, QSize size, QTransform const& toDevice) const
@@ -47,21 +47,18 @@ SweepCache SweepCache::stretched(
     painter.setTransform(
         (m_toUnits * m_toDevice).inverted() * (cache.m_toUnits * cache.m_toDevice));
     painter.drawImage(0, 0, m_picture);
-    painter.end();
-    cache.m_below = cache.m_picture;
     return cache;
 }
 
 bool SweepCache::catchUp(Plotter const& plotter, std::function<bool()> const& isTimeOver)
 {
-    for (auto const& sweeps = plotter.paths();; beginSweep(m_sweep + 1)) {
-        auto const count = sweeps[m_sweep].count;
-        while (m_points < count) {
-            stroke(plotter, std::min(m_points + pointsPerStrip(), count));
+    for (auto const newest = plotter.paths().size() - 1;; beginSweep(m_sweep + 1)) {
+        bool const isEnding = m_sweep == newest || m_points > 0;
+        while (isEnding ? strokeNew(plotter) : strokeFinished(plotter)) {
             if (isTimeOver())
                 return false;
         }
-        if (m_sweep + 1 == sweeps.size())
+        if (m_sweep == newest)
             return true;
     }
 }
@@ -74,7 +71,6 @@ void SweepCache::skipToNewest(Plotter const& plotter)
     auto const count = sweeps[newest].count;
     auto const first = count - std::min(count, pointsPerStrip());
     if (m_sweep < newest || m_points < first) {
-        m_below = m_picture;
         beginSweep(newest);
         m_points = first;
     }
@@ -89,35 +85,60 @@ std::size_t SweepCache::pointsPerStrip() const
 
 void SweepCache::beginSweep(std::size_t sweep)
 {
-    finishColumns(m_picture.width());
     m_sweep = sweep;
     m_points = 0;
     m_column = 0;
 }
 
-void SweepCache::stroke(Plotter const& plotter, std::size_t end)
+// Strokes the next points of a sweep that may go on. Returns false if there are none.
+bool SweepCache::strokeNew(Plotter const& plotter)
 {
+    auto const count = plotter.paths()[m_sweep].count;
+    if (m_points == count)
+        return false;
+    auto const end = std::min(m_points + pointsPerStrip(), count);
     auto const ink = m_toDevice.mapRect(plotter.addedInk(m_sweep, m_points, end));
     auto const area = ink.toAlignedRect() & m_picture.rect();
     m_points = end;
     if (area.isEmpty())
-        return;
-    m_changed |= area;
-    // No later point touches the columns before.
-    if (area.left() - m_column >= stripColumns)
-        finishColumns(area.left());
+        return true;
+    if (area.right() >= m_column) {
+        auto const next = area.right() + stripColumns;
+        QRect const untouched(m_column, 0, next - m_column, m_picture.height());
+        copyPixels(m_below, m_picture, untouched & m_picture.rect());
+        m_column = next;
+    }
     copyPixels(m_picture, m_below, area);
-    QPainter painter(&m_picture);
+    stroke(plotter, end, area);
+    return true;
+}
+
+// Strokes the next columns of a sweep that was full before its first point was stroked. Returns
+// false if there are none.
+bool SweepCache::strokeFinished(Plotter const& plotter)
+{
+    auto const count = plotter.paths()[m_sweep].count;
+    auto const lastInk = m_toDevice.mapRect(plotter.addedInk(m_sweep, count, count));
+    QRect const strip(m_column, 0, stripColumns, m_picture.height());
+    auto const area = strip & m_picture.rect();
+    if (area.isEmpty() || m_column >= lastInk.right())
+        return false;
+    m_column += stripColumns;
+    stroke(plotter, count, area);
+    return true;
+}
+
+void SweepCache::stroke(Plotter const& plotter, std::size_t end, QRect area)
+{
+    m_changed |= area;
+    // Ends with the area: the painter spends most of its time on what a clip hides on the right.
+    QImage columns(m_picture.bits(), area.right() + 1, m_picture.height(), m_picture.bytesPerLine(),
+        m_picture.format());
+    QPainter painter(&columns);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setClipRect(area);
     painter.setTransform(m_toDevice);
     plotter.draw(painter, m_sweep, end, m_toDevice.inverted().mapRect(QRectF(area)));
-}
-
-void SweepCache::finishColumns(int end)
-{
-    copyPixels(m_below, m_picture, QRect(m_column, 0, end - m_column, m_picture.height()));
-    m_column = end;
 }
 
 } // namespace tensio

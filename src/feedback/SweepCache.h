@@ -37,8 +37,9 @@ public:
 
 private:
     std::size_t pointsPerStrip() const;
-    void stroke(Plotter const& plotter, std::size_t end);
-    void finishColumns(int end);
+    bool strokeNew(Plotter const& plotter);
+    bool strokeFinished(Plotter const& plotter);
+    void stroke(Plotter const& plotter, std::size_t end, QRect area);
     void beginSweep(std::size_t sweep);
 
     QTransform m_toUnits;
@@ -46,11 +47,12 @@ private:
     QImage m_picture;
     QRegion m_changed;
     std::size_t m_sweep = 0;
-    // How many points of that sweep are in the picture.
+    // How many of its points are in the picture; 0 while a finished sweep is stroked by columns.
     std::size_t m_points = 0;
-    // The picture without that sweep, from this column on.
-    QImage m_below;
+    // From this column on, the picture is without that sweep.
     int m_column = 0;
+    // The picture without that sweep, in the columns that its next points change.
+    QImage m_below;
 };
 
 } // namespace tensio
