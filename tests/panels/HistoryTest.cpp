@@ -123,11 +123,6 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
     EXPECT_EQ(strip.page(), "[3]4567") << "at the end where its own left the page";
     click(strip.view, "backButton");
     EXPECT_EQ(strip.page(), "2[3]456");
-    auto const* stop = &find<QWidget>(strip.view, "backButton");
-    for (auto const* tile : strip.tiles()) {
-        stop = stop->nextInFocusChain();
-        EXPECT_EQ(stop, tile);
-    }
     strip.finish();
     strip.session.connect();
     EXPECT_EQ(strip.page(), "");
@@ -135,7 +130,9 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
 
 TEST(SessionNotices, MarksASimulatedSessionAndTakesAProblemAway)
 {
-    for (bool const isSimulated : {true, false}) {
+    for (auto const& [isSimulated, kind, words] :
+        {std::tuple {true, StoreProblem::NoSpace, QStringLiteral("空き容量")},
+            {false, StoreProblem::Damaged, QStringLiteral("壊れ")}}) {
         Session session;
         FakeSessionStore store;
         store.begin({{}, "山田", 30.0f, 1.0f, isSimulated});
@@ -144,12 +141,10 @@ TEST(SessionNotices, MarksASimulatedSessionAndTakesAProblemAway)
         QWidget problem;
         SessionNotices const notices(session.manager, recorder, store, unsaved, problem);
         EXPECT_EQ(find<QLabel>(unsaved, "unsavedSimulatedLabel").isVisible(), isSimulated);
-        for (auto const& [kind, words] :
-            {std::pair {StoreProblem::NoSpace, QStringLiteral("空き容量")},
-                {StoreProblem::Damaged, QStringLiteral("壊れ")}, {StoreProblem::None, QString()}}) {
-            recorder.problem.setValue(kind);
-            EXPECT_TRUE(find<QLabel>(problem, "storeProblemLabel").text().contains(words));
-            EXPECT_EQ(problem.isVisible(), kind != StoreProblem::None);
-        }
+        recorder.problem.setValue(kind);
+        EXPECT_TRUE(find<QLabel>(problem, "storeProblemLabel").text().contains(words));
+        EXPECT_TRUE(problem.isVisible());
+        recorder.problem.setValue(StoreProblem::None);
+        EXPECT_FALSE(problem.isVisible());
     }
 }

@@ -1,3 +1,4 @@
+#include "controls/OrvMenuItemView.h"
 #include "controls/PopUpButton.h"
 #include "panels/InfoControlsViewController.h"
 #include "support/Session.h"
@@ -6,6 +7,7 @@
 
 #include <QLabel>
 #include <QMenu>
+#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -65,7 +67,11 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
         panel.click(button);
     auto& percent = find<PopUpButton>(panel.window, "percentPopup");
     EXPECT_EQ(percent.text(), QStringLiteral("100%"));
-    percent.menu()->actions().at(3)->trigger();
+    percent.menu()->popup(QPoint());
+    auto* const row = percent.menu()->findChildren<OrvMenuItemView*>().at(3);
+    EXPECT_EQ(row->size(), QSize(percent.width(), 28));
+    QTest::mouseRelease(row, Qt::LeftButton);
+    EXPECT_FALSE(percent.menu()->isVisible());
     EXPECT_EQ(percent.text(), QStringLiteral("70%"));
     EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 70 %");
     EXPECT_EQ(panel.text("targetPressureLabel"), "21.1");

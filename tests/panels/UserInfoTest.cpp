@@ -128,16 +128,12 @@ TEST(UserInfo, StoresTheEntriesWhenThePortOpensWhileTheDialogIsOpen)
 TEST(UserInfo, ANameStaysOneCellOfATable)
 {
     Dialog dialog;
-    auto const pasted = [&](QString const& text) {
-        QGuiApplication::clipboard()->setText(text);
+    for (auto const& [cursor, pasted, after] :
+        {std::tuple {0, "\n\t山田\r\n花子\r\n", 5}, {3, "\r\n", 4}, {6, "\u2028", 6}}) {
+        dialog.name().setCursorPosition(cursor);
+        QGuiApplication::clipboard()->setText(QString::fromUtf8(pasted));
         dialog.name().paste();
-        return std::pair(dialog.name().text(), dialog.name().cursorPosition());
-    };
-    EXPECT_EQ(
-        pasted(QStringLiteral("\n\t山田\r\n花子\r\n")), std::pair(QStringLiteral("山田 花子"), 5));
-    dialog.name().setCursorPosition(3);
-    EXPECT_EQ(pasted(QStringLiteral("\u2028")).second, 4);
-    dialog.name().clear();
-    auto const spaced = QStringLiteral(" 山田　花子 ");
-    EXPECT_EQ(pasted(spaced).first, spaced);
+        EXPECT_EQ(dialog.name().cursorPosition(), after);
+    }
+    EXPECT_EQ(dialog.name().text(), QStringLiteral("山田  花子"));
 }

@@ -11,6 +11,7 @@
 #include <QDialog>
 #include <QFile>
 #include <QLabel>
+#include <QPageRanges>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QTemporaryDir>
@@ -47,10 +48,10 @@ struct Preview {
     QPageLayout pageLayout {defaultPageLayout()};
     PrintPreviewController controller {session.manager, panels, session.alerts, pageLayout, parent};
 
-    explicit Preview(int measurements = 70)
+    Preview()
     {
         session.connect();
-        for (int press = 0; press < measurements; ++press)
+        for (int press = 0; press < 70; ++press)
             session.press({20.0});
         session.manager.disconnectAction.apply(Nothing {});
     }
@@ -76,7 +77,9 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     auto const& window = find<QDialog>(preview.parent, "PrintPreview");
     EXPECT_EQ(window.size().boundedTo(availableSize(window)), window.size());
     EXPECT_EQ(window.size().expandedTo(window.minimumSizeHint()), window.size()) << "uncut";
-    EXPECT_EQ(find(window, "gridButton").width(), qRound(116 * designScale(window)));
+    auto const choice = preview.button("listButton").grab().toImage();
+    EXPECT_EQ(choice.width(), qRound(116 * designScale(window)));
+    EXPECT_EQ(choice.pixel(choice.width() - 2, 1), choice.pixel(1, 1)) << "a round end, too";
     preview.button("nextButton").setFocus();
     preview.click("nextButton");
     EXPECT_EQ(preview.position(), "2 / 2 ページ");
@@ -84,51 +87,62 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     preview.click("gridButton");
     EXPECT_EQ(preview.position(), "2 / 8 ページ");
 
+    int zoom = 0;
+    for (auto const* button : {"fitPageButton", "fitWidthButton", "zoomInButton"}) {
+        preview.click(button);
+        auto const now = find<QLabel>(preview.parent, "zoomLabel").text().chopped(1).toInt();
+        EXPECT_LT(std::exchange(zoom, now), now) << button;
+    }
     preview.session.manager.measurementList.measurements()[3]->isCounted.setValue(true);
     preview.controller.show(ReportKind::Selected);
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
     EXPECT_TRUE(preview.button("selectedButton").isChecked());
-    EXPECT_FALSE(preview.button("listButton").isChecked());
 }
 
-TEST(PrintPreview, SavesAndPrintsWhatItShows)
+TEST(PrintPreview, SavesAndPrintsTheChosenPagesOfWhatItShows)
 {
     QTemporaryDir folder;
     auto const file = folder.filePath(QStringLiteral("printed.pdf"));
     Preview preview;
-    preview.panels.change = [&](QPrinter& printer) { printer.setOutputFileName(file); };
+    preview.panels.change = [&](QPrinter& printer) {
+        printer.setOutputFileName(file);
+        printer.setPageRanges(QPageRanges::fromString(QStringLiteral("8")));
+    };
     preview.session.saving.answer = "/folder/file";
     bool isClosed = false;
     QObject::connect(
         &preview.controller, &PrintPreviewController::closed, [&] { isClosed = true; });
-    preview.controller.show(ReportKind::Grid);
+    preview.controller.show(ReportKind::List);
+    preview.click("gridButton");
     preview.click("savePdfButton");
-    EXPECT_EQ(preview.session.saving.log.back(), "write /folder/file");
+    EXPECT_NE(preview.session.saving.written.find("GridPrintView"), std::string::npos);
     preview.click("printButton");
     QFile printed(file);
     ASSERT_TRUE(printed.open(QIODevice::ReadOnly));
     auto const text = pdfText(printed.readAll().toStdString());
     EXPECT_NE(text.find("計測回数： 70回目"), std::string::npos) << text;
+    EXPECT_EQ(text.find("計測回数： 63回目"), std::string::npos) << "page 7: " << text;
     EXPECT_TRUE(isClosed) << "so that the report can be dropped";
 }
 
 TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
 {
     Preview preview;
+    auto const& messages = preview.session.alerts.messages;
     preview.controller.show(ReportKind::List);
     preview.panels.printers = false;
     preview.click("printButton");
-    EXPECT_NE(
-        preview.session.alerts.messages.at(0).find("プリンターがありません"), std::string::npos);
+    EXPECT_NE(messages.at(0).find("プリンターがありません"), std::string::npos);
     preview.panels.printers = true;
     preview.panels.change
         = [](QPrinter& printer) { printer.setPageSize(QPageSize(QPageSize::A7)); };
-    preview.click("printButton");
-    EXPECT_EQ(preview.session.alerts.messages.back(), paperTooSmallMessage);
-    preview.pageLayout = defaultPageLayout();
-    preview.click("pageSetupButton");
+    for (auto const* button : {"printButton", "pageSetupButton"}) {
+        preview.pageLayout = defaultPageLayout();
+        preview.click(button);
+        EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A7) << "for PDF files, too";
+    }
+    EXPECT_EQ(messages.back(), paperTooSmallMessage);
     preview.position();
-    EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A7) << "for PDF files, too";
     EXPECT_TRUE(find<QLabel>(preview.parent, "messageLabel").isVisible());
     EXPECT_FALSE(find<QPrintPreviewWidget>(preview.parent).isVisible()) << "pages of another paper";
     EXPECT_FALSE(preview.button("printButton").isEnabled());

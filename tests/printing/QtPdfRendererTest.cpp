@@ -52,18 +52,17 @@ TEST(QtPdfRenderer, PaginatesForTheCurrentPaper)
 
 TEST(QtPrintCanvas, CondensesATextIntoItsCell)
 {
-    PrintRect const cell {20.0, 20.0, 40.0, 24.0};
+    QImage paper(80, 64, QImage::Format_RGB32);
+    paper.fill(Qt::white);
+    auto const blank = paper.copy();
+    QPainter painter(&paper);
     for (auto const* text : {"山", "齋藤鷹一郎左衛門尉殿",
              "👨‍👩‍👧‍👦👨‍👩‍👧‍👦👨‍👩‍👧‍👦"}) {
         for (auto const alignment :
             {TextAlignment::Left, TextAlignment::Centre, TextAlignment::Right}) {
-            QImage paper(80, 64, QImage::Format_RGB32);
-            paper.fill(Qt::white);
-            auto const blank = paper.copy();
-            QPainter painter(&paper);
-            QtPrintCanvas(&painter).drawText(cell, 14.0, alignment, text);
+            QtPrintCanvas(&painter).drawText({20.0, 20.0, 40.0, 24.0}, 14.0, alignment, text);
             EXPECT_NE(paper, blank) << text;
-            painter.fillRect(QRectF(cell.x, cell.y, cell.width, cell.height), Qt::white);
+            painter.fillRect(20, 20, 40, 24, Qt::white);
             EXPECT_EQ(paper, blank) << text;
         }
     }
