@@ -13,11 +13,9 @@ namespace {
 struct Gathering {
     ManualRunLoop runLoop;
     std::vector<std::string> chunks;
-    std::string joined;
     std::vector<float> read;
     RecordGatherer gatherer {runLoop, deviceRecordFormat, [this](std::string_view chunk) {
                                  chunks.emplace_back(chunk);
-                                 joined += chunk;
                                  std::ranges::copy(readRecords(chunk), std::back_inserter(read));
                              }};
 
@@ -42,7 +40,6 @@ TEST(RecordGatherer, LosesNoRecordHoweverTheReadsFall)
             gathering.receive(stream.substr(begin, end - begin), end % 2 == 0 ? 0.019 : 1.5);
             begin = end;
         }
-        ASSERT_EQ(gathering.joined, stream) << "cuts " << cuts;
         ASSERT_EQ(gathering.read, (std::vector {10.1f, -20.2f, 30.3f})) << "cuts " << cuts;
         ASSERT_EQ(gathering.runLoop.liveTimers(), 0U);
     }
@@ -98,9 +95,9 @@ TEST(RecordGatherer, FlushesDiscardsAndLimitsItsBuffer)
     EXPECT_EQ(gathering.chunks.size(), 1U) << "complete records do not wait";
     gathering.gatherer.flush();
     gathering.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(gathering.joined, "+0202b+02");
     gathering.gatherer.receive("x");
     for (std::size_t bytes = 0; bytes < RecordGatherer::maxBufferSize; bytes += 6)
         gathering.gatherer.receive("xxxxxx");
     EXPECT_EQ(gathering.chunks.size(), 3U) << "noise without a pause";
+    EXPECT_EQ(gathering.chunks[1], "+02");
 }

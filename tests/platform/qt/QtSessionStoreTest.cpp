@@ -1,5 +1,7 @@
 #include "platform/qt/QtSessionStore.h"
 
+#include "platform/qt/QtSaving.h"
+
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
@@ -26,12 +28,12 @@ struct Place {
         EXPECT_TRUE(store.write(*id, {2, best - 10.0f, 20.0f, time, true, 0, points}));
         return *id;
     }
-    QStringList filesAside() const { return data.entryList({"sessions.db.*"}); }
-    void spoil(QByteArray const& bytes, qint64 from) const
+    QString filesAside() const { return data.entryList({"sessions.db.*"}).join(' '); }
+    void run(std::vector<char const*> const& statements) const
     {
-        QFile file(path);
-        ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(from));
-        file.write(bytes);
+        SessionDatabase database(path);
+        for (auto const* statement : statements)
+            EXPECT_TRUE(database.run(statement)) << statement;
     }
 };
 
@@ -43,6 +45,7 @@ TEST(QtSessionStore, GivesBackWhatWasWrittenAndMarked)
     auto const first = place.addSession("Ōta 花子");
     auto const second = place.addSession("鈴木", 50.5f);
     QtSessionStore store(place.path);
+    EXPECT_EQ(QtSessionStore(place.path).problem(), StoreProblem::InUse);
     EXPECT_TRUE(store.begin({})) << "without measurements it counts nowhere";
     auto const loaded = store.load(first);
     ASSERT_TRUE(loaded && loaded->measurements.size() == 2);
@@ -89,37 +92,29 @@ TEST(QtSessionStore, IsReadableForTheUserAloneAndKeepsNothingOfWhatIsRemoved)
 TEST(QtSessionStore, ReportsWhyItDoesNotOpenOrBeginsANewFile)
 {
     using enum StoreProblem;
-    auto const run = [](char const* statement) {
-        return [=](Place& place) { SessionDatabase(place.path).run(statement); };
-    };
     struct {
-        char const* fault;
         std::function<void(Place&)> plant;
         StoreProblem problem;
-        char const* setAside;
+        char const* filesAside;
     } const rows[] {
-        {"no fault", [](Place&) {}, None, ""},
-        {"no database", [](Place& place) { place.spoil("garbage", 0); }, DamagedSetAside,
-            "damaged"},
-        {"a spoilt page", [](Place& place) { place.spoil(QByteArray(4096, 'x'), 4096); },
-            DamagedSetAside, "damaged"},
-        {"no tables", run("DROP TABLE points"), DamagedSetAside, "damaged"},
-        {"a newer program", run("PRAGMA user_version = 2"), NewerSetAside, "newer"},
-        {"a folder in its place",
-            [](Place& place) { QFile::remove(place.path) && place.data.mkdir("sessions.db"); },
+        {[](Place& place) { QtFileWriter().writeAtomically(place.path.toStdString(), "garbage"); },
+            DamagedSetAside, "sessions.db.damaged"},
+        {[](Place& place) { place.run({"DROP TABLE points"}); }, DamagedSetAside,
+            "sessions.db.damaged"},
+        {[](Place& place) { place.run({"PRAGMA user_version = 2"}); }, NewerSetAside,
+            "sessions.db.newer"},
+        {[](Place& place) { QFile::remove(place.path) && place.data.mkdir("sessions.db"); },
             NotOpened, ""},
     };
-    for (auto const& [fault, plant, problem, setAside] : rows) {
+    for (auto const& [plant, problem, filesAside] : rows) {
         Place place;
         place.addSession("花子");
         plant(place);
         QtSessionStore store(place.path);
-        EXPECT_EQ(store.problem(), problem) << fault;
-        EXPECT_EQ(store.isOpen(), problem != NotOpened) << fault;
-        EXPECT_EQ(store.begin({}).has_value(), store.isOpen()) << fault;
-        EXPECT_TRUE(place.filesAside().join(' ').contains(setAside)) << fault;
-        EXPECT_EQ(place.filesAside().isEmpty(), *setAside == '\0') << fault;
-        EXPECT_EQ(QtSessionStore(place.path).problem(), store.isOpen() ? InUse : NotOpened);
+        EXPECT_EQ(store.problem(), problem);
+        EXPECT_EQ(store.isOpen(), problem != NotOpened);
+        EXPECT_EQ(store.begin({}).has_value(), store.isOpen());
+        EXPECT_EQ(place.filesAside().section('-', 0, 0), filesAside);
     }
 }
 
@@ -127,9 +122,8 @@ TEST(QtSessionStore, DoesAWholeChangeOrNothingAndTriesTheNext)
 {
     Place place;
     auto const id = place.addSession("花子");
-    SessionDatabase(place.path)
-        .run("CREATE TRIGGER refuse BEFORE INSERT ON points "
-             "WHEN new.first = 20 BEGIN SELECT RAISE(ABORT, ''); END");
+    place.run({"CREATE TRIGGER refuse BEFORE INSERT ON points "
+               "WHEN new.first = 20 BEGIN SELECT RAISE(ABORT, ''); END"});
     QtSessionStore store(place.path);
     std::vector const points(40, 60.0f);
     EXPECT_FALSE(store.write(id, {3, 60.0f, 20.0f, {}, true, 0, points}));
@@ -143,15 +137,10 @@ TEST(QtSessionStore, KeepsSessionsReadableWhenAWriteMeetsDamageOrAFullDisk)
 {
     Place place;
     auto const id = place.addSession("花子");
-    qint64 damaged = 0;
-    {
-        SessionDatabase database(place.path);
-        database.run("CREATE INDEX names ON session (name)");
-        auto* const page = database.run("SELECT rootpage FROM sqlite_schema WHERE name = 'names'");
-        ASSERT_TRUE(page && page->next());
-        damaged = page->value(0).toLongLong();
-    }
-    place.spoil(QByteArray(4096, 'x'), (damaged - 1) * 4096);
+    // The table's page is none of an index.
+    place.run({"CREATE INDEX names ON session (name)", "PRAGMA writable_schema = ON",
+        "UPDATE sqlite_schema SET rootpage = (SELECT rootpage FROM sqlite_schema WHERE name = "
+        "'session') WHERE name = 'names'"});
     {
         QtSessionStore store(place.path);
         EXPECT_FALSE(store.begin({}));
@@ -159,7 +148,7 @@ TEST(QtSessionStore, KeepsSessionsReadableWhenAWriteMeetsDamageOrAFullDisk)
         EXPECT_FALSE(store.putAside(id)) << "nothing more is written into a damaged file";
         EXPECT_EQ(store.load(id).value().measurements.size(), 2U);
     }
-    EXPECT_TRUE(place.filesAside().join(' ').contains("damaged"));
+    EXPECT_TRUE(place.filesAside().contains("damaged"));
     SessionDatabase database(place.path);
     database.run("PRAGMA max_page_count = 1");
     database.change(SessionDatabase::Durability::ProgramEnd,
