@@ -1,12 +1,14 @@
 #include "StreamCheck.h"
 
 #include "core/DeviceRecord.h"
+#include "core/NumberText.h"
 #include "platform/RecordGatherer.h"
 #include "support/Session.h"
 
+#include <algorithm>
 #include <array>
-#include <charconv>
-#include <cmath>
+#include <bit>
+#include <utility>
 
 namespace tensio::fuzz {
 
@@ -24,35 +26,20 @@ unsigned takeByte(std::string_view& bytes)
     return bytes.empty() ? 0U : static_cast<unsigned char>(take(bytes, 1).front());
 }
 
-bool isSame(float left, float right)
-{
-    return left == right || (std::isnan(left) && std::isnan(right));
-}
-
-// The cells of a file that is UTF-16, or of as much of it as is.
+// The cells of a UTF-16 file, with a question mark for what is not ASCII.
 std::vector<std::vector<std::string>> cellsOf(std::string_view csv)
 {
     std::vector<std::vector<std::string>> rows(1, std::vector<std::string>(1));
     for (std::size_t at = 2; at + 1 < csv.size(); at += 2) {
-        // Only ASCII is looked at; the rest stands for itself.
         auto const unit = csv[at + 1] == 0 ? csv[at] : '?';
         if (unit == '\t')
             rows.back().emplace_back();
         else if (unit == '\n')
             rows.emplace_back(1);
-        else if (unit != '\r')
+        else
             rows.back().back() += unit;
     }
     return rows;
-}
-
-bool reads(std::string const& cell, float value)
-{
-    float found = 0.0f;
-    auto const* const end = cell.data() + cell.size();
-    auto const result = std::from_chars(cell.data(), end, found, std::chars_format::fixed);
-    return result.ec == std::errc() && result.ptr == end
-        && (isSame(found, value) || std::abs(found - value) <= 0.0501f + std::abs(value) * 1e-6f);
 }
 
 // Around the silence that ends an incomplete record (20 ms) and the tick that ends a press.
@@ -63,131 +50,118 @@ double pauseOf(unsigned head)
 }
 
 // A session behind a port's gatherer, set up by a fuzzer's first byte, in virtual time.
-class Line {
-public:
-    std::vector<std::pair<double, float>> readings;
-    // The first property that did not hold.
-    std::string broken;
-
+struct Line : Session {
     explicit Line(std::string_view& bytes)
-        : m_setUp(takeByte(bytes))
+        : setUp(takeByte(bytes))
     {
         constexpr std::array targets {30.0f, 42.5f, 10.0f, 80.0f};
         constexpr std::array percents {1.0f, 0.8f, 0.01f, 0.7f};
-        auto const percent = percents.at(m_setUp >> 3U & 3U);
-        m_session.connect(targets.at(m_setUp >> 1U & 3U));
-        m_session.manager.username.setValue("氏\t名𠮷");
-        m_session.manager.changeTargetPressurePercentAction.apply(percent);
-        m_target = m_session.manager.targetPressure.value() * percent;
-        m_observing = m_session.manager.serialPortManager.pressure.observeChanges(
-            [this](float pressure) { checkReading(pressure); });
+        auto const percent = percents.at(setUp >> 3U & 3U);
+        connect(targets.at(setUp >> 1U & 3U));
+        manager.username.setValue("氏\t名𠮷");
+        manager.changeTargetPressurePercentAction.apply(percent);
+        target = manager.targetPressure.value() * percent;
     }
 
-    bool endsByPulling() const { return (m_setUp & 1U) != 0; }
-    bool probesEveryPause() const { return (m_setUp & 32U) != 0; }
+    unsigned const setUp;
+    bool const endsByPulling = (setUp & 1U) != 0;
+    bool const probesEveryPause = (setUp & 32U) != 0;
+    float target = 0.0f;
+    std::vector<std::pair<double, float>> readings;
+    // The first property that did not hold.
+    std::string broken;
+    RecordGatherer gatherer {runLoop, deviceRecordFormat,
+        [this](std::string_view chunk) { port->delegate->serialPortDidReceiveData(chunk); }};
+    Subscription observing {
+        manager.serialPortManager.pressure.observeChanges([this](float pressure) {
+            readings.emplace_back(runLoop.now().count(), pressure);
+            require(manager.currentPressure.value() == (pressure > 0.0f ? pressure : 0.0f),
+                "what is shown is the reading, never below 0");
+        })};
 
     void require(bool holds, char const* property)
     {
         if (!holds && broken.empty())
             broken = property;
     }
-    void pause(double seconds) { m_session.runLoop.advance(Seconds(seconds)); }
-    void write(std::string_view bytes)
+    void write(double pauseSeconds, std::string_view bytes)
     {
+        runLoop.advance(Seconds(pauseSeconds));
         if (!bytes.empty())
-            m_gatherer.receive(bytes);
+            gatherer.receive(bytes);
     }
     void probe()
     {
-        pause(0.025);
-        auto const before = readings.size();
-        write(deviceRecord(12.3));
-        require(readings.size() == before + 1 && readings.back().second == 12.3f,
+        write(0.025, {});
+        auto const read = readings.size();
+        write(0.0, deviceRecord(12.3));
+        require(readings.size() == read + 1 && readings.back().second == 12.3f,
             "after 25 ms of silence a record is read");
     }
     std::string end()
     {
-        if (endsByPulling()) {
-            m_gatherer.flush();
-            m_session.port->playLoss();
+        if (endsByPulling) {
+            gatherer.flush();
+            port->playLoss();
         } else {
-            m_gatherer.discard();
-            m_session.manager.disconnectAction.apply(Nothing {});
+            gatherer.discard();
+            manager.disconnectAction.apply(Nothing {});
         }
-        require(m_session.runLoop.liveTimers() == 1, "no timer but the clock's is left");
+        require(runLoop.liveTimers() == 1, "no timer but the clock's is left");
         checkMeasurements();
         checkFile();
         return broken;
     }
 
-private:
-    void checkReading(float pressure)
-    {
-        readings.emplace_back(m_session.runLoop.now().count(), pressure);
-        // Three characters and a tenth say at most nine billion.
-        require(!std::isfinite(pressure) || std::abs(pressure) < 9.1e9f,
-            "a reading is one that a record can say");
-        require(
-            isSame(m_session.manager.currentPressure.value(), pressure > 0.0f ? pressure : 0.0f),
-            "what is shown is the reading, never below 0");
-    }
     void checkMeasurements()
     {
-        auto measurements = m_session.manager.measurementList.measurements();
+        auto measurements = manager.measurementList.measurements();
         auto const finished = std::ssize(measurements);
-        measurements.push_back(m_session.manager.measurement);
+        measurements.push_back(manager.measurement);
         int number = 0;
+        double last = -1.0;
         auto reading = readings.begin();
         for (auto const& measurement : measurements) {
             float best = 0.0f;
-            bool isFirst = true;
+            double shortest = 0.999;
             for (auto const point : *measurement->pressurePoints) {
-                if (reading == readings.end() || !isSame(reading->second, point))
+                if (reading == readings.end()
+                    || std::bit_cast<unsigned>(reading->second) != std::bit_cast<unsigned>(point))
                     return require(false, "every reading stands in one measurement, in order");
-                auto const gap = reading == readings.begin()
-                    ? 1.0
-                    : reading->first - std::prev(reading)->first;
-                require(isFirst ? gap > 0.999 : gap < 2.001 || best == 0.0f,
+                auto const gap = reading->first - std::exchange(last, reading->first);
+                require(gap >= std::exchange(shortest, 0.0) && (gap < 2.001 || best == 0.0f),
                     "a press ends after 1 to 2 s of silence");
-                best = point > best ? point : best;
-                isFirst = false;
+                best = std::max(best, point);
                 ++reading;
             }
             require(++number > finished
                     || (measurement->number == number && measurement->bestPressure == best
-                        && best > 0.0f && measurement->targetPressure == m_target),
+                        && best > 0.0f && measurement->targetPressure == target),
                 "number, best pressure above 0 and target are right");
         }
         require(reading == readings.end(), "every reading stands in a measurement");
     }
     void checkFile()
     {
-        m_session.saving.answer = "file.csv";
-        m_session.manager.saveCsv();
-        auto const rows = cellsOf(m_session.saving.written);
+        saving.answer = "file.csv";
+        manager.saveCsv();
+        auto const rows = cellsOf(saving.written);
         std::size_t column = 1;
-        for (auto const& measurement : m_session.manager.measurementList.measurements()) {
-            bool isRight = reads(rows.at(4).at(column), *measurement->bestPressure)
-                && reads(rows.at(5).at(column), m_target);
-            auto const& points = *measurement->pressurePoints;
-            isRight = isRight && rows.size() >= points.size() + 8;
-            for (std::size_t row = 7; isRight && row + 1 < rows.size(); ++row) {
-                auto const& cell = rows[row].at(column);
-                isRight = row < points.size() + 7 ? reads(cell, points[row - 7]) : cell.empty();
+        for (auto const& measurement : manager.measurementList.measurements()) {
+            auto values = *measurement->pressurePoints;
+            values.insert(values.begin(), {*measurement->bestPressure, target});
+            // The line of titles stands between the target and the points.
+            std::size_t row = 4;
+            for (auto const value : values) {
+                require(rows.at(row).at(column) == pressureText(value),
+                    "the file says what was measured");
+                row += row == 5 ? 2 : 1;
             }
-            require(isRight, "the file says what was measured");
+            for (; row + 1 < rows.size(); ++row)
+                require(rows[row].at(column).empty(), "nothing stands below the last point");
             column += 3;
         }
     }
-
-    unsigned m_setUp;
-    Session m_session;
-    float m_target = 0.0f;
-    RecordGatherer m_gatherer {
-        m_session.runLoop, deviceRecordFormat, [this](std::string_view chunk) {
-            m_session.port->delegate->serialPortDidReceiveData(chunk);
-        }};
-    Subscription m_observing;
 };
 
 // The bytes as they are, with a record after 25 ms of silence: at the end, or at every pause.
@@ -196,12 +170,11 @@ std::string playBytes(std::string_view bytes)
     Line line(bytes);
     while (!bytes.empty()) {
         auto const head = takeByte(bytes);
-        if (line.probesEveryPause() && pauseOf(head) > 0.025)
+        if (line.probesEveryPause && pauseOf(head) > 0.025)
             line.probe();
-        line.pause(pauseOf(head));
-        line.write(take(bytes, head & 31U));
+        line.write(pauseOf(head), take(bytes, head & 31U));
     }
-    if (!line.endsByPulling())
+    if (!line.endsByPulling)
         line.probe();
     return line.end();
 }
@@ -214,7 +187,6 @@ std::string playRecords(std::string_view bytes)
     std::vector<float> sent;
     for (std::size_t written = 0; !bytes.empty();) {
         auto const head = takeByte(bytes);
-        line.pause(pauseOf(head));
         // Sign, digits and the sixth byte of a record come from four of the fuzzer's bytes.
         auto const length = (head & 31U) % 8;
         while (wire.size() < written + length) {
@@ -225,7 +197,7 @@ std::string playRecords(std::string_view bytes)
             wire.back() = static_cast<char>(takeByte(bytes) & 0x7fU);
             sent.push_back(static_cast<float>(pressure));
         }
-        line.write(std::string_view(wire).substr(written, length));
+        line.write(pauseOf(head), std::string_view(wire).substr(written, length));
         written += length;
         auto const& readings = line.readings;
         line.require(readings.size() == written / deviceRecordWidth
