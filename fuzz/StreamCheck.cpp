@@ -56,17 +56,13 @@ struct Line : Session {
     {
         constexpr std::array targets {30.0f, 42.5f, 10.0f, 80.0f};
         constexpr std::array percents {1.0f, 0.8f, 0.01f, 0.7f};
-        auto const percent = percents.at(setUp >> 3U & 3U);
         connect(targets.at(setUp >> 1U & 3U));
         manager.username.setValue("氏\t名𠮷");
-        manager.changeTargetPressurePercentAction.apply(percent);
-        target = manager.targetPressure.value() * percent;
+        manager.changeTargetPressurePercentAction.apply(percents.at(setUp >> 3U & 3U));
     }
 
     unsigned const setUp;
     bool const endsByPulling = (setUp & 1U) != 0;
-    bool const probesEveryPause = (setUp & 32U) != 0;
-    float target = 0.0f;
     std::vector<std::pair<double, float>> readings;
     // The first property that did not hold.
     std::string broken;
@@ -118,6 +114,7 @@ struct Line : Session {
         auto measurements = manager.measurementList.measurements();
         auto const finished = std::ssize(measurements);
         measurements.push_back(manager.measurement);
+        auto const target = manager.targetPressure.value() * manager.targetPressurePercent.value();
         int number = 0;
         double last = -1.0;
         auto reading = readings.begin();
@@ -149,7 +146,8 @@ struct Line : Session {
         std::size_t column = 1;
         for (auto const& measurement : manager.measurementList.measurements()) {
             auto values = *measurement->pressurePoints;
-            values.insert(values.begin(), {*measurement->bestPressure, target});
+            values.insert(
+                values.begin(), {*measurement->bestPressure, *measurement->targetPressure});
             // The line of titles stands between the target and the points.
             std::size_t row = 4;
             for (auto const value : values) {
@@ -170,7 +168,7 @@ std::string playBytes(std::string_view bytes)
     Line line(bytes);
     while (!bytes.empty()) {
         auto const head = takeByte(bytes);
-        if (line.probesEveryPause && pauseOf(head) > 0.025)
+        if ((line.setUp & 32U) != 0 && pauseOf(head) > 0.025)
             line.probe();
         line.write(pauseOf(head), take(bytes, head & 31U));
     }

@@ -5,9 +5,9 @@
 
 namespace tensio::fuzz {
 
-// Plays a fuzzer's bytes through gathering, records, session and CSV in virtual time, and says what
-// should hold for every stream and does not; empty when all does. The first byte is the set-up;
-// each write is a byte, three bits of pause and five of length, and that many bytes.
+// Plays the bytes through gathering, records, session and CSV in virtual time and names a property
+// that does not hold; empty when all do. The first byte is the set-up; each write is a byte (three
+// bits of pause, five of length) and as many bytes as the length says.
 std::string brokenProperty(std::string_view bytes);
 
 } // namespace tensio::fuzz

@@ -7,6 +7,7 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
+#include <sstream>
 
 // Streams in tests/streams are what a device wrote, as the simulated device plays it, with the
 // expected measurements in lines of their own: "#> NUMBER, best PRESSURE: PRESSURE…" ("×COUNT" for
@@ -64,8 +65,9 @@ TEST(Streams, YieldTheirMeasurements)
         auto const writes = readRecordedStream(file);
         std::string expected;
         std::string end;
-        std::ifstream again(entry.path());
-        for (std::string line; std::getline(again, line);) {
+        file.clear();
+        file.seekg(0);
+        for (std::string line; std::getline(file, line);) {
             if (line.starts_with("#> "))
                 expected += line.substr(3) + "\n";
             else if (line.starts_with("#! "))
@@ -75,4 +77,16 @@ TEST(Streams, YieldTheirMeasurements)
         ++count;
     }
     EXPECT_EQ(count, 30);
+}
+
+TEST(Streams, AreRefusedWithTheNumberOfALineThatDoesNotRead)
+{
+    for (auto const* line : {"+0235", "x +0235", "-5 +0235", "5", "5 \\x0", "5 \\", "5 \\q"}) {
+        std::istringstream input(std::string("0 ok\n") + line);
+        try {
+            ADD_FAILURE() << readRecordedStream(input).size() << " writes of " << line;
+        } catch (std::invalid_argument const& error) {
+            EXPECT_TRUE(std::string_view(error.what()).starts_with("line 2 "));
+        }
+    }
 }
