@@ -15,11 +15,15 @@ TEST(QtAlerts, AnswersKeysWithTheLastButton)
 {
     MainQueue queue;
     QtAlerts alerts(queue);
+    int delivered = 0;
     for (auto const key : {Qt::Key_Escape, Qt::Key_Return, Qt::Key_Space, Qt::Key_unknown}) {
+        queue.post([&] { ++delivered; });
         bool const isClick = key == Qt::Key_unknown;
         QTimer::singleShot(0, [&] {
             auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
             EXPECT_EQ(box.text(), "削除");
+            QCoreApplication::processEvents();
+            EXPECT_EQ(delivered, 0);
             EXPECT_EQ(box.icon(), isClick ? QMessageBox::Critical : QMessageBox::Warning);
             EXPECT_EQ(box.buttons().constFirst()->text(), "OK");
             if (isClick)

@@ -4,17 +4,14 @@
 #include "device-simulator/Terminal.h"
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/PortPlaces.h"
-#include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtSerialPortList.h"
 #include "support/RuntimeFolder.h"
 #include "support/UnprivilegedUser.h"
 
-#include <QApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QTest>
 #include <QTimer>
-#include <QWidget>
 
 #include <fcntl.h>
 #include <fstream>
@@ -53,7 +50,7 @@ struct Line
     Line()
     {
         port->setDelegate(this);
-        qApp->installEventFilter(this);
+        QCoreApplication::instance()->installEventFilter(this);
     }
     ~Line() override { ::close(watch.fd); }
 
@@ -122,18 +119,6 @@ TEST(QtSerialPort, SetsTheLineAndDropsWhatCameBeforeTheOpeningOrWasNotDeliveredA
     EXPECT_EQ(line.events, (Texts {"opened", "closed", "opened", "+0303c"}));
 }
 
-TEST(QtSerialPort, IsSilentAfterItsDelegateOrItselfIsGone)
-{
-    Line line;
-    line.port->open();
-    line.port->setDelegate(nullptr);
-    EXPECT_FALSE(line.hears(1, 50));
-    line.port->setDelegate(&line);
-    line.port->close();
-    line.port.reset();
-    EXPECT_FALSE(line.hears(1, 50));
-}
-
 TEST(QtSerialPort, ReportsALossOnceAfterEverythingThatArrivedEvenIfQtDoesNotNoticeIt)
 {
     for (bool const isNoticed : {true, false}) {
@@ -186,15 +171,11 @@ TEST(QtSerialPort, SaysWhatToDoWhenItDoesNotOpen)
     }
 }
 
-TEST(QtSerialPortList, ListsTheBridgeUnderANameThatTheLinkLooksFor)
+TEST(QtSerialPortList, NamesTheBridgeAsTheLinkLooksForItAndVirtualPortsAsTheirLinks)
 {
     EXPECT_EQ(listedName("ttyUSB0", 0x10c4), "SLAB_USBtoUART (ttyUSB0)");
     EXPECT_EQ(listedName("cu.SLAB_USBtoUART", 0x10c4), "cu.SLAB_USBtoUART");
     EXPECT_EQ(listedName("ttyUSB0", 0x0403), "ttyUSB0");
-}
-
-TEST(QtSerialPortList, ListsVirtualPortsByTheNameOfTheirLink)
-{
     Line line;
     VirtualPort const dangling("SLAB_USBtoUART-a", "/dev/pts/none");
     // What a simulator leaves that is killed, when its process number has been given to another.
@@ -218,25 +199,19 @@ TEST(QtSerialPortList, ListsVirtualPortsByTheNameOfTheirLink)
     EXPECT_FALSE(elsewhere[0].isOpen);
 }
 
-TEST(QtSerialPortList, APanelHoldsRecordsBackButDoesNotMixThemWithNoise)
+TEST(QtSerialPort, SeesTheEndOfABurstEvenWhileItsDelegateIsNotNotified)
 {
     Line line;
-    QtAlerts alerts(line.queue);
     line.open();
-    line.queue.post([&] {
-        QTimer::singleShot(0, [&] {
-            for (auto const* bytes : {"#+0202b", "+0303c"}) {
-                line.deliver(bytes);
-                // Longer than the port's own silence.
-                bool isOver = false;
-                QTimer::singleShot(40, Qt::PreciseTimer, [&] { isOver = true; });
-                EXPECT_TRUE(QTest::qWaitFor([&] { return isOver; }));
-            }
-            line.events.emplace_back("closing");
-            QApplication::activeModalWidget()->close();
-        });
-        alerts.runModal(AlertStyle::Warning, "開く", {"OK"});
-    });
-    ASSERT_TRUE(line.hears(4));
-    EXPECT_EQ(line.events, (Texts {"opened", "closing", "#+0202b", "+0303c"}));
+    auto hold = line.queue.hold();
+    for (auto const* bytes : {"#+0202b", "+0303c"}) {
+        line.deliver(bytes);
+        // Longer than the port's own silence.
+        bool isOver = false;
+        QTimer::singleShot(40, Qt::PreciseTimer, [&] { isOver = true; });
+        EXPECT_TRUE(QTest::qWaitFor([&] { return isOver; }));
+    }
+    hold.end();
+    ASSERT_TRUE(line.hears(3));
+    EXPECT_EQ(line.events, (Texts {"opened", "#+0202b", "+0303c"}));
 }
