@@ -7,11 +7,13 @@
 #include "printing/PrintPanels.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonPair.h"
+#include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/WindowSize.h"
 #include "ui_PrintPreview.h"
 
 #include <QDialog>
+#include <QGraphicsPathItem>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QPageRanges>
@@ -23,7 +25,7 @@
 namespace tensio {
 
 namespace {
-// At scale 1 its bars and half a page need that much.
+// Room for its bars and half a page at scale 1.
 constexpr QSize smallestSize(900, 460);
 } // namespace
 
@@ -52,8 +54,7 @@ void PrintPreviewController::viewDidLoad()
     addPages();
     connect(m_preview, &QPrintPreviewWidget::paintRequested, this,
         [this](QPrinter* printer) { showPages(*printer); });
-    // Queued, since on its way to another page the preview says for a moment that it is at the
-    // last.
+    // Queued: while the preview moves to another page, it briefly reports the last one.
     connect(m_preview, &QPrintPreviewWidget::previewChanged, this,
         &PrintPreviewController::showPosition, Qt::QueuedConnection);
 
@@ -121,7 +122,24 @@ void PrintPreviewController::show(ReportKind kind)
 void PrintPreviewController::choose(ReportKind kind)
 {
     m_view = makeReport(kind, m_tensioManager);
+    refresh();
+}
+
+void PrintPreviewController::refresh()
+{
     m_preview->updatePreview();
+    // Covers the hard black shadow that the preview draws to the right of and below each page.
+    QRectF const paper = m_printer->pageLayout().fullRectPixels(m_printer->resolution());
+    QPainterPath around;
+    around.addRect(paper.adjusted(0.0, 0.0, paper.width() / 50.0, paper.width() / 50.0));
+    around.addRect(paper);
+    for (auto* page : m_pages->scene()->items()) {
+        auto* cover = new QGraphicsPathItem(around, page);
+        cover->setBrush(m_pages->scene()->backgroundBrush());
+        cover->setPen(Qt::NoPen);
+        auto* edge = new QGraphicsRectItem(paper, page);
+        edge->setPen(QPen(colors::border, 0.0));
+    }
 }
 
 void PrintPreviewController::showPages(QPrinter& printer)
@@ -158,7 +176,7 @@ void PrintPreviewController::setUpPage()
 {
     m_panels.openPageSetup(*m_printer, *m_window, [this] {
         m_pageLayout = m_printer->pageLayout();
-        m_preview->updatePreview();
+        refresh();
     });
 }
 
@@ -179,7 +197,7 @@ void PrintPreviewController::print()
             m_window->close();
         } else {
             m_printer->setPageRanges({});
-            m_preview->updatePreview();
+            refresh();
             m_alerts.runModal(AlertStyle::Warning, paperTooSmallMessage, {"OK"});
         }
     });

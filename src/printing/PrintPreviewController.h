@@ -21,8 +21,8 @@ namespace tensio {
 class Alerts;
 class PrintPanels;
 
-// Shows what will come out of the printer, page by page, in a window modal to the main one; there
-// the user chooses among the reports, sets the page up, prints, or saves as PDF.
+// Previews the printed pages in a window modal to the main one, in which the user chooses a report,
+// sets up the page, prints, or saves as PDF.
 class PrintPreviewController : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(PrintPreviewController)
@@ -45,6 +45,7 @@ private:
     void connectButtons();
     void addPages();
     void choose(ReportKind kind);
+    void refresh();
     void showPages(QPrinter& printer);
     void showPosition();
     void turnPage(int step);
