@@ -3,6 +3,7 @@
 #include "core/DateText.h"
 #include "core/SessionRecorder.h"
 #include "core/TensioManager.h"
+#include "toolkit/Accessible.h"
 #include "toolkit/DesignFrame.h"
 #include "ui_StoreProblem.h"
 #include "ui_UnsavedSession.h"
@@ -62,6 +63,7 @@ SessionNotices::SessionNotices(TensioManager& tensioManager, SessionRecorder& re
     m_problem->setupUi(&m_problemView);
     for (auto* view : {&m_unsavedView, &m_problemView})
         takeScale(*view);
+    setAccessibleRole(*m_problem->storeProblemLabel, QAccessible::Notification);
     connect(m_problem->hideProblemButton, &QPushButton::clicked, &m_problemView, &QWidget::hide);
     m_subscriptions.push_back(
         m_recorder.problem.observe([this](StoreProblem problem) { showProblem(textOf(problem)); }));
@@ -97,8 +99,11 @@ void SessionNotices::showUnsaved(SessionSummary const& session)
 
 void SessionNotices::showProblem(QString const& problem)
 {
-    m_problem->storeProblemLabel->setText(problem);
+    auto& label = *m_problem->storeProblemLabel;
+    label.setText(problem);
     m_problemView.setVisible(!problem.isEmpty());
+    if (!problem.isEmpty())
+        announcePolitely(label, problem);
 }
 
 } // namespace tensio

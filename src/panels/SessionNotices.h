@@ -19,9 +19,9 @@ namespace tensio {
 class SessionRecorder;
 class TensioManager;
 
-// What the window says of the stored sessions without holding anything up: after the start, that
-// the last one was not saved, until a session stands in the history; and what keeps the store from
-// storing.
+// Non-modal notices about stored sessions: after the start, that the last session was not saved,
+// until a measurement starts or a session is opened; and problems of the store, which screen
+// readers speak.
 class SessionNotices : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(SessionNotices)
