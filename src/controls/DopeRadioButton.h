@@ -8,9 +8,8 @@
 
 namespace tensio {
 
-// One of several choices, drawn by itself: off, only its title in white, for a dark ground; on, a
-// background picture with the title in red over it. Its siblings of the same kind go off when it
-// goes on.
+// One of several choices, custom-drawn: off, only its title in white, for a dark ground; on, a
+// background picture with the title in red over it. Checking it unchecks its siblings.
 class DopeRadioButton : public QPushButton {
     Q_OBJECT
     // Name of the picture among the resources; none by default.

@@ -12,7 +12,7 @@ class DropDownButton : public MenuButton {
 public:
     using MenuButton::MenuButton;
 
-    // Invalid while the title keeps the look of other buttons, as by default.
+    // Invalid by default: the title looks as on other buttons.
     QColor textColor() const { return m_textColor; }
     void setTextColor(QColor const& color);
 

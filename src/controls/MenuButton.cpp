@@ -13,7 +13,7 @@ void MenuButton::setDropDownMenu(QMenu& menu)
         changed.expanded = true;
         announceState(*this, changed);
     };
-    // Both tell of it beforehand.
+    // Queued: the menu emits both signals before it opens or closes.
     connect(&menu, &QMenu::aboutToShow, this, announce, Qt::QueuedConnection);
     connect(&menu, &QMenu::aboutToHide, this, announce, Qt::QueuedConnection);
 }

@@ -6,8 +6,8 @@
 
 namespace tensio {
 
-// A button that opens a menu, also with the arrow keys that go up and down, and tells screen
-// readers whether it is open.
+// A button that opens a menu, also with the up and down arrow keys, and reports to screen readers
+// whether it is open.
 class MenuButton
     : public QPushButton
     , public Accessible {

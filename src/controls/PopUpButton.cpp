@@ -85,7 +85,7 @@ void PopUpButton::paintEvent(QPaintEvent* /*event*/)
     drawOutline(painter, frame);
 }
 
-// The cell has none; its white field must be seen on a white card.
+// The cell draws none, but its white field must stand out on a white card.
 void PopUpButton::drawOutline(QPainter& painter, QRectF frame) const
 {
     bool const isMarked = isEnabled() && (hasFocus() || underMouse() || isDown());

@@ -6,7 +6,7 @@
 
 namespace tensio {
 
-// What there is to know of the bridges, in HTML: the first is the one that a connection takes.
+// Describes the bridges in HTML; a connection uses the first one.
 QString connectionReport(std::vector<InspectedPort> const& ports);
 
 } // namespace tensio

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int margin = 24;
 
-// As links name a heading: without punctuation, a hyphen for each space.
+// The anchor of a heading: without punctuation, a hyphen for each space.
 QString anchorOf(QString const& heading)
 {
     static QRegularExpression const punctuation(
@@ -24,7 +24,7 @@ QString anchorOf(QString const& heading)
     return QString(heading).toLower().remove(punctuation).replace(u' ', u'-');
 }
 
-// Qt reads the headings of Markdown without names to go to.
+// Qt gives Markdown headings no anchors.
 void nameHeadings(QTextDocument& document)
 {
     for (auto block = document.begin(); block.isValid(); block = block.next()) {
@@ -115,7 +115,7 @@ void GuideView::resizeEvent(QResizeEvent* event)
 
 void GuideView::fitPictures()
 {
-    // What stands at the top stays there.
+    // Keeps the line at the top of the view in place.
     auto const atTop = cursorForPosition({0, 0});
     auto const offset = cursorRect(atTop).top();
     for (auto block = document()->begin(); block.isValid(); block = block.next()) {

@@ -19,7 +19,7 @@ HelpWindow::HelpWindow()
     : m_guide(new GuideView(this))
 {
     setWindowTitle(QStringLiteral("tensio 使い方"));
-    // The program ends with its main window.
+    // The program quits when its main window closes, even if this one is open.
     setAttribute(Qt::WA_QuitOnClose, false);
     auto* bar = new QHBoxLayout;
     bar->setContentsMargins(12, 8, 12, 8);

@@ -25,7 +25,7 @@ HeaderViewController::~HeaderViewController() = default;
 
 void HeaderViewController::viewDidLoad()
 {
-    // The first date is the present moment, not the clock's last tick.
+    // The first date shown is the current time, not that of the last tick.
     m_tensioManager.updateTime();
     showDate(m_headerViewModel.dateTime.value());
     m_subscriptions.push_back(

@@ -17,7 +17,7 @@ public:
 
     MutableProperty<std::string> username {{}};
     MutableProperty<Date> dateTime {{}};
-    // No session runs and there is something to save, as of the last change of the session's state.
+    // No session runs and there is something to save; updated when a session starts or ends.
     MutableProperty<bool> canSaveStuff {false};
 
     CocoaAction cocoaActionSaveCsv;

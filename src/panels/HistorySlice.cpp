@@ -21,7 +21,7 @@ namespace {
 constexpr double firstTileX = 139.0;
 constexpr double gap = 4.0;
 constexpr double bottom = 7.0;
-// No text comes closer to the edge of a tile.
+// Least distance of a text from the edge of a tile.
 constexpr double leastMargin = 6.0;
 // Top of the Japanese em box over the baseline. The line box of the typeface is taller, and would
 // push big and small texts that belong together off a common line.

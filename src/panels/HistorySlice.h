@@ -13,7 +13,7 @@ class TensioManager;
 
 // One tile of the history strip: number, best pressure and time of a finished measurement. A click,
 // Space or Enter selects it or takes the selection back, but only between sessions; a circle on its
-// foot says that it may be selected. The texts are those of the moment it was made.
+// foot says that it may be selected. The texts are fixed when it is made.
 class HistorySlice
     : public QWidget
     , public Accessible {
@@ -32,7 +32,7 @@ public:
     void performAccessibleAction() override { toggle(); }
 
 Q_SIGNALS:
-    // The keyboard's focus is to go that many tiles on.
+    // Asks for the keyboard focus to move by that many tiles.
     void willMoveFocus(int step);
 
 protected:

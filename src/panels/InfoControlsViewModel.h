@@ -18,7 +18,7 @@ public:
     InfoControlsViewModel(TensioManager& tensioManager, RunLoop& runLoop);
 
     MutableProperty<float> targetPressure {0.0f};
-    // What the effective target is made of, in words.
+    // In words: the base target and the percentage of it.
     MutableProperty<std::string> targetBasis {{}};
     MutableProperty<float> currentPressure {0.0f};
     MutableProperty<float> maxPressure {0.0f};

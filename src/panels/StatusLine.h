@@ -21,7 +21,7 @@ public:
     StatusLine(TensioManager& tensioManager, QLabel& hint, QLabel& count, QPushButton& saved);
 
 protected:
-    // The room for the file's name changes with the scale.
+    // Elides the file name again when its width changes.
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:

@@ -78,7 +78,7 @@ void UserInfoViewController::viewDidLoad()
     m_ui->nameInput->setValidator(new NameValidator(m_ui->nameInput));
     m_ui->pressureInput->setText(enteredPressure(m_tensioManager.defaultTargetPressure.value()));
     m_ui->nameInput->setText(QString::fromStdString(m_tensioManager.username.value()));
-    // It stays from one subject to the next.
+    // The percentage stays from one subject to the next.
     auto const percent = formatFixed(m_tensioManager.targetPressurePercent.value() * 100.0f, 0);
     m_ui->percentNotice->setText(m_ui->percentNotice->text().arg(QString::fromStdString(percent)));
     m_ui->percentNotice->setVisible(percent != "100");

@@ -27,7 +27,8 @@ class UserInfoViewController : public QObject {
 public:
     static constexpr int maxNameLength = 10;
 
-    // The dialog stands on the opener's window, at its scale. Both must outlive the controller.
+    // The dialog belongs to the opener's window and takes its scale. Both must outlive the
+    // controller.
     UserInfoViewController(TensioManager& tensioManager, QWidget const& opener);
     ~UserInfoViewController() override;
 

@@ -4,8 +4,8 @@
 
 namespace tensio {
 
-// The window of the user information dialog: modal to the main window, without an event loop of its
-// own, so that the connection it starts can report back.
+// The window of the user information dialog: modal to the main window, without a nested event loop,
+// so that the connection it starts can report back.
 class UserInfoWindow : public QDialog {
     Q_OBJECT
 

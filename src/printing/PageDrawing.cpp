@@ -62,7 +62,7 @@ bool drawPages(PrintView& view, QPagedPaintDevice& device)
     // For the preview, whose resolution is low.
     painter.setRenderHint(QPainter::Antialiasing);
     painter.scale(device.logicalDpiX() / pointsPerInch, device.logicalDpiY() / pointsPerInch);
-    // A view counts from the corner of the paper, a device perhaps from that of its margins.
+    // The origin of a view is the corner of the paper; a device may start at its margins.
     painter.translate(-device.pageLayout().paintRect(QPageLayout::Point).topLeft());
     QtPrintCanvas canvas(&painter);
     for (int const page : pages) {

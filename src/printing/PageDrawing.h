@@ -8,7 +8,7 @@ class QPagedPaintDevice;
 
 namespace tensio {
 
-// Of files and print jobs.
+// Title of PDF files and print jobs.
 QString reportTitle(bool isSimulated);
 
 // A4 with margins of 72 points.

@@ -16,7 +16,7 @@ public:
     }
     explicit QtPdfRenderer(QPageLayout&&) = delete;
 
-    // Says so in the title of the files.
+    // Marks the title of the files.
     void setSimulated(bool isSimulated) { m_isSimulated = isSimulated; }
 
     bool hasRoomFor(PrintView& view) const override;

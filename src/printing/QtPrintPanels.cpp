@@ -11,7 +11,7 @@ namespace tensio {
 
 namespace {
 
-// Without an event loop of its own, so that nothing else waits.
+// Without a nested event loop, so that nothing else waits.
 void open(QDialog& panel, QWidget& parent, std::function<void()> agreed)
 {
     panel.setAttribute(Qt::WA_DeleteOnClose);
@@ -20,7 +20,7 @@ void open(QDialog& panel, QWidget& parent, std::function<void()> agreed)
     panel.open();
 }
 
-// Where the toolkit draws the panel, these controls are named by what they show.
+// Where Qt draws the panel, it names these controls only by what they show.
 void describeControls(QDialog& panel)
 {
     for (auto const& [control, description] :

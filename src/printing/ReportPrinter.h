@@ -5,7 +5,7 @@
 
 namespace tensio {
 
-// Brings a report to paper, after the user has seen and agreed to it.
+// Prints a report after the user has seen and accepted it.
 class ReportPrinter : public Interface {
 public:
     // Returns at once; only where hasReport().

@@ -52,7 +52,7 @@ void setNameFromTemplate(QWidget& widget, QString const& shown);
 // Also shows the text on the label.
 void setLabelText(QLabel& label, QString const& text);
 
-// The role of a widget of Qt that has none of its own; its children are hidden from screen readers.
+// Sets the role of a Qt widget that has none; its children are hidden from screen readers.
 // Called before the other functions.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 

@@ -10,7 +10,7 @@ ButtonAction::ButtonAction(QAbstractButton& button, QString const& title, QKeySe
     , m_button(button)
 {
     setShortcut(key);
-    // A key that stays down is one press.
+    // A key held down counts as one press.
     setAutoRepeat(false);
     setEnabled(button.isEnabled());
     button.installEventFilter(this);

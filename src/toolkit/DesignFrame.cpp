@@ -30,7 +30,7 @@ void scaleIcon(QAbstractButton& button, double scale)
 void scaleChildren(QWidget& parent, double scale)
 {
     for (auto* child : parent.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
-        // What a control is made of inside is its own to place.
+        // A control places its own inner widgets.
         if (child->isWindow() || child->objectName().startsWith(QStringLiteral("qt_")))
             continue;
         setDesignFrame(*child, designFrame(*child));

@@ -17,13 +17,13 @@ QRectF designFrame(QWidget const& widget);
 // Places the widget at the scale that its tree is shown at.
 void setDesignFrame(QWidget& widget, QRectF frame);
 
-// Scale of the tree the widget stands in; 1 until scaleDesign has run.
+// Scale of the tree the widget is in; 1 until scaleDesign has run.
 double designScale(QWidget const& widget);
 
 // Scale of the design that the window shows; 1 where it shows none.
 double shownScale(QWidget const& window);
 
-// Gives the root and all that stand in it their size, icon and style for the scale. The root's
+// Gives the root and all widgets in it their size, icon and style for the scale. The root's
 // position is its owner's.
 void scaleDesign(QWidget& root, double scale);
 
