@@ -11,7 +11,7 @@
 #include <QApplication>
 #include <QMenuBar>
 
-#include <optional>
+#include <algorithm>
 
 namespace tensio {
 
@@ -32,11 +32,10 @@ struct Desk
     , SleepInhibitor {
     FilledSessionStore store;
     bool isSleepInhibited = false;
-    std::optional<Application> application {std::in_place,
-        Services {ports, *this, runLoop, clock, userDefaults, alerts, saving, saving, saving, *this,
-            store, *this}};
-    TensioManager& manager {application->tensioManager()};
-    MainWindow& window {application->window()};
+    Application application {{ports, *this, runLoop, clock, userDefaults, alerts, saving, saving,
+        saving, *this, store, *this}};
+    TensioManager& manager {application.tensioManager()};
+    MainWindow& window {application.window()};
 
     explicit Desk(std::vector<std::string> const& storedNames = {})
         : store(storedNames)
@@ -48,17 +47,21 @@ struct Desk
     void connect(float target = 30.0f) { Surroundings::connect(manager, target); }
     void finish() { manager.disconnectAction.apply(Nothing {}); }
 
-    // Those whose titles begin like this.
-    QList<QAction*> commands(QString const& title) const
+    QList<QAction*> commands() const
     {
-        QList<QAction*> found;
-        for (auto const* item : window.menuBar()->actions()) {
-            for (auto* action : item->menu()->actions()) {
-                if (action->text().startsWith(title))
-                    found << action;
-            }
-        }
-        return found;
+        QList<QAction*> all;
+        for (auto const* item : window.menuBar()->actions())
+            all << item->menu()->actions();
+        return all;
+    }
+
+    // The first whose title begins like this.
+    QAction& command(char const* title) const
+    {
+        auto const all = commands();
+        return **std::ranges::find_if(all, [&](QAction const* command) {
+            return command->text().startsWith(QString::fromUtf8(title));
+        });
     }
 
     std::vector<InspectedPort> inspect(std::string_view) override { return {}; }

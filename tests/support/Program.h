@@ -4,10 +4,9 @@
 #include "app/QtServices.h"
 #include "device-simulator/Terminal.h"
 #include "support/RuntimeFolder.h"
+#include "support/Ui.h"
 
-#include <QAbstractButton>
 #include <QApplication>
-#include <QLineEdit>
 #include <QMessageBox>
 #include <QSettings>
 #include <QTest>
@@ -45,13 +44,6 @@ public:
 
     TensioManager& manager() { return application->tensioManager(); }
 
-    // Leaves the store to others.
-    void end()
-    {
-        application.reset();
-        services.reset();
-    }
-
     // In place of the terminal before.
     void plugIn()
     {
@@ -59,21 +51,10 @@ public:
         terminal = std::make_unique<Terminal>(QStringLiteral("SLAB_USBtoUART-x"));
     }
 
-    void click(char const* name)
-    {
-        application->window().findChild<QAbstractButton*>(QString::fromLatin1(name))->click();
-    }
-
-    // By hand, through the dialog.
     bool connect()
     {
-        click("startButton");
-        application->window()
-            .findChild<QLineEdit*>(QStringLiteral("nameInput"))
-            ->setText(QStringLiteral("山田"));
-        click("okButton");
-        return QTest::qWaitFor(
-            [&] { return manager().isMeasuring.value() && !manager().isShowingPopup.value(); });
+        manager().connectAction.apply(Nothing {});
+        return QTest::qWaitFor([&] { return terminal->hasReader(); });
     }
 
     // Two records and the beginning of one.
