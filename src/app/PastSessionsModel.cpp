@@ -30,6 +30,12 @@ QString text(SessionSummary const& session, int column)
     }
 }
 
+QVariant alignment(int column)
+{
+    bool const isNumber = column == PastSessionsModel::Count || column == PastSessionsModel::Best;
+    return QVariant::fromValue((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+}
+
 } // namespace
 
 void PastSessionsModel::show(std::vector<SessionSummary> sessions)
@@ -58,10 +64,7 @@ QVariant PastSessionsModel::data(QModelIndex const& index, int role) const
 {
     if (role == Qt::DisplayRole)
         return text(session(index), index.column());
-    bool const isNumber = index.column() == Count || index.column() == Best;
-    if (role == Qt::TextAlignmentRole)
-        return QVariant::fromValue((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
-    return {};
+    return role == Qt::TextAlignmentRole ? alignment(index.column()) : QVariant();
 }
 
 QVariant PastSessionsModel::headerData(int section, Qt::Orientation orientation, int role) const
@@ -73,7 +76,7 @@ QVariant PastSessionsModel::headerData(int section, Qt::Orientation orientation,
         return {};
     if (role == Qt::DisplayRole)
         return titles.at(static_cast<std::size_t>(section));
-    return role == Qt::TextAlignmentRole ? data(index(0, section), role) : QVariant();
+    return role == Qt::TextAlignmentRole ? alignment(section) : QVariant();
 }
 
 } // namespace tensio

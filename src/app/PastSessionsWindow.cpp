@@ -87,8 +87,7 @@ void PastSessionsWindow::removeSelected()
     auto const session = m_model.session(index);
     auto const date = QString::fromStdString(formatLocalTime(session.start, "%Y/%m/%d %H:%M"));
     ask(QStringLiteral("%1　%2（%3回）を削除します。\n元に戻すことはできません。")
-            .arg(date, QString::fromStdString(session.name))
-            .arg(session.count),
+            .arg(date, QString::fromStdString(session.name), QString::number(session.count)),
         [this, id = session.id] { return m_store.remove(id); });
 }
 

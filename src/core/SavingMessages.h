@@ -4,6 +4,7 @@ namespace tensio {
 
 // Messages for a failed save or print.
 constexpr auto saveFailedMessage = "保存に失敗しました。";
+constexpr auto printFailedMessage = "印刷に失敗しました。";
 constexpr auto paperTooSmallMessage
     = "用紙が小さすぎるため、測定結果を配置できません。\n用紙サイズか余白を変更してください。";
 

@@ -45,17 +45,17 @@ SessionRecorder::SessionRecorder(
     if (!m_store.isOpen())
         return;
     m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
-        [this](bool isMeasuring) { isMeasuring ? start() : proceed(); }));
+        [this](bool isMeasuring) { isMeasuring ? start() : record(); }));
     m_subscriptions.push_back(m_tensioManager.sliceOfMeasurements.observeChanges(
-        [this](Measurements const&) { proceed(); }));
-    m_subscriptions.push_back(runLoop.scheduleRepeating(interval, [this] { proceed(); }));
-    m_subscriptions.push_back(m_tensioManager.isSavedAsCsv.observeChanges(
-        [this](bool isSaved) { isSaved ? markSaved() : void(); }));
+        [this](Measurements const&) { record(); }));
+    m_subscriptions.push_back(runLoop.scheduleRepeating(interval, [this] { record(); }));
+    m_subscriptions.push_back(
+        m_tensioManager.isSavedAsCsv.observeChanges([this](bool) { record(); }));
 }
 
 SessionRecorder::~SessionRecorder()
 {
-    proceed(std::numeric_limits<std::size_t>::max());
+    recordParts(std::numeric_limits<std::size_t>::max());
 }
 
 void SessionRecorder::start()
@@ -63,26 +63,33 @@ void SessionRecorder::start()
     m_isRecording = true;
     m_start = m_clock.now();
     m_session = 0;
+    m_isMarked = false;
     m_writtenMeasurements = 0;
     m_writtenPoints = 0;
     canOpen.setValue(false);
     pastSession.setValue(std::nullopt);
 }
 
-void SessionRecorder::proceed()
+void SessionRecorder::record()
 {
     // Once a session has ended, all at once: the next one clears the list.
-    proceed(
+    recordParts(
         m_tensioManager.isMeasuring.value() ? maxParts : std::numeric_limits<std::size_t>::max());
+    markSaved();
 }
 
-void SessionRecorder::proceed(std::size_t partCount)
+void SessionRecorder::recordParts(std::size_t most)
 {
     if (!m_isRecording)
         return;
-    bool const isWritten = writeFinished(partCount) && writeRunning();
-    report(isWritten);
-    if (m_tensioManager.isMeasuring.value())
+    bool const isMeasuring = m_tensioManager.isMeasuring.value();
+    // The next connection has cleared the list: what the store has refused until then is lost.
+    if (!isMeasuring && m_isRefused && m_tensioManager.measurementList.measurements().empty()) {
+        m_isRecording = false;
+        return;
+    }
+    bool const isWritten = writeFinished(most) && writeRunning();
+    if (isMeasuring)
         return;
     m_isRecording = !isWritten;
     if (isWritten && m_session != 0)
@@ -90,21 +97,21 @@ void SessionRecorder::proceed(std::size_t partCount)
     canOpen.setValue(isWritten || m_tensioManager.isSavedAsCsv.value());
 }
 
-void SessionRecorder::report(bool isWritten)
+void SessionRecorder::report(bool isTaken)
 {
     // What the opening found stays until a change has been refused.
-    if (isWritten && !m_isRefused)
+    if (isTaken && !m_isRefused)
         return;
-    m_isRefused = !isWritten;
-    auto const newProblem = isWritten ? StoreProblem::None : m_store.problem();
+    m_isRefused = !isTaken;
+    auto const newProblem = isTaken ? StoreProblem::None : m_store.problem();
     if (newProblem != problem.value())
         problem.setValue(newProblem);
 }
 
-bool SessionRecorder::writeFinished(std::size_t partCount)
+bool SessionRecorder::writeFinished(std::size_t most)
 {
     auto const& finished = m_tensioManager.measurementList.measurements();
-    for (; m_writtenMeasurements < finished.size() && partCount > 0; --partCount) {
+    for (; m_writtenMeasurements < finished.size() && most > 0; --most) {
         auto const& each = *finished[m_writtenMeasurements];
         bool const isRest = each.pressurePoints->size() <= m_writtenPoints + maxPoints;
         if (!write({each.number, *each.bestPressure, *each.targetPressure, *each.timeStamp, isRest,
@@ -121,11 +128,12 @@ bool SessionRecorder::writeFinished(std::size_t partCount)
 
 bool SessionRecorder::writeRunning()
 {
-    auto const& running = m_tensioManager.measurement;
-    bool const isFull = m_writtenMeasurements >= MeasurementList::MEASUREMENTS_MAX_COUNT;
+    // In order: not before those that are finished.
     if (m_writtenMeasurements < m_tensioManager.measurementList.measurements().size())
         return true;
-    // While it is being finished it stands in both places.
+    auto const& running = m_tensioManager.measurement;
+    bool const isFull = m_writtenMeasurements >= MeasurementList::MEASUREMENTS_MAX_COUNT;
+    // With a time stamp it has just been finished, and stands in the list.
     if (!running || running->timeStamp || isFull)
         return true;
     auto const& points = *running->pressurePoints;
@@ -144,13 +152,14 @@ bool SessionRecorder::write(MeasurementPart part, std::vector<float> const& poin
     // A list that was not filled by measuring may hold fewer points than have been written.
     auto const rest = std::span(points).subspan(std::min(m_writtenPoints, points.size()));
     part.points = rest.first(std::min(maxPoints, rest.size()));
-    if (!isSessionBegun() || !m_store.write(m_session, part))
-        return false;
-    m_writtenPoints += part.points.size();
-    return true;
+    bool const isTaken = ensureSession() && m_store.write(m_session, part);
+    report(isTaken);
+    if (isTaken)
+        m_writtenPoints += part.points.size();
+    return isTaken;
 }
 
-bool SessionRecorder::isSessionBegun()
+bool SessionRecorder::ensureSession()
 {
     // Not before: name and target are known only once the port has opened.
     if (m_session == 0)
@@ -165,20 +174,20 @@ bool SessionRecorder::isSessionBegun()
 
 void SessionRecorder::markSaved()
 {
-    if (m_session != 0)
-        m_store.markSaved(m_session);
-    proceed();
+    if (m_session != 0 && !m_isMarked && m_tensioManager.isSavedAsCsv.value())
+        m_isMarked = m_store.markSaved(m_session);
 }
 
 bool SessionRecorder::open(SessionId session)
 {
-    auto const stored = m_store.load(session);
-    if (!stored || !canOpen.value())
+    auto const stored = canOpen.value() ? m_store.load(session) : std::nullopt;
+    if (!stored)
         return false;
     Measurements measurements;
     std::ranges::transform(stored->measurements, std::back_inserter(measurements), measurementOf);
     m_isRecording = false;
     m_session = session;
+    m_isMarked = false;
     m_tensioManager.restoreSession(stored->summary.name, measurements, stored->summary.isSimulated);
     pastSession.setValue(stored->summary);
     return true;

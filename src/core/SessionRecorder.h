@@ -8,7 +8,6 @@ namespace tensio {
 class Clock;
 class RunLoop;
 class TensioManager;
-struct Measurement;
 
 // Keeps every session on the disk: a finished measurement at once, a running one every second, once
 // a pressure above 0 has come. What the store refuses is offered to it again a second later, and
@@ -35,13 +34,13 @@ public:
 
 private:
     void start();
-    void proceed();
-    void proceed(std::size_t partCount);
-    void report(bool isWritten);
+    void record();
+    void recordParts(std::size_t most);
+    void report(bool isTaken);
     bool writeFinished(std::size_t partCount);
     bool writeRunning();
     bool write(MeasurementPart part, std::vector<float> const& points);
-    bool isSessionBegun();
+    bool ensureSession();
     void markSaved();
 
     TensioManager& m_tensioManager;
@@ -54,6 +53,8 @@ private:
     bool m_isRefused = false;
     Date m_start;
     SessionId m_session = 0;
+    // The store knows that a CSV file of the session exists.
+    bool m_isMarked = false;
     // Finished measurements that are written whole, and points of the next one that are.
     std::size_t m_writtenMeasurements = 0;
     std::size_t m_writtenPoints = 0;

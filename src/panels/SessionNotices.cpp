@@ -81,8 +81,8 @@ void SessionNotices::showUnsaved(SessionSummary const& session)
     m_unsaved->unsavedDetailLabel->setText(
         QStringLiteral("%1　%2　%3回")
             .arg(QString::fromStdString(session.name),
-                QString::fromStdString(formatLocalTime(session.start, "%Y/%m/%d %H:%M")))
-            .arg(session.count));
+                QString::fromStdString(formatLocalTime(session.start, "%Y/%m/%d %H:%M")),
+                QString::number(session.count)));
     connect(m_unsaved->openUnsavedButton, &QPushButton::clicked, this, [this, id = session.id] {
         if (m_recorder.open(id))
             m_store.putAside(id);

@@ -76,12 +76,14 @@ enum class StoreProblem {
     Damaged
 };
 
-// The sessions on the disk. Each operation is done as a whole or not at all, and never waits; false
-// or an empty result means that it was refused.
+// The sessions on the disk. Each operation is done as a whole or not at all; false or an empty
+// result means that it was refused. None waits for another program; one that is to survive a power
+// cut waits for the disk.
 class SessionStore : public Interface {
 public:
     virtual bool isOpen() const = 0;
-    // What the opening found; once a change has been refused, why the latest such one was.
+    // What the opening found or, once a change has been refused, the reason of the latest refusal;
+    // a later success does not clear it.
     virtual StoreProblem problem() const = 0;
 
     virtual std::optional<SessionId> begin(SessionHead const& head) = 0;
@@ -90,7 +92,7 @@ public:
     virtual bool end(SessionId session, Date date) = 0;
 
     virtual bool markSaved(SessionId session) = 0;
-    // Nobody is asked about it any more.
+    // unsavedSession() no longer returns it.
     virtual bool putAside(SessionId session) = 0;
     virtual bool remove(SessionId session) = 0;
     virtual bool removeAll() = 0;

@@ -192,14 +192,15 @@ void PrintPreviewController::print()
     m_panels.openPrint(*m_printer, m_preview->pageCount(), *m_window, [this] {
         // The panel may have changed the paper, and asked for some pages only.
         m_pageLayout = m_printer->pageLayout();
-        if (hasPages(*m_view, m_pageLayout)) {
-            drawPages(*m_view, *m_printer);
+        bool const hasRoom = hasPages(*m_view, m_pageLayout);
+        if (hasRoom && drawPages(*m_view, *m_printer)) {
             m_window->close();
-        } else {
-            m_printer->setPageRanges({});
-            refresh();
-            m_alerts.runModal(AlertStyle::Warning, paperTooSmallMessage, {"OK"});
+            return;
         }
+        m_printer->setPageRanges({});
+        refresh();
+        m_alerts.runModal(
+            AlertStyle::Warning, hasRoom ? printFailedMessage : paperTooSmallMessage, {"OK"});
     });
 }
 

@@ -77,15 +77,20 @@ std::optional<SessionId> QtSessionStore::begin(SessionHead const& head)
 bool QtSessionStore::write(SessionId session, MeasurementPart const& part)
 {
     return m_database.change(part.isFinished ? Durability::PowerCut : Durability::ProgramEnd, [&] {
+        auto* const updated = m_database.run(
+            QStringLiteral("UPDATE session SET count = max(count, ?), best = max(best, ?) "
+                           "WHERE id = ?"),
+            {part.number, stored(part.best), session});
+        if (!updated)
+            return false;
+        // Nothing is kept of a session that the user has deleted meanwhile.
+        if (updated->numRowsAffected() == 0)
+            return true;
         return m_database.run(
                    QStringLiteral("INSERT OR REPLACE INTO measurement VALUES (?, ?, ?, ?, ?, ?)"),
                    {session, part.number, stored(part.best), stored(part.target),
                        stored(part.timeStamp), part.isFinished})
-            && writePoints(session, part)
-            && m_database.run(
-                QStringLiteral("UPDATE session SET count = max(count, ?), best = max(best, ?) "
-                               "WHERE id = ?"),
-                {part.number, stored(part.best), session});
+            && writePoints(session, part);
     });
 }
 

@@ -63,6 +63,11 @@ SessionDatabase::SessionDatabase(QString const& path)
     : m_path(path)
     , m_name(QUuid::createUuid().toString())
 {
+    QFileInfo const file(path);
+    QString const damaged = file.fileName() + QStringLiteral(".damaged-*");
+    // Renamed when the latest run ended, which could not say so any more.
+    if (!file.exists() && !file.dir().entryList({damaged}).isEmpty())
+        m_problem = StoreProblem::DamagedSetAside;
     auto finding = open();
     bool const isDamaged = finding == Finding::Damaged;
     if (isDamaged || finding == Finding::Newer) {
@@ -139,9 +144,15 @@ bool SessionDatabase::setAside(QString const& reason)
     close();
     auto const now = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
     auto const name = QStringLiteral("%1.%2-%3").arg(m_path, reason, now);
-    // The journal belongs to the file.
-    QFile::rename(m_path + QStringLiteral("-wal"), name + QStringLiteral("-wal"));
-    return QFile::rename(m_path, name);
+    // The journal belongs to the file: both are renamed or none.
+    QString const journal = m_path + QStringLiteral("-wal");
+    QString const journalAside = name + QStringLiteral("-wal");
+    if (QFile::exists(journal) && !QFile::rename(journal, journalAside))
+        return false;
+    if (QFile::rename(m_path, name))
+        return true;
+    QFile::rename(journalAside, journal);
+    return false;
 }
 
 void SessionDatabase::close()
@@ -178,11 +189,8 @@ QSqlQuery* SessionDatabase::run(QString const& statement, QVariantList const& va
 
 bool SessionDatabase::begin(Durability durability)
 {
-    if (!isOpen() || m_problem == StoreProblem::Damaged)
-        return false;
     if (durability != m_durability) {
-        QSqlQuery query(m_database);
-        if (!query.exec(durability == Durability::PowerCut
+        if (!run(durability == Durability::PowerCut
                     ? QStringLiteral("PRAGMA synchronous = FULL")
                     : QStringLiteral("PRAGMA synchronous = NORMAL")))
             return false;

@@ -32,9 +32,10 @@ public:
     template<typename Work>
     bool change(Durability durability, Work const& work)
     {
-        if (!begin(durability))
+        if (!isOpen() || m_problem == StoreProblem::Damaged)
             return false;
-        bool const isDone = work() && run(QStringLiteral("COMMIT"));
+        m_errorCode = 0;
+        bool const isDone = begin(durability) && work() && run(QStringLiteral("COMMIT"));
         if (!isDone)
             giveUp();
         return isDone;
@@ -58,7 +59,7 @@ private:
     std::map<QString, QSqlQuery> m_queries;
     Durability m_durability = Durability::PowerCut;
     StoreProblem m_problem = StoreProblem::None;
-    // Of the latest statement that failed.
+    // Of the latest statement that failed; 0 for none.
     int m_errorCode = 0;
 };
 
