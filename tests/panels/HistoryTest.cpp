@@ -123,9 +123,14 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
     EXPECT_EQ(strip.page(), "[3]4567") << "at the end where its own left the page";
     click(strip.view, "backButton");
     EXPECT_EQ(strip.page(), "2[3]456");
+    EXPECT_EQ(find(strip.view, "backButton").nextInFocusChain(), strip.tiles()[0]);
     strip.finish();
+    strip.session.saving.answer = "/folder/file";
+    strip.session.manager.saveCsvAction.apply(Nothing {});
+    EXPECT_TRUE(find(strip.view, "savedButton").isVisible());
     strip.session.connect();
     EXPECT_EQ(strip.page(), "");
+    EXPECT_TRUE(find<QLabel>(strip.view, "hintLabel").isVisible());
 }
 
 TEST(SessionNotices, MarksASimulatedSessionAndTakesAProblemAway)
