@@ -3,6 +3,7 @@
 #include "printing/PrintPanels.h"
 #include "printing/PrintPreviewController.h"
 #include "support/PdfText.h"
+#include "support/Reports.h"
 #include "support/Session.h"
 #include "support/Ui.h"
 #include "toolkit/DesignFrame.h"
@@ -50,10 +51,8 @@ struct Preview {
 
     Preview()
     {
-        session.connect();
-        for (int press = 0; press < 70; ++press)
-            session.press({20.0});
-        session.manager.disconnectAction.apply(Nothing {});
+        for (auto const& measurement : finishedMeasurements(70))
+            session.manager.measurementList.add(measurement);
     }
 
     QAbstractButton& button(char const* name) const { return find(parent, name); }

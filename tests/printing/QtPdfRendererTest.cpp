@@ -56,8 +56,7 @@ TEST(QtPrintCanvas, CondensesATextIntoItsCell)
     paper.fill(Qt::white);
     auto const blank = paper.copy();
     QPainter painter(&paper);
-    for (auto const* text : {"山", "齋藤鷹一郎左衛門尉殿",
-             "👨‍👩‍👧‍👦👨‍👩‍👧‍👦👨‍👩‍👧‍👦"}) {
+    for (auto const* text : {"山", "齋藤鷹一郎左衛門尉殿👨‍👩‍👧‍👦"}) {
         for (auto const alignment :
             {TextAlignment::Left, TextAlignment::Centre, TextAlignment::Right}) {
             QtPrintCanvas(&painter).drawText({20.0, 20.0, 40.0, 24.0}, 14.0, alignment, text);
