@@ -25,15 +25,15 @@ using namespace tensio;
 
 namespace {
 
-// As an SVG file, which a browser shows. It keeps the first decimal.
+// As an SVG file, which a browser shows, to the first decimal.
 void expectLook(char const* name, std::function<void(QPaintDevice&)> const& draw)
 {
-    static QRegularExpression const decimals(QStringLiteral("(\\d\\.\\d)\\d+(?=[^<>]*>)"));
+    static QRegularExpression const noise(QStringLiteral("(\\d\\.\\d)\\d+(?=[^<>]*>)| +(?=\\n)"));
     QBuffer buffer;
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
     draw(generator);
-    auto const look = QString::fromUtf8(buffer.data()).replace(decimals, QStringLiteral("\\1"));
+    auto const look = QString::fromUtf8(buffer.data()).replace(noise, QStringLiteral("\\1"));
     QFile kept(QStringLiteral(TENSIO_LOOKS "/%1.svg").arg(QString::fromLatin1(name)));
     if (qEnvironmentVariableIsSet("TENSIO_WRITE_LOOKS") && kept.open(QIODevice::WriteOnly))
         kept.write(look.toUtf8());

@@ -160,7 +160,7 @@ private:
         } else if (state == "open") {
             calls = {"opened"};
             listener->serialPortWasOpened();
-        } else if (isOnceIn(50)) {
+        } else if (isOnceIn(20)) {
             calls = {"close"};
             ++reached["loss"];
             port->playLoss();
