@@ -6,8 +6,8 @@
 
 namespace tensio {
 
-// "x,y,width,height", as the screenshot tool of macOS takes it: each number with at least one digit
-// after the point and no more digits than reading it back exactly takes.
+// "x,y,width,height", as the screenshot tool of macOS expects it. Each number has at least one
+// digit after the point, and the fewest digits that read back as the same number.
 std::string captureRectangle(ScreenRect const& rect);
 
 } // namespace tensio

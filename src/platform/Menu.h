@@ -7,11 +7,12 @@
 
 namespace tensio {
 
-// The tag identifies the item for checkOnly(); the action runs each time the item is chosen.
 struct MenuItem {
+    // UTF-8.
     std::string title;
     // Identifies the item to checkOnly().
     int tag = 0;
+    // Whether the item carries the check mark at first.
     bool isOn = false;
     // Runs when the user chooses the item. Must not rebuild the menu.
     std::function<void()> action;

@@ -6,7 +6,7 @@
 
 namespace tensio {
 
-// What a port knows of the records that its device sends.
+// What a port knows about the records that its device sends.
 struct RecordFormat {
     // In bytes.
     std::size_t width;

@@ -11,8 +11,8 @@ namespace tensio {
 // Asks the user where to save; everything else waits until it is answered.
 class SavePanel : public Interface {
 public:
-    // The chosen path in UTF-8, ending in the file type, which is given without a dot; nothing when
-    // the user cancels. Overwriting has been confirmed.
+    // The file type is given without a dot. Returns the chosen path in UTF-8, ending in the type,
+    // or nothing when the user cancels. The user has agreed to overwrite a file that is there.
     virtual std::optional<std::string> runModal(std::string const& fileType) = 0;
 };
 

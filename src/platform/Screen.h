@@ -7,7 +7,7 @@
 
 namespace tensio {
 
-// In screen points.
+// In device-independent pixels of the screen.
 struct ScreenRect {
     double x = 0.0;
     double y = 0.0;
@@ -21,6 +21,7 @@ public:
     // From the bottom left of the main screen to the window's bottom left, y upwards; all zero
     // without a window.
     virtual ScreenRect mainWindowFrame() const = 0;
+    // In the same unit.
     virtual double mainScreenHeight() const = 0;
 
     // From the top left of the main screen, y downwards. Returns when it is done; does nothing when

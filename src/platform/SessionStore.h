@@ -11,10 +11,11 @@
 
 namespace tensio {
 
-// 0 is no session.
+// 0 means no session. The id of a removed session is not used again.
 using SessionId = long long;
 
-// What is known of a session when its first measurement is written. Pressures in kPa.
+// What is known of a session when its first measurement is written. Pressures are in kPa, names in
+// UTF-8, here and below.
 struct SessionHead {
     Date start;
     std::string name;
@@ -28,7 +29,7 @@ struct SessionSummary {
     SessionId id = 0;
     Date start;
     std::string name;
-    // Of its measurements.
+    // The number of its measurements and their best pressure.
     int count = 0;
     float best = 0.0f;
     // A CSV file of all its measurements has been written.
@@ -36,8 +37,9 @@ struct SessionSummary {
     bool isSimulated = false;
 };
 
-// What a measurement has come to, and those of its points that are new.
+// The state of a measurement, and those of its points that are new.
 struct MeasurementPart {
+    // From 1.
     int number = 0;
     float best = 0.0f;
     float target = 0.0f;
@@ -45,6 +47,7 @@ struct MeasurementPart {
     bool isFinished = false;
     // How many points were written before.
     std::size_t firstPoint = 0;
+    // Not owned.
     std::span<float const> points;
 };
 
@@ -76,9 +79,9 @@ enum class StoreProblem {
     Damaged
 };
 
-// The sessions on the disk. Each operation is done as a whole or not at all; false or an empty
-// result means that it was refused. None waits for another program; one that is to survive a power
-// cut waits for the disk.
+// The sessions on the disk. Each change is made as a whole or not at all. False or an empty result
+// means that it was refused; problem() then says why. None waits for another program; one that is
+// to survive a power cut waits for the disk.
 class SessionStore : public Interface {
 public:
     virtual bool isOpen() const = 0;
@@ -86,18 +89,20 @@ public:
     // a later success does not clear it.
     virtual StoreProblem problem() const = 0;
 
+    // A session is listed once it has a measurement.
     virtual std::optional<SessionId> begin(SessionHead const& head) = 0;
-    // A finished measurement then survives a power cut, a running one the end of the program.
+    // Afterwards a finished measurement survives a power cut, a running one a crash of the program.
     virtual bool write(SessionId session, MeasurementPart const& part) = 0;
     virtual bool end(SessionId session, Date date) = 0;
 
     virtual bool markSaved(SessionId session) = 0;
     // unsavedSession() no longer returns it.
     virtual bool putAside(SessionId session) = 0;
+    // Leaves nothing of it on the disk.
     virtual bool remove(SessionId session) = 0;
     virtual bool removeAll() = 0;
 
-    // Newest first, of those whose name contains the text; case does not matter.
+    // Those whose name contains the text, ignoring case; newest first.
     virtual std::vector<SessionSummary> sessions(std::string const& namePart) = 0;
     // The newest session, if it is neither saved nor put aside.
     virtual std::optional<SessionSummary> unsavedSession() = 0;

@@ -6,7 +6,7 @@
 
 namespace tensio {
 
-// The settings kept between runs.
+// The settings kept between runs, by keys in ASCII.
 class UserDefaults : public Interface {
 public:
     // 0 when no value, or none that is a number, is stored.

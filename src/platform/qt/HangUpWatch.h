@@ -13,6 +13,7 @@ using TerminalHandle = decltype(QSerialPort().handle());
 // nothing on systems other than Unix.
 class HangUpWatch {
 public:
+    // Called at every poll until stop(), which the function may call.
     explicit HangUpWatch(std::function<void()> onHangUp);
 
     void start(TerminalHandle terminal);

@@ -16,7 +16,7 @@ class MainQueue : public QObject {
 
 public:
     void post(std::function<void()> work);
-    // Nothing runs until the subscription ends. Holds may overlap.
+    // Nothing runs until the subscription ends. Holds may overlap, and may outlive the queue.
     Subscription hold();
 
 private:

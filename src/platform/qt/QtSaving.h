@@ -6,7 +6,7 @@ namespace tensio {
 
 class MainQueue;
 
-// The system's save panel, starting at the Desktop. Overwriting asks.
+// The system's save panel. Starts in the user's Desktop folder, if there is one.
 class QtSavePanel : public SavePanel {
 public:
     // The queue is held while the panel is up, and must outlive it.

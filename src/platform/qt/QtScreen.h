@@ -10,7 +10,7 @@ namespace tensio {
 // screen shows, frame included; elsewhere it is the window's own rendering.
 class QtScreen : public Screen {
 public:
-    // Not owned; must outlive its use.
+    // Not owned; must outlive this object.
     void setMainWindow(QWidget& window) { m_window = &window; }
 
     ScreenRect mainWindowFrame() const override;

@@ -11,7 +11,7 @@ namespace tensio {
 
 namespace {
 
-static_assert(std::endian::native == std::endian::little, "what the file holds");
+static_assert(std::endian::native == std::endian::little, "the format of the file");
 constexpr std::size_t pointsPerBlob = 20;
 
 using Durability = SessionDatabase::Durability;

@@ -5,11 +5,13 @@
 
 namespace tensio {
 
-// Sessions in an SQLite file. Points are blobs of at most a second: little-endian floats, kPa.
+// Sessions in an SQLite file. Points are stored in blobs of at most 20 little-endian floats, in
+// kPa.
 class QtSessionStore : public SessionStore {
 public:
-    // In the user's data folder.
+    // sessions.db in the user's data folder.
     QtSessionStore();
+    // Makes the folder and the file if they are missing; problem() says what went wrong.
     explicit QtSessionStore(QString const& path);
 
     bool isOpen() const override { return m_database.isOpen(); }

@@ -12,7 +12,7 @@
 namespace tensio {
 
 // Asks the desktop's screen saver, or the login manager where there is none. No call waits for an
-// answer; the system itself ends what a program that has died asked for.
+// answer. The system ends the inhibition when the program dies.
 class QtSleepInhibitor
     : public QObject
     , public SleepInhibitor {
@@ -37,9 +37,9 @@ private:
     Bus m_session;
     Bus m_system;
     bool m_isInhibited = false;
-    // Tells the answer to the latest request from a late one.
+    // Distinguishes the answer to the latest request from a late one.
     int m_request = 0;
-    // What the screen saver knows the inhibition by.
+    // By which the screen saver identifies the inhibition.
     std::optional<quint32> m_cookie;
     // The login manager inhibits while this is open.
     QDBusUnixFileDescriptor m_lock;

@@ -6,9 +6,10 @@
 
 namespace tensio {
 
-// Settings in an INI file of the user's. Write errors are ignored.
+// Settings in an INI file. Errors in writing it are ignored.
 class QtUserDefaults : public UserDefaults {
 public:
+    // The user's own file.
     QtUserDefaults();
     explicit QtUserDefaults(QString const& path);
 

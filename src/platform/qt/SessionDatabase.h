@@ -11,11 +11,12 @@
 
 namespace tensio {
 
-// The SQLite file of the sessions: opened for this program alone, with the tables of this version.
-// A file that is damaged, or of a newer program, is renamed and a new one begun. One in which
-// damage shows only later stays readable, takes no more changes, and is renamed at the end.
+// The SQLite file of the sessions, with the tables of this version, locked for this program alone.
+// A file that is damaged or was written by a newer version is renamed, and a new one is made. If
+// damage shows only later, the file stays readable, refuses changes, and is renamed at the end.
 class SessionDatabase {
 public:
+    // What a change survives.
     enum class Durability { ProgramEnd, PowerCut };
 
     explicit SessionDatabase(QString const& path);
@@ -26,9 +27,10 @@ public:
     bool isOpen() const { return m_database.isOpen(); }
     StoreProblem problem() const { return m_problem; }
 
-    // Null when the statement failed; valid until it runs again.
+    // The values replace the question marks. Null when the statement failed. The query is owned by
+    // the database and valid until the same statement runs again.
     QSqlQuery* run(QString const& statement, QVariantList const& values = {});
-    // All that the work does, or nothing when it returns false.
+    // Makes all the changes of the work, or none when it returns false or null.
     template<typename Work>
     bool change(Durability durability, Work const& work)
     {
