@@ -93,6 +93,25 @@ TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     EXPECT_EQ(problems.size(), 4U);
     EXPECT_EQ(problems.back(), StoreProblem::None);
     EXPECT_TRUE(session.recorder->canOpen.value());
+    session.saving.answer = "/file.csv";
+    session.store.refusals = 100;
+    session.manager.saveCsv();
+    session.store.refusals = 0;
+    session.runLoop.advance(Seconds(1.0));
+    EXPECT_TRUE(session.store.stored[1].summary.isSaved);
+}
+
+TEST(SessionRecorder, DoesNotTakeARefusedSessionForStoredWhenTheNextClearsTheList)
+{
+    Recorded session;
+    session.begin("");
+    session.store.reason = StoreProblem::NoSpace;
+    session.store.refusals = 100;
+    session.press({20.0});
+    session.finish();
+    session.connect();
+    EXPECT_TRUE(session.store.ended.empty());
+    EXPECT_EQ(session.recorder->problem.value(), StoreProblem::NoSpace);
 }
 
 TEST(SessionRecorder, OpensPastSessionsThoughNothingCanBeStoredOnceTheListIsACsvFile)

@@ -40,7 +40,10 @@ struct FakeSessionStore : SessionStore {
     }
     bool end(SessionId session, Date) override { return ended.push_back(session), true; }
 
-    bool markSaved(SessionId session) override { return stored[session].summary.isSaved = true; }
+    bool markSaved(SessionId session) override
+    {
+        return refusals == 0 && (stored[session].summary.isSaved = true);
+    }
     bool putAside(SessionId session) override { return (m_aside = session) != 0; }
     bool remove(SessionId session) override { return stored.erase(session) == 1; }
     bool removeAll() override { return stored.clear(), true; }
