@@ -3,7 +3,6 @@
 #include "toolkit/Color.h"
 
 #include <QPainter>
-#include <QPainterPath>
 
 #include <algorithm>
 #include <cmath>
@@ -34,17 +33,10 @@ QRegion GaugeView::render()
 
 void GaugeView::drawField(QPainter& painter) const
 {
-    auto const size = designSize();
-    QRectF const bar(0.0, border, size.width(), m_barHeight);
+    auto const width = designSize().width();
+    QRectF const bar(0.0, border, width, m_barHeight);
     painter.fillRect(bar, colorFromHexString(QStringLiteral("#009cff")));
-
-    QPainterPath scale;
-    for (float pressure = 0.0f; pressure <= upperBoundPressure.value(); pressure += 5.0f) {
-        auto const y = heightOf(pressure);
-        scale.moveTo(0.0, y);
-        scale.lineTo(size.width(), y);
-    }
-    painter.strokePath(scale, QPen(Qt::black, 1.0, Qt::SolidLine, Qt::FlatCap));
+    drawScale(painter, 0.0, width, QPen(Qt::black, 1.0));
 }
 
 double GaugeView::barHeight() const

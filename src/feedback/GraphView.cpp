@@ -90,14 +90,7 @@ void GraphView::copyTo(QPainter& painter, QRect area) const
 void GraphView::drawField(QPainter& painter) const
 {
     auto const size = designSize();
-    QPainterPath pressures;
-    for (float pressure = 0.0f; pressure <= upperBoundPressure.value(); pressure += 5.0f) {
-        auto const y = heightOf(pressure);
-        pressures.moveTo(border, y);
-        pressures.lineTo(size.width() - 2.0 * border, y);
-    }
-    painter.strokePath(pressures, QPen(Qt::white, 0.5, Qt::SolidLine, Qt::FlatCap));
-
+    drawScale(painter, border, size.width() - 2.0 * border, QPen(Qt::white, 0.5));
     auto const strokeTimes = [&](float stepSeconds, double lineWidth) {
         auto const unitsPerSecond = size.width() / static_cast<double>(timeWindow.value());
         QPainterPath times;

@@ -5,6 +5,8 @@
 
 #include <QPaintEvent>
 #include <QPainter>
+#include <QPainterPath>
+#include <QPen>
 
 #include <algorithm>
 #include <cmath>
@@ -101,6 +103,17 @@ void PressureView::renderField(QRegion const& area)
         drawLine(painter, m_target);
         drawLine(painter, m_maximum);
     }
+}
+
+void PressureView::drawScale(QPainter& painter, double left, double right, QPen pen) const
+{
+    QPainterPath lines;
+    for (float pressure = 0.0f; pressure <= upperBoundPressure.value(); pressure += 5.0f) {
+        lines.moveTo(left, heightOf(pressure));
+        lines.lineTo(right, heightOf(pressure));
+    }
+    pen.setCapStyle(Qt::FlatCap);
+    painter.strokePath(lines, pen);
 }
 
 double PressureView::heightOf(float pressure) const

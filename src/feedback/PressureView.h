@@ -46,6 +46,8 @@ protected:
 
     // Where the field differs from what was rendered last.
     QRegion changedField();
+    // Draws a line every 5 kPa.
+    void drawScale(QPainter& painter, double left, double right, QPen pen) const;
     void renderField(QRegion const& area);
 
     QSize pictureSize() const { return m_field.size(); }

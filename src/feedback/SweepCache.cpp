@@ -31,6 +31,7 @@ SweepCache::SweepCache(Plotter const& plotter, QSize size, QTransform const& toD
     , m_below(size, m_picture.format())
 {
     m_picture.fill(Qt::transparent);
+    m_below.fill(Qt::transparent);
 }
 
 bool SweepCache::fits(Plotter const& plotter, QSize size, QTransform const& toDevice) const

@@ -1,6 +1,6 @@
 #include "feedback/VisualFeedbackViewController.h"
 
-#include "feedback/FeedbackDescription.h"
+#include "core/NumberText.h"
 #include "reactive/throttle.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
@@ -17,6 +17,12 @@ namespace {
 constexpr Seconds frameInterval {1.0 / 60.0};
 // Screen readers cannot speak faster than this.
 constexpr Seconds descriptionInterval {0.5};
+
+QString number(float value, int decimals)
+{
+    return QString::fromStdString(formatFixed(value, decimals));
+}
+
 } // namespace
 
 VisualFeedbackViewController::VisualFeedbackViewController(
@@ -66,15 +72,25 @@ void VisualFeedbackViewController::renderFrame()
 
 void VisualFeedbackViewController::describe()
 {
-    FeedbackDescription const description(m_viewModel);
-    setAccessibleDescriptionIfChanged(*m_ui->gaugeView, description.gauge());
-    setAccessibleDescriptionIfChanged(*m_ui->graphView, description.graph());
+    auto const pressureScale = QStringLiteral("圧力目盛 0〜%1 kPa")
+                                   .arg(number(m_viewModel.upperBoundPressure.value(), 0));
+    auto const timeScale
+        = QStringLiteral("時間目盛 %1秒").arg(number(m_viewModel.timeWindow.value(), 0));
+    auto const maximum = QStringLiteral("%1 kPa").arg(number(m_viewModel.maxPressure.value(), 1));
+    auto target = QStringLiteral("%1 kPa").arg(number(m_viewModel.targetPressure.value(), 1));
+    if (m_viewModel.isTargetReached())
+        target += QStringLiteral(" 達成");
+    auto const lines = QStringLiteral("目標 %1、最大圧 %2").arg(target, maximum);
+    setAccessibleDescriptionIfChanged(
+        *m_ui->gaugeView, QStringLiteral("%1、%2").arg(pressureScale, lines));
+    setAccessibleDescriptionIfChanged(
+        *m_ui->graphView, QStringLiteral("%1、%2、%3").arg(pressureScale, timeScale, lines));
     for (auto* button : {m_ui->upButton, m_ui->downButton})
-        setAccessibleDescriptionIfChanged(*button, description.pressureScale);
+        setAccessibleDescriptionIfChanged(*button, pressureScale);
     for (auto* button : {m_ui->leftButton, m_ui->rightButton})
-        setAccessibleDescriptionIfChanged(*button, description.timeScale);
-    setNameFromTemplate(*m_ui->targetPressureImage, description.target);
-    setNameFromTemplate(*m_ui->maxPressureImage, description.maximum);
+        setAccessibleDescriptionIfChanged(*button, timeScale);
+    setNameFromTemplate(*m_ui->targetPressureImage, target);
+    setNameFromTemplate(*m_ui->maxPressureImage, maximum);
     announceValue(*m_ui->gaugeView, static_cast<double>(m_viewModel.currentPressure.value()));
 }
 
@@ -154,11 +170,8 @@ void VisualFeedbackViewController::attachCommands()
 
 void VisualFeedbackViewController::layoutGaugeLabels(double upperBound)
 {
-    auto const unitsPerKPa = designFrame(*m_ui->gaugeView).height() / upperBound;
-    m_gaugeLabels.emplace();
-    for (double pressure = 5.0; pressure <= upperBound; pressure += 5.0)
-        m_gaugeLabels->push_back(
-            makeLabel(*m_ui->zeroLabel, pressure, 0.0, pressure * unitsPerKPa));
+    QPointF const oneKPa(0.0, -designFrame(*m_ui->gaugeView).height() / upperBound);
+    m_gaugeLabels = makeLabels(*m_ui->zeroLabel, upperBound, oneKPa);
 }
 
 // The tag of the higher line stands on it, the other hangs from its own: neither hides the other.
@@ -185,24 +198,25 @@ void VisualFeedbackViewController::placeGaugeTags()
 
 void VisualFeedbackViewController::layoutGraphLabels(double timeWindow)
 {
-    auto const unitsPerSecond = designFrame(*m_ui->graphView).width() / timeWindow;
-    m_graphLabels.emplace();
-    for (double time = 5.0; time <= timeWindow; time += 5.0)
-        m_graphLabels->push_back(makeLabel(*m_ui->zeroTimeLabel, time, time * unitsPerSecond, 0.0));
+    QPointF const oneSecond(designFrame(*m_ui->graphView).width() / timeWindow, 0.0);
+    m_graphLabels = makeLabels(*m_ui->zeroTimeLabel, timeWindow, oneSecond);
 }
 
-std::unique_ptr<QLabel> VisualFeedbackViewController::makeLabel(
-    QLabel const& zeroLabel, double value, double dx, double dy)
+VisualFeedbackViewController::Labels VisualFeedbackViewController::makeLabels(
+    QLabel const& zeroLabel, double end, QPointF unit)
 {
-    auto label = std::make_unique<QLabel>(&m_view);
-    label->setProperty("role", zeroLabel.property("role"));
-    label->setFont(zeroLabel.font());
-    label->setAlignment(Qt::AlignCenter);
-    label->setProperty("accessibleNameTemplate", zeroLabel.property("accessibleNameTemplate"));
-    setLabelText(*label, QString::number(value, 'f', 0));
-    setDesignFrame(*label, designFrame(zeroLabel).translated(dx, -dy));
-    label->show();
-    return label;
+    Labels labels;
+    for (double value = 5.0; value <= end; value += 5.0) {
+        auto& label = *labels.emplace_back(std::make_unique<QLabel>(&m_view));
+        for (auto const* property : {"role", "accessibleNameTemplate"})
+            label.setProperty(property, zeroLabel.property(property));
+        label.setFont(zeroLabel.font());
+        label.setAlignment(Qt::AlignCenter);
+        setLabelText(label, QString::number(value, 'f', 0));
+        setDesignFrame(label, designFrame(zeroLabel).translated(unit * value));
+        label.show();
+    }
+    return labels;
 }
 
 } // namespace tensio

@@ -3,9 +3,9 @@
 #include "feedback/VisualFeedbackViewModel.h"
 
 #include <QObject>
+#include <QPointF>
 
 #include <memory>
-#include <optional>
 #include <vector>
 
 class QLabel;
@@ -47,14 +47,14 @@ private:
     void layoutGaugeLabels(double upperBound);
     void placeGaugeTags();
     void layoutGraphLabels(double timeWindow);
-    std::unique_ptr<QLabel> makeLabel(QLabel const& zeroLabel, double value, double dx, double dy);
+    // A number every 5 units, up to the end.
+    Labels makeLabels(QLabel const& zeroLabel, double end, QPointF unit);
 
     QWidget& m_view;
     std::unique_ptr<Ui::VisualFeedback> m_ui;
     VisualFeedbackViewModel m_viewModel;
-    // Absent until the screen first appears.
-    std::optional<Labels> m_gaugeLabels;
-    std::optional<Labels> m_graphLabels;
+    Labels m_gaugeLabels;
+    Labels m_graphLabels;
     // Assigned when the gauge or the graph has something new to show.
     MutableProperty<Nothing> m_frameRequest {Nothing {}};
     // The frame about to be rendered.

@@ -10,15 +10,14 @@ namespace tensio {
 
 namespace {
 
-constexpr float step = 5.0f;
-
-Action<float> stepWithin(MutableProperty<float>& property, float low, float high)
+CocoaAction stepBy(float difference, MutableProperty<float>& property, float low, float high)
 {
-    return Action<float>([&property, low, high](float change) {
+    Action<float> const step([&property, low, high](float change) {
         return SignalProducer<Nothing>::completingAfter([&property, low, high, change] {
             property.setValue(std::clamp(property.value() + change, low, high));
         });
     });
+    return {step, difference};
 }
 
 } // namespace
@@ -27,13 +26,12 @@ VisualFeedbackViewModel::VisualFeedbackViewModel(TensioManager& tensioManager, R
     : model(runLoop, Picture::named(QStringLiteral("gauge_target")),
         Picture::named(QStringLiteral("gauge_target_on")),
         colorFromHexString(QStringLiteral("#e60012")), Qt::white)
-    , m_changeUpperBoundPressure(
-          stepWithin(upperBoundPressure, minUpperBoundPressure, maxUpperBoundPressure))
-    , m_changeTimeWindow(stepWithin(timeWindow, minTimeWindow, maxTimeWindow))
-    , cocoaActionIncUpperBoundPressure(m_changeUpperBoundPressure, step)
-    , cocoaActionDecUpperBoundPressure(m_changeUpperBoundPressure, -step)
-    , cocoaActionIncTimeWindow(m_changeTimeWindow, step)
-    , cocoaActionDecTimeWindow(m_changeTimeWindow, -step)
+    , cocoaActionIncUpperBoundPressure(
+          stepBy(5.0f, upperBoundPressure, minUpperBoundPressure, maxUpperBoundPressure))
+    , cocoaActionDecUpperBoundPressure(
+          stepBy(-5.0f, upperBoundPressure, minUpperBoundPressure, maxUpperBoundPressure))
+    , cocoaActionIncTimeWindow(stepBy(5.0f, timeWindow, minTimeWindow, maxTimeWindow))
+    , cocoaActionDecTimeWindow(stepBy(-5.0f, timeWindow, minTimeWindow, maxTimeWindow))
 {
     m_subscriptions.push_back(tensioManager.currentPressure.observeChanges(
         [this](float pressure) { updateCurrentPressure(pressure); }));

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "feedback/VisualFeedbackModel.h"
-#include "reactive/Action.h"
 #include "reactive/CocoaAction.h"
 
 namespace tensio {
@@ -29,17 +28,12 @@ public:
     MutableProperty<bool> shouldReset {false};
     VisualFeedbackModel model;
 
-    bool isTargetReached() const;
-
-private:
-    Action<float> m_changeUpperBoundPressure;
-    Action<float> m_changeTimeWindow;
-
-public:
     CocoaAction cocoaActionIncUpperBoundPressure;
     CocoaAction cocoaActionDecUpperBoundPressure;
     CocoaAction cocoaActionIncTimeWindow;
     CocoaAction cocoaActionDecTimeWindow;
+
+    bool isTargetReached() const;
 
 private:
     void updateCurrentPressure(float pressure);
