@@ -146,33 +146,14 @@ void measureFrames(benchmark::State& state, float (*pressure)(int), int pointsPe
     }
 }
 
-void pressingFrame(benchmark::State& state)
+// Measures until the picture is exact after what the change did to the trace.
+void measureUntilExact(benchmark::State& state, Trace& trace, auto change)
 {
-    measureFrames(state, pressing, 1);
-}
-
-void noiseFrame(benchmark::State& state)
-{
-    measureFrames(state, noise, 1);
-}
-
-// 320 records a second, 60 frames.
-void lineRateFrame(benchmark::State& state)
-{
-    measureFrames(state, pressing, 6);
-}
-
-void afterChange(benchmark::State& state, float (*pressure)(int))
-{
-    Trace trace(pressure, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
     trace.graph.setClock(trace.clock);
     FrameTimes times(state);
     int frames = 0;
-    float upperBound = 80.0f;
     for (auto const _ : state) {
-        upperBound = 165.0f - upperBound;
-        trace.graph.upperBoundPressure.setValue(upperBound);
-        trace.graph.plotter()->setUpperBoundPressure(upperBound);
+        change();
         double total = 0.0;
         do {
             trace.add(1);
@@ -185,33 +166,20 @@ void afterChange(benchmark::State& state, float (*pressure)(int))
         = benchmark::Counter(static_cast<double>(frames), benchmark::Counter::kAvgIterations);
 }
 
-void afterChangeOfPressing(benchmark::State& state)
+void afterChange(benchmark::State& state, float (*pressure)(int))
 {
-    afterChange(state, pressing);
-}
-
-void afterChangeOfNoise(benchmark::State& state)
-{
-    afterChange(state, noise);
+    Trace trace(pressure, static_cast<int>(state.range(0)), static_cast<int>(state.range(1)));
+    measureUntilExact(state, trace, [&, upperBound = 80.0f]() mutable {
+        upperBound = 165.0f - upperBound;
+        trace.graph.upperBoundPressure.setValue(upperBound);
+        trace.graph.plotter()->setUpperBoundPressure(upperBound);
+    });
 }
 
 void afterAnHour(benchmark::State& state, float (*pressure)(int))
 {
     Trace trace(pressure, 1, static_cast<int>(state.range(0)));
-    trace.graph.setClock(trace.clock);
-    FrameTimes times(state);
-    int frames = 0;
-    for (auto const _ : state) {
-        trace.add(120 * pointsPerSweep);
-        double total = 0.0;
-        do {
-            trace.add(1);
-            total += times.measure([&] { trace.showFrame(); });
-            ++frames;
-        } while (!trace.graph.isSettled());
-        state.SetIterationTime(total);
-    }
-    state.counters["frames"] = frames;
+    measureUntilExact(state, trace, [&] { trace.add(120 * pointsPerSweep); });
 }
 
 void gaugeFrame(benchmark::State& state)
@@ -294,17 +262,30 @@ void atFixedLength(benchmark::internal::Benchmark* bench)
 
 BENCHMARK(floorOfOneRepaint)->Apply(atFixedLength);
 BENCHMARK(floorOfTwoCopies)->Apply(atFixedLength)->Arg(1)->Arg(2);
-BENCHMARK(pressingFrame)->Apply(atFixedLength)->ArgsProduct({{1, 10, 100, 960}, {1, 2}});
-BENCHMARK(noiseFrame)->Apply(atFixedLength)->ArgsProduct({{1, 10}, {1, 2}});
-BENCHMARK(lineRateFrame)->Apply(atFixedLength)->ArgsProduct({{1, 960}, {1, 2}});
+BENCHMARK_CAPTURE(measureFrames, pressing, pressing, 1)
+    ->Name("pressingFrame")
+    ->Apply(atFixedLength)
+    ->ArgsProduct({{1, 10, 100, 960}, {1, 2}});
+BENCHMARK_CAPTURE(measureFrames, noise, noise, 1)
+    ->Name("noiseFrame")
+    ->Apply(atFixedLength)
+    ->ArgsProduct({{1, 10}, {1, 2}});
+// 320 records a second, 60 frames.
+BENCHMARK_CAPTURE(measureFrames, lineRate, pressing, 6)
+    ->Name("lineRateFrame")
+    ->Apply(atFixedLength)
+    ->ArgsProduct({{1, 960}, {1, 2}});
 BENCHMARK(gaugeFrame)->Apply(atFixedLength)->Arg(1)->Arg(2);
-BENCHMARK(afterChangeOfPressing)
+BENCHMARK_CAPTURE(afterChange, pressing, pressing)
     ->Apply(atFixedLength)
     ->Iterations(2)
     ->ArgsProduct({{1, 10, 100, 960}, {1, 2}});
 BENCHMARK_CAPTURE(afterAnHour, pressing, pressing)->Apply(atFixedLength)->Iterations(1)->Arg(2);
 BENCHMARK_CAPTURE(afterAnHour, noise, noise)->Apply(atFixedLength)->Iterations(1)->Arg(2);
-BENCHMARK(afterChangeOfNoise)->Apply(atFixedLength)->Iterations(2)->ArgsProduct({{1, 10}, {1, 2}});
+BENCHMARK_CAPTURE(afterChange, noise, noise)
+    ->Apply(atFixedLength)
+    ->Iterations(2)
+    ->ArgsProduct({{1, 10}, {1, 2}});
 
 } // namespace
 
