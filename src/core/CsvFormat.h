@@ -11,6 +11,7 @@ namespace tensio {
 // which writes it, builds on this library.
 class CsvFormat : public Interface {
 public:
+    // The date is text, written as it is.
     virtual std::string all(std::string const& name, std::string const& date,
         Measurements const& measurements) const = 0;
     // At most three measurements; average, smallest and largest best pressure in kPa.

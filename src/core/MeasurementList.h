@@ -23,11 +23,13 @@ public:
     // kPa; 0 when nothing is selected.
     MutableProperty<float> selectedAverage {0.0f};
 
+    // At most ITEMS measurements from startingIndex() on.
     Measurements slice() const;
     // The measurement must be finished. A full list ignores it.
     void add(std::shared_ptr<Measurement> measurement);
-    // An index that would leave fewer than five visible is ignored.
+    // Ignores an index below 0 and one that would leave fewer than ITEMS visible.
     void setStartingIndex(std::ptrdiff_t index);
+    // Empties the list, the visible range and the selection.
     void reset();
 
     // The selected measurements, in list order.

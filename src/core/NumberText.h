@@ -15,7 +15,7 @@ std::string formatFixed(float value, int decimals);
 std::string pressureText(float kPa);
 std::string withUnit(float kPa);
 
-// Nothing unless the whole text is a floating-point number; ASCII, no blanks. Infinities, "nan" and
+// Empty unless the whole text is a floating-point number; ASCII, no blanks. Infinities, "nan" and
 // hexadecimal numbers count.
 std::optional<float> readNumber(std::string_view text);
 

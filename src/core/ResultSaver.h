@@ -35,13 +35,13 @@ public:
     ResultSaver(MutableProperty<std::string> const& username,
         MeasurementList const& measurementList, SavingServices services);
 
-    // All measurements, or the selected ones. Without any they do nothing. True when the file holds
-    // all measurements.
+    // All measurements, or the selected ones; does nothing when there are none. True when a file
+    // with all measurements was written.
     bool saveCsv();
     void saveSelectedCsv();
-    // A picture of the main window, through the clipboard; this failure to write is not shown.
+    // A PNG picture of the main window, through the clipboard. A failure is not reported.
     void saveScreenshot();
-    // The pages of a report.
+    // The pages of a report as a PDF file.
     void saveViewAsPdf(PrintView& view);
 
 private:

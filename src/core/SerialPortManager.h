@@ -31,6 +31,7 @@ public:
     // Each start looks for the port and opens it: a value when it has opened, a failure when there
     // is none or it does not open, an interruption when it closes, completion at disconnect().
     SignalProducer<Nothing, ErrorRef> connect();
+    // Completes the connection and closes the port, whose later events are ignored.
     void disconnect();
 
     void serialPortWasOpened() override;

@@ -41,7 +41,7 @@ SessionRecorder::SessionRecorder(
     , m_store(store)
     , m_clock(clock)
 {
-    // Where the store could not be opened, the user knows already that nothing is kept.
+    // That the store could not be opened has been reported already.
     if (!m_store.isOpen())
         return;
     m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(

@@ -26,10 +26,10 @@ public:
     MutableProperty<StoreProblem> problem;
     // No session runs, and all that the window shows is in the store or in a CSV file.
     MutableProperty<bool> canOpen;
-    // The one that the window shows; none while it shows the session of the latest connection.
+    // The stored session that the window shows; none while it shows that of the latest connection.
     MutableProperty<std::optional<SessionSummary>> pastSession {std::nullopt};
 
-    // Puts a stored session into the window; false when it cannot be read.
+    // Puts a stored session into the window; false when it cannot be read or canOpen is false.
     bool open(SessionId session);
 
 private:

@@ -74,6 +74,7 @@ public:
     Action<Nothing> saveCsvAction;
     Action<Nothing> saveScreenshotAction;
 
+    // The tick of the clock, once a second.
     void updateTime();
     // The tick of the reset timer: finishes the measurement if no record came since the last tick.
     void onReset();
@@ -90,7 +91,7 @@ public:
     // Where the last save of the measurements in the list went; empty when there was none.
     MutableProperty<std::string>& savedPath() { return m_saver.savedPath; }
 
-    // As those of ResultSaver.
+    // As those of ResultSaver; saveCsv() sets isSavedAsCsv as well.
     void saveCsv();
     void saveSelectedCsv() { m_saver.saveSelectedCsv(); }
     void saveScreenshot() { m_saver.saveScreenshot(); }

@@ -12,7 +12,7 @@ class ListPrintView : public PagedView {
 public:
     ListPrintView(std::string name, Measurements measurements);
 
-    // 0 until pagination.
+    // The heading line of the first page counts. 0 until pagination.
     int linesPerPage() const { return m_linesPerPage; }
 
     void draw(PrintCanvas& canvas) const override;

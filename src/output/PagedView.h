@@ -7,7 +7,7 @@ namespace tensio {
 // Base of all reports: keeps the current page and its printable area inside the margins.
 class PagedView : public PrintView {
 public:
-    // Printable area of the paper; empty until pagination.
+    // Printable area of the paper, in points; empty until pagination.
     PrintRect const& pageRect() const { return m_pageRect; }
     // Counted from 0.
     int currentPage() const { return m_currentPage; }

@@ -6,7 +6,7 @@
 
 namespace tensio {
 
-// As "2024年 3月05日", in the local time zone.
+// In the local time zone: "2024年 3月05日", "14:07:09", and both with a blank between them.
 std::string reportDate(Date date);
 std::string reportTime(Date date);
 std::string reportDateAndTime(Date date);

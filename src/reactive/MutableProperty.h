@@ -33,7 +33,7 @@ public:
         state->listeners.call();
     }
 
-    // Later values only.
+    // Later values only. The subscription may outlive the property.
     Subscription observeChanges(Observer observer)
     {
         return m_state->listeners.add([state = m_state.get(), observer = std::move(observer)] {

@@ -12,6 +12,7 @@ public:
     Subscription() = default;
     explicit Subscription(std::function<void()> cleanup);
 
+    // Runs the clean-up now; a second call does nothing.
     void end() { m_cleanup.reset(); }
 
 private:

@@ -4,19 +4,6 @@
 
 using namespace tensio;
 
-TEST(TensioManager, ShowsReadingsClampedBeforeTheMaximum)
-{
-    Session session;
-    session.connect();
-    std::vector<std::pair<float, float>> seen;
-    auto const observing = session.manager.currentPressure.observeChanges(
-        [&](float pressure) { seen.emplace_back(pressure, session.manager.maxPressure.value()); });
-    session.receive({1.0, -3.0, 12.5, 7.0, 7.0});
-    EXPECT_EQ(seen,
-        (std::vector<std::pair<float, float>> {
-            {1.0f, 0.0f}, {0.0f, 1.0f}, {12.5f, 1.0f}, {7.0f, 12.5f}, {7.0f, 12.5f}}));
-}
-
 TEST(TensioManager, EndsAMeasurementAtTheFirstTickWithoutARecordSinceTheLastTick)
 {
     // The first record starts the timer; ticks come at 1, 2, 3 s. A burst without pressure is kept.

@@ -10,17 +10,17 @@ TEST(Signal, DeliversNothingAfterItsFirstEndAlsoBehindTheListenerThatEndsIt)
         FailedEvent<int> {7}, CompletedEvent {}, InterruptedEvent {}};
     for (auto const& end : ends) {
         auto const pipe = Signal<int, int>::pipe();
-        std::vector<std::size_t> heard;
+        std::vector<std::size_t> received;
         auto const ending = pipe.signal.observeValues([&](int value) {
             if (value == 2)
                 pipe.observer.send(end);
         });
         auto const listening
-            = pipe.signal.observe([&](auto const& event) { heard.push_back(event.index()); });
+            = pipe.signal.observe([&](auto const& event) { received.push_back(event.index()); });
         for (int value = 1; value <= 3; ++value)
             pipe.observer.sendValue(value);
         for (auto const& again : ends)
             pipe.observer.send(again);
-        EXPECT_EQ(heard, (std::vector<std::size_t> {0, end.index()}));
+        EXPECT_EQ(received, (std::vector<std::size_t> {0, end.index()}));
     }
 }

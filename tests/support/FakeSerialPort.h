@@ -8,7 +8,7 @@
 
 namespace tensio {
 
-// A port without a line: notes what is asked of it, and plays what a test wants it to tell.
+// A port without a line: records the calls, and a test plays the events through its delegate.
 struct FakeSerialPort : SerialPort {
     explicit FakeSerialPort(std::string name)
         : m_name(std::move(name))

@@ -7,7 +7,7 @@
 
 namespace tensio {
 
-// Sessions in memory, and how many writes are refused before the next is done.
+// Sessions in memory. The next `refusals` writes are refused.
 struct FakeSessionStore : SessionStore {
     std::map<SessionId, StoredSession> stored;
     std::vector<SessionId> ended;

@@ -12,7 +12,7 @@ struct TimedBytes {
     std::string bytes;
 };
 
-// A pressure in kPa as the device writes it.
+// A pressure in kPa as the device writes it, within ±999.9.
 std::string deviceRecord(double pressure);
 
 // A person pressing, 20 records a second, over and over: a weak press, a press at the target, a

@@ -20,7 +20,7 @@ void require(bool isDone, char const* what)
 
 // Bytes must pass as they are, and nothing may be echoed back. The settings belong to the terminal,
 // not to the descriptor, and stay when this one is closed; closing it also makes the master report
-// that nobody reads.
+// that no program reads.
 void makeRaw(char const* terminal)
 {
     int const slave = open(terminal, O_RDWR | O_NOCTTY | O_CLOEXEC);
