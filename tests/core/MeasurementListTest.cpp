@@ -26,11 +26,11 @@ TEST(MeasurementList, PublishesTheFiveNewestAndScrollsWithinItsBounds)
     std::string slices;
     auto const observing = list.signal().observeValues(
         [&](Measurements const& slice) { slices += numbers(slice) + "| "; });
-    for (int const index : {2, -1, 3, 0, 0, 1})
+    for (int const index : {2, -1, 3, 0, 0, 1, 2})
         list.setStartingIndex(index);
     list.add(finishedMeasurements(8).back());
     list.reset();
-    EXPECT_EQ(slices, "1 2 3 4 5 | 2 3 4 5 6 | 4 5 6 7 8 | | ");
+    EXPECT_EQ(slices, "1 2 3 4 5 | 2 3 4 5 6 | 3 4 5 6 7 | 4 5 6 7 8 | | ");
     EXPECT_EQ(list.startingIndex(), 0);
 }
 
