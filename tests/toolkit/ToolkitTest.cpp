@@ -27,22 +27,27 @@ TEST(WindowSize, FitsEveryScreen)
 
 TEST(Color, ReadsHexTextAndTakesEverythingElseForBlack)
 {
-    for (auto const& [text, color] : {std::pair {"#e60012", 0xe60012U}, {"E60012", 0xe60012U},
-             {"", 0U}, {"e6001", 0U}, {"##e6001", 0U}, {"e60012\n", 0U}})
-        EXPECT_EQ(colorFromHexString(QString::fromLatin1(text)), QColor::fromRgb(color)) << text;
+    for (auto const* text : {"#e60012", "E60012"})
+        EXPECT_EQ(colorFromHexString(QString::fromLatin1(text)), QColor(230, 0, 18));
+    for (auto const* text : {"", "e6001", "##e6001", "e60012\n"})
+        EXPECT_EQ(colorFromHexString(QString::fromLatin1(text)), QColor(Qt::black)) << text;
 }
 
 TEST(DesignFrame, PlacesLateComersAtTheScaleTheirTreeIsShownAt)
 {
     QWidget root;
     root.setGeometry(0, 0, 100, 100);
+    QWidget early(&root);
+    early.setGeometry(10, 10, 21, 21);
     scaleDesign(root, 1.5);
     QWidget late(&root);
     setDesignFrame(late, QRectF(10.0, 10.0, 21.0, 21.0));
-    EXPECT_EQ(late.geometry(), QRect(15, 15, 32, 32));
+    EXPECT_EQ(early.geometry(), QRect(15, 15, 32, 32));
+    EXPECT_EQ(late.geometry(), early.geometry());
     scaleDesign(root, 1.0);
     EXPECT_EQ(late.geometry(), QRect(10, 10, 21, 21));
     EXPECT_EQ(wholePixels(QRectF(1.344, 1.344, 40.312, 40.312)), QRect(1, 1, 41, 41));
+    EXPECT_EQ(flipped(QRectF(1.0, 2.0, 3.0, 4.0), 100.0), QRectF(1.0, 94.0, 3.0, 4.0));
 }
 
 TEST(WaylandWindowSizes, AWindowOfAFixedSizeTakesALargerOne)
@@ -52,6 +57,6 @@ TEST(WaylandWindowSizes, AWindowOfAFixedSizeTakesALargerOne)
     widget.setFixedSize(100, 100);
     widget.show();
     ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
-    auto const largest = widget.windowHandle()->maximumSize();
-    EXPECT_EQ(largest.expandedTo({8000, 8000}), largest);
+    EXPECT_GE(widget.windowHandle()->maximumWidth(), 8000);
+    EXPECT_GE(widget.windowHandle()->maximumHeight(), 8000);
 }
