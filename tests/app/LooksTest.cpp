@@ -87,8 +87,6 @@ TEST(Looks, Buttons)
     radio.setBgImageName(QStringLiteral("radio_on"));
     radio.setChecked(true);
     expectLook("radio-button-on", radio);
-    radio.setEnabled(false);
-    expectLook("radio-button-disabled", radio);
 
     PopUpButton popUp;
     popUp.addItem({QStringLiteral("70%"), 0});

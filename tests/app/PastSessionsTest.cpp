@@ -64,4 +64,7 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     }
     EXPECT_EQ(desk.store.stored.begin()->second.summary.name, "花子");
     EXPECT_FALSE(find(window, "openButton").isEnabled()) << "nothing is left of that name";
+    find<QLineEdit>(window, "searchInput").clear();
+    click(window, "openButton");
+    EXPECT_TRUE(desk.window.windowTitle().contains(u"花子"));
 }

@@ -16,7 +16,6 @@ TEST(Program, EndsWithItsWindowClosesThePortAndKeepsTheSession)
                 EXPECT_TRUE(moment == "idle" || (program.connect() && program.press()));
             program.application->window().close();
         });
-        // Else it would go on for ever.
         QTimer const patience;
         QTimer::singleShot(std::chrono::seconds(30), &patience, [] { QApplication::exit(1); });
         EXPECT_EQ(QApplication::exec(), 0) << moment;

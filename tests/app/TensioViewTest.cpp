@@ -1,7 +1,6 @@
 #include "support/Desk.h"
 
 #include <QLabel>
-#include <QMenuBar>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -68,6 +67,8 @@ TEST(TensioView, KeysOpenTheDialogFinishAndTurnTheHistoryWhenThatIsPossible)
     EXPECT_EQ(press(Qt::Key_End).back()->number, 7);
     press(Qt::Key_F5);
     EXPECT_FALSE(cover.isVisible());
+    press(Qt::Key_F11);
+    EXPECT_TRUE(desk.window.isFullScreen());
     press(Qt::Key_F5, Qt::ShiftModifier);
     EXPECT_FALSE(desk.manager.isMeasuring.value());
 }

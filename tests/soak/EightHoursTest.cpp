@@ -18,7 +18,6 @@ void passEightHours(double silenceSeconds, std::ptrdiff_t bytesPerReading)
     // It drops what has not been used for half a minute of real time.
     QPixmapCache::setCacheLimit(0);
     Desk desk;
-    // Small, so that painting it costs little.
     desk.window.setMinimumSize(0, 0);
     desk.window.resize(104, 69);
     desk.connect();
