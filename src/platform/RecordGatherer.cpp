@@ -49,8 +49,8 @@ void RecordGatherer::onSilence()
 void RecordGatherer::flush()
 {
     stopWaiting();
-    // By its length the receiver would take the buffer for records and read the shifted ones wrong.
-    // A single sign at its end may be a filler.
+    // A buffer of this length would pass for whole records, and the shifted ones be read wrong. A
+    // single sign at its end may be a filler.
     if (m_format.isWholeNumberOfRecords(m_buffer) && endsInShiftedRecords(2))
         m_buffer.clear();
     deliver(m_buffer.size());
@@ -81,7 +81,7 @@ bool RecordGatherer::endsInShiftedRecords(std::size_t minBytes) const
     return m_format.findShiftedStart(m_buffer, unexaminedFrom(), minBytes).has_value();
 }
 
-// At earlier offsets at least two records' bytes were there to be examined by receive().
+// receive() has examined earlier offsets: the bytes of two records were there.
 std::size_t RecordGatherer::unexaminedFrom() const
 {
     return m_buffer.size() - std::min(m_buffer.size(), 2 * m_format.width - 1);

@@ -92,7 +92,7 @@ std::optional<std::string> QtSavePanel::runModal(std::string const& fileType)
         auto const path = withType(chosen, type);
         if (path == chosen || !QFileInfo::exists(path))
             return path.toStdString();
-        // A panel of the desktop's own asked about another name, if at all: it has to ask again.
+        // The desktop's own panel asked about the name without the type, if at all. Ask again.
         panel.selectFile(path);
     }
     return std::nullopt;

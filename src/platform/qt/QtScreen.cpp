@@ -17,7 +17,7 @@ ScreenRect QtScreen::mainWindowFrame() const
 {
     if (!m_window)
         return {};
-    // Qt counts from the corner of all screens together.
+    // Qt's coordinates begin at the corner of all screens together.
     auto const origin = QGuiApplication::primaryScreen()->geometry().topLeft();
     QRectF const frame = m_window->frameGeometry().translated(-origin);
     return {

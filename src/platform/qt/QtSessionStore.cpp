@@ -136,7 +136,7 @@ bool QtSessionStore::remove(SessionId session)
                 QStringLiteral("DELETE FROM measurement WHERE session = ?"), {session})
             && m_database.run(QStringLiteral("DELETE FROM session WHERE id = ?"), {session});
     });
-    // Nothing of it may stay in the journal.
+    // Nothing of the session may stay in the journal.
     m_database.tidyUp();
     return isDone;
 }

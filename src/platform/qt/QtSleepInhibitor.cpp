@@ -83,7 +83,7 @@ void QtSleepInhibitor::inhibitLoginManager()
     auto* answer = new QDBusPendingCallWatcher(bus.asyncCall(call, timeout), this);
     connect(answer, &QDBusPendingCallWatcher::finished, this, [this, answer, request = m_request] {
         answer->deleteLater();
-        // A late lock goes with its answer.
+        // A lock that comes too late is released with its answer.
         QDBusPendingReply<QDBusUnixFileDescriptor> const lock(*answer);
         if (!lock.isError() && isCurrent(request))
             m_lock = lock.value();
