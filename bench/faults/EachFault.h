@@ -12,21 +12,28 @@
 
 namespace tensio {
 
-// How it ends; -1 when it was killed.
-inline int runWorker(QString const& task, QTemporaryDir const& folder, QStringList const& strace)
+struct WorkerResult {
+    // -1 when it was killed.
+    int code;
+    QByteArray output;
+};
+
+inline WorkerResult runWorker(
+    QString const& task, QTemporaryDir const& folder, QStringList const& strace)
 {
     QProcess process;
     process.start("strace",
         QStringList {"-f"} + strace + QStringList {TENSIO_FAULT_WORKER, task, folder.path()});
     EXPECT_TRUE(process.waitForFinished(-1)) << "tools/install-dependencies strace";
-    return process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    bool const isKilled = process.exitStatus() != QProcess::NormalExit;
+    return {isKilled ? -1 : process.exitCode(), process.readAllStandardOutput()};
 }
 
 // The system calls of this kind, as their names and their counts since the start.
 inline std::vector<std::pair<QString, int>> callsOf(QString const& task, char const* kind)
 {
     QTemporaryDir const folder;
-    EXPECT_EQ(runWorker(task, folder, {"-o", folder.filePath("log")}), 0);
+    EXPECT_EQ(runWorker(task, folder, {"-o", folder.filePath("log")}).code, 0);
     QFile file(folder.filePath("log"));
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     std::vector<std::pair<QString, int>> calls;

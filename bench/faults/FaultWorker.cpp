@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include <iostream>
 #include <unistd.h>
 
 // To be killed and refused by the fault runs.
@@ -35,7 +36,8 @@ int saveBetweenMarks(QDir const& folder)
     return isSaved ? 0 : 1;
 }
 
-// How many messages the user was shown; 100 when the session or the file is not whole.
+// Prints a dot for each record and a line break for each measurement. Returns how many messages the
+// user was shown; 100 when the session or the file is not whole.
 int record(QDir const& folder)
 {
     mark(faultsBegin);
@@ -43,8 +45,11 @@ int record(QDir const& folder)
     auto& [session, store, recorder] = *recording;
     int messages = recorder.problem.value() == StoreProblem::None ? 0 : 1;
     auto counting = recorder.problem.observeChanges([&](auto const&) { ++messages; });
-    for (int burst = 0; burst < 3; ++burst)
-        recording->press(3, [] {});
+    auto const print = [](char const* sign) { std::cout << sign << std::flush; };
+    for (int burst = 0; burst < 3; ++burst) {
+        recording->press(3, [&] { print("."); });
+        print("\n");
+    }
     session.manager.disconnectAction.apply(Nothing {});
     auto const& measurements = session.manager.measurementList.measurements();
     mark(faultsEnd);

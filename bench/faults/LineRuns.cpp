@@ -1,12 +1,11 @@
 #include "device-simulator/PressingStory.h"
 #include "support/AllocationCount.h"
-#include "support/HangUpFlood.h"
-#include "support/Process.h"
 #include "support/Program.h"
 
 #include <QElapsedTimer>
 
 #include <ctime>
+#include <filesystem>
 #include <gtest/gtest.h>
 
 // The serial line of the whole program in real time.
@@ -20,6 +19,12 @@ double processorSeconds()
     return static_cast<double>(std::clock()) / CLOCKS_PER_SEC;
 }
 
+std::ptrdiff_t openDescriptors()
+{
+    std::filesystem::directory_iterator const descriptors("/proc/self/fd");
+    return std::distance(begin(descriptors), end(descriptors));
+}
+
 } // namespace
 
 TEST(LineRuns, TwoHundredPulledCables)
@@ -31,7 +36,6 @@ TEST(LineRuns, TwoHundredPulledCables)
         program.plugIn();
         program.manager().connectAction.apply(Nothing {});
         ASSERT_TRUE(program.press()) << cycle;
-        HangUpFlood const flood;
         QElapsedTimer sincePull;
         sincePull.start();
         ASSERT_TRUE(program.pull());
@@ -39,7 +43,6 @@ TEST(LineRuns, TwoHundredPulledCables)
         ASSERT_TRUE(QTest::qWaitFor([&] { return !QApplication::activeModalWidget(); }));
         ASSERT_EQ(program.alerts.size(), 1) << cycle;
         ASSERT_EQ(program.manager().measurementList.measurements().size(), 1U);
-        EXPECT_EQ(flood.reads, 1);
         if (cycle == 50) {
             descriptors = openDescriptors();
             blocks = liveBlocks;

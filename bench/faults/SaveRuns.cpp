@@ -11,15 +11,15 @@ TEST(SaveRuns, LeaveTheOldFileOrTheNewWhateverCallFails)
         "error=ENOSPC", "error=EDQUOT", "error=EIO", "error=EINTR", "error=EACCES", "signal=KILL"};
     for (auto const* task : {"create", "replace"}) {
         QByteArray const old(task == std::string("create") ? 0 : savedSize / 2, 'o');
-        withEachFault(task, ".", faults, [&](QDir const& folder, int result) {
+        withEachFault(task, ".", faults, [&](QDir const& folder, WorkerResult const& result) {
             QFile file(folder.filePath(savedFile));
             auto const found = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
             bool const isNew = found == QByteArray(savedSize, 'n');
             EXPECT_TRUE(isNew || found == old);
-            EXPECT_TRUE(result == -1 || isNew == (result == 0));
+            EXPECT_TRUE(result.code == -1 || isNew == (result.code == 0));
             auto const files = folder.entryList(QDir::Files | QDir::Hidden).size();
-            EXPECT_TRUE(result == -1 || files == (file.exists() ? 1 : 0));
-            refusals += result == 1 ? 1 : 0;
+            EXPECT_TRUE(result.code == -1 || files == (file.exists() ? 1 : 0));
+            refusals += result.code == 1 ? 1 : 0;
         });
     }
     EXPECT_GT(refusals, 20) << "calls that matter must be among them";

@@ -1,98 +1,61 @@
 #include "EachFault.h"
 #include "Recording.h"
 
-#include <atomic>
-#include <csignal>
-#include <random>
-#include <sys/mman.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-// A session's store whose program is killed, or refused by the system at each of its calls.
+// A session's store whose program is killed, or refused by the system, at each call that changes a
+// file.
 
 using namespace tensio;
 
 namespace {
 
-// What a session has recorded when it is killed.
-struct Progress {
-    std::atomic<std::size_t> finished = 0;
-    // Points of the running measurement.
-    std::atomic<std::size_t> running = 0;
-};
+// Not what the worker prints.
+constexpr auto const* changingCalls = "^(p?write(64)?|f(data)?sync|rename|unlink|ftruncate|mkdir|f?"
+                                      "chmod)\\((?!1,)|^openat.*sessions.db";
 
-void recordUntilKilled(QString const& path, Progress& progress)
+std::vector<StoredMeasurement> storedMeasurements(QDir const& folder)
 {
-    Recording recording(path);
-    auto const& manager = recording.session.manager;
-    auto const observe = [&] {
-        progress.running = 0;
-        progress.finished = manager.measurementList.measurements().size();
-        progress.running = manager.measurement->pressurePoints->size();
-    };
-    for (int burst = 0; burst < 90; ++burst)
-        recording.press(1 + burst % 5, observe);
-    pause();
-}
-
-// Of a session that has not been seen before; nothing when there is none.
-std::vector<StoredMeasurement> newMeasurements(QString const& path, SessionId& seen)
-{
-    QtSessionStore store(path);
+    QtSessionStore store(folder.filePath(storeFile));
     EXPECT_EQ(store.problem(), StoreProblem::None);
     auto const unsaved = store.unsavedSession();
-    if (!unsaved || unsaved->id == seen)
-        return {};
-    seen = unsaved->id;
-    return store.load(seen)->measurements;
+    return unsaved ? store.load(unsaved->id).value().measurements
+                   : std::vector<StoredMeasurement>();
+}
+
+// The points of each measurement, from the first.
+bool areWhole(std::vector<StoredMeasurement> const& measurements, std::ptrdiff_t count)
+{
+    return std::ssize(measurements) >= count
+        && std::all_of(measurements.begin(), measurements.begin() + count,
+            [](auto const& each) { return each.points.size() == 60 && isPress(each.points); });
 }
 
 } // namespace
 
-TEST(StoreRuns, KilledFiveHundredTimes)
+TEST(StoreRuns, KilledAtEverySystemCall)
 {
-    std::mt19937 random(14);
-    QTemporaryDir const folder;
-    auto const path = folder.filePath(storeFile);
-    auto* const shared = mmap(
-        nullptr, sizeof(Progress), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0);
-    SessionId seen = 0;
-    for (int kill = 0; kill < 500; ++kill) {
-        auto const& progress = *new (shared) Progress;
-        auto const worker = fork();
-        if (worker == 0)
-            recordUntilKilled(path, *static_cast<Progress*>(shared));
-        while (progress.running == 0)
-            usleep(1000);
-        usleep(static_cast<useconds_t>(random() % 400'000));
-        ::kill(worker, SIGKILL);
-        waitpid(worker, nullptr, 0);
-        auto stored = newMeasurements(path, seen);
-        EXPECT_GE(stored.size(), progress.finished);
-        for (std::size_t index = 0; index < stored.size(); ++index) {
-            auto const& points = stored[index].points;
-            bool const isWhole = points.size() == 20 * (1 + index % 5);
-            EXPECT_TRUE(isPress(points) && (isWhole || index >= progress.finished));
-        }
-        stored.resize(progress.finished + 1);
-        EXPECT_GE(stored.back().points.size() + 20, progress.running);
-    }
+    int kills = 0;
+    withEachFault("record", changingCalls, {"signal=KILL"},
+        [&](QDir const& folder, WorkerResult const& result) {
+            auto const finished = result.output.count('\n');
+            auto const running = result.output.size() - result.output.lastIndexOf('\n') - 1;
+            auto stored = storedMeasurements(folder);
+            EXPECT_TRUE(areWhole(stored, finished)) << stored.size() << "of" << finished;
+            stored.resize(static_cast<std::size_t>(finished) + 1);
+            EXPECT_TRUE(isPress(stored.back().points));
+            EXPECT_GE(std::ssize(stored.back().points) + 20, running);
+            kills += result.code == -1 ? 1 : 0;
+        });
+    EXPECT_GT(kills, 20) << "calls that matter must be among them";
 }
 
 TEST(StoreRuns, EverySystemCallRefusedOnce)
 {
-    constexpr auto const* changing = "^(p?write(64)?|f(data)?sync|rename|unlink|ftruncate|mkdir|f?"
-                                     "chmod)\\(|^openat.*sessions.db";
     int runs = 0;
-    withEachFault(
-        "record", changing, {"error=ENOSPC", "error=EIO"}, [&](QDir const& folder, int result) {
-            QtSessionStore store(folder.filePath(storeFile));
-            auto const unsaved = store.unsavedSession();
-            bool const isKept = unsaved && unsaved->count == 3
-                && std::ranges::all_of(store.load(unsaved->id)->measurements, [](auto const& each) {
-                       return each.points.size() == 60 && isPress(each.points);
-                   });
-            EXPECT_TRUE(result == 1 || (result == 0 && isKept)) << result;
+    withEachFault("record", changingCalls, {"error=ENOSPC", "error=EIO"},
+        [&](QDir const& folder, WorkerResult const& result) {
+            EXPECT_TRUE(
+                result.code == 1 || (result.code == 0 && areWhole(storedMeasurements(folder), 3)))
+                << result.code;
             ++runs;
         });
     EXPECT_GT(runs, 40) << "calls that matter must be among them";
