@@ -146,7 +146,7 @@ void measureFrames(benchmark::State& state, float (*pressure)(int), int pointsPe
     }
 }
 
-// Measures until the picture is exact after what the change did to the trace.
+// After each change, measures frames until the picture is exact.
 void measureUntilExact(benchmark::State& state, Trace& trace, auto change)
 {
     trace.graph.setClock(trace.clock);

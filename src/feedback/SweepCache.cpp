@@ -132,7 +132,7 @@ bool SweepCache::strokeFinished(Plotter const& plotter)
 void SweepCache::stroke(Plotter const& plotter, std::size_t end, QRect area)
 {
     m_changed |= area;
-    // Ends with the area: the painter spends most of its time on what a clip hides on the right.
+    // The painter also rasterizes what a clip hides, but not what lies beyond the picture's end.
     QImage columns(m_picture.bits(), area.right() + 1, m_picture.height(), m_picture.bytesPerLine(),
         m_picture.format());
     QPainter painter(&columns);
