@@ -44,7 +44,8 @@ int record(QDir const& folder)
     std::optional<Recording> recording(folder.filePath(storeFile));
     auto& [session, store, recorder] = *recording;
     int messages = recorder.problem.value() == StoreProblem::None ? 0 : 1;
-    auto counting = recorder.problem.observeChanges([&](auto const&) { ++messages; });
+    auto counting = recorder.problem.observeChanges(
+        [&](StoreProblem problem) { messages += problem == StoreProblem::None ? 0 : 1; });
     auto const print = [](char const* sign) { std::cout << sign << std::flush; };
     for (int burst = 0; burst < 3; ++burst) {
         recording->press(3, [&] { print("."); });
