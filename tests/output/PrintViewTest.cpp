@@ -46,6 +46,8 @@ TEST(PrintViews, FillPagesWithoutGapsOrRepeatsAndRefuseAPaperThatHoldsNothing)
         GridPrintView grid("", finishedMeasurements(count));
         EXPECT_EQ(grid.paginate(paper, Page()), gridPages) << count;
         EXPECT_EQ(ordinals(grid, gridPages), gridPages > 0 ? expected : "");
+        // The sixth block, in the second row.
+        EXPECT_TRUE(count < 9 || Page(grid, 1).lines.at(50) == "377.0 262.0 140.0 175.0 frame");
     }
 }
 
@@ -60,21 +62,6 @@ TEST(ListPrintView, WritesHeadingsOnceAndALineForEachMeasurement)
             "202.0 83.3 110.0 11.3 8.0 < 2024年 3月05日 14:07:09",
             "312.0 83.3 70.0 11.3 8.0 > 1 回目", "382.0 83.3 70.0 11.3 8.0 > 10.0 kPa",
             "452.0 83.3 70.0 11.3 8.0 > 30.0 kPa"}));
-}
-
-TEST(GridPrintView, WritesABlockForEachMeasurement)
-{
-    GridPrintView view("山田", finishedMeasurements(10));
-    view.paginate({}, Page());
-    EXPECT_EQ(Page(view, 1).linesThatContain("frame").at(5), "377.0 262.0 140.0 175.0 frame");
-    EXPECT_EQ(Page(view, 2).lines,
-        (Page::Lines {"77.0 77.0 140.0 175.0 frame", "77.0 77.0 140.0 14.1 10.0 | 氏名：山田",
-            "77.0 91.1 140.0 14.1 10.0 | 測定日時：2024年 3月05日",
-            "77.0 105.2 140.0 14.1 10.0 | 14:16:09",
-            "77.0 126.4 140.0 14.1 10.0 | 計測回数：　10回目",
-            "77.0 146.2 140.0 19.8 14.0 | 最大圧", "77.0 166.0 140.0 19.8 14.0 | 19.0 kPa",
-            "77.0 185.8 140.0 19.8 14.0 | 目標圧", "77.0 205.5 140.0 19.8 14.0 | 30.0 kPa",
-            "77.0 230.3 140.0 11.3 8.0 | ＜ORV舌圧測定器での測定結果＞"}));
 }
 
 TEST(GridPrintView, SumsUpASelection)
