@@ -68,20 +68,20 @@ void TensioViewController::viewWillLayout()
 void TensioViewController::fit(QSizeF size)
 {
     auto const scale = std::min(size.width() / width, size.height() / height);
-    scalePanels();
+    scaleMenusAndAlerts();
     scaleDesign(*m_view, scale);
     m_view->move(static_cast<int>(std::lround((size.width() - scale * width) / 2.0)),
         static_cast<int>(std::lround((size.height() - scale * height) / 2.0)));
 }
 
-// Menus, alerts and panels follow the window in steps of an eighth. By its whole size, since the
-// height of the menu bar depends on the scale.
-void TensioViewController::scalePanels()
+// Menus, alerts and Qt's own dialogs follow the window in steps of an eighth. By its whole size,
+// since the height of the menu bar depends on the scale.
+void TensioViewController::scaleMenusAndAlerts()
 {
     auto& window = *m_contentView.window();
     auto const fitting = std::min(window.width() / width, window.height() / height);
     auto const scale = std::max(std::floor(fitting * 8.0) / 8.0, 1.0);
-    if (std::exchange(m_panelScale, scale) != scale)
+    if (std::exchange(m_menuScale, scale) != scale)
         window.setStyleSheet(styleSheet(scale));
 }
 

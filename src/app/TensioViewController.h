@@ -53,7 +53,7 @@ public:
 
 private:
     void viewDidLoad(RunLoop& runLoop, Alerts& alerts, QMenu& printMenu);
-    void scalePanels();
+    void scaleMenusAndAlerts();
 
     TensioManager& m_tensioManager;
     QWidget& m_contentView;
@@ -63,8 +63,8 @@ private:
     std::unique_ptr<VisualFeedbackViewController> m_visualFeedback;
     std::unique_ptr<InfoControlsViewController> m_infoControls;
     std::unique_ptr<HistoryViewController> m_history;
-    // Of menus, alerts and panels.
-    double m_panelScale = 1.0;
+    // Of menus, alerts and Qt's own dialogs.
+    double m_menuScale = 1.0;
     Subscription m_simulation;
     std::unique_ptr<SessionNotices> m_sessionNotices;
     Subscriptions m_subscriptions;

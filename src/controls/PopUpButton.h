@@ -23,7 +23,6 @@ public:
 
     void removeAllItems();
     void addItem(Item item);
-    std::vector<Item> const& items() const { return m_items; }
     std::optional<Item> selectedItem() const;
     // Renames the first item, which the button shows.
     void setTitle(QString const& title);

@@ -75,12 +75,12 @@ bool ResultSaver::write(std::string const& path, std::string const& bytes)
 
 void ResultSaver::saveScreenshot()
 {
-    // First the picture, so that the panel is not on it.
+    // First the picture, so that the panel is not on it, nor what is copied while the panel is
+    // open.
     m_services.screen.captureToClipboard(captureArea(m_services.screen));
+    auto const picture = m_services.screen.clipboardPng();
     auto const path = m_services.savePanel.runModal("png");
-    if (!path)
-        return;
-    if (auto const picture = m_services.screen.clipboardPng())
+    if (path && picture)
         write(*path, *picture);
 }
 

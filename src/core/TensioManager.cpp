@@ -99,6 +99,7 @@ void TensioManager::restoreSession(
     savedPath().setValue({});
     for (auto const& each : measurements)
         measurementList.add(each);
+    // Published again: header and notices look at the list only when this is assigned.
     isMeasuring.setValue(false);
 }
 

@@ -47,7 +47,8 @@ public:
     // Records are coming: from the first one until a tick of the reset timer that finds none, or
     // the end of the connection.
     MutableProperty<bool> isRecording {false};
-    // True at every connection start.
+    // Assigned true when the graph must be cleared: at each connection start and when a stored
+    // session is put into the window.
     MutableProperty<bool> shouldReset {false};
     // The user information dialog is open.
     MutableProperty<bool> isShowingPopup {false};

@@ -153,7 +153,8 @@ void VisualFeedbackViewController::observeChanges()
         auto* plotter = m_ui->graphView->plotter();
         if (shouldReset && plotter) {
             plotter->reset();
-            redraw();
+            // At once: the alert of a failed connection would hold the next frame back.
+            renderFrame();
         }
     });
 }

@@ -24,8 +24,8 @@ public:
     // In the same unit.
     virtual double mainScreenHeight() const = 0;
 
-    // From the top left of the main screen, y downwards. Returns when it is done; does nothing when
-    // nothing could be captured.
+    // From the top left of the main screen, y downwards. Returns when it is done; the clipboard has
+    // no picture when nothing could be captured.
     virtual void captureToClipboard(ScreenRect const& area) = 0;
     // The clipboard's picture as PNG; nothing when there is none.
     virtual std::optional<std::string> clipboardPng() const = 0;

@@ -17,10 +17,11 @@ QRectF designFrame(QWidget const& widget);
 // Places the widget at the scale that its tree is shown at.
 void setDesignFrame(QWidget& widget, QRectF frame);
 
-// Scale of the tree the widget is in; 1 until scaleDesign has run.
+// The scale that the widget or the nearest ancestor was given by scaleDesign or scaleLayouts; 1
+// until then.
 double designScale(QWidget const& widget);
 
-// Scale of the design that the window shows; 1 where it shows none.
+// Looks downwards: the scale of the design inside the window; 1 without one.
 double shownScale(QWidget const& window);
 
 // Gives the root and all widgets in it their size, icon and style for the scale. The root's

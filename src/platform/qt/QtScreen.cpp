@@ -44,8 +44,8 @@ void QtScreen::captureToClipboard(ScreenRect const& area)
     }
     if (picture.isNull() && m_window)
         picture = m_window->grab();
-    if (!picture.isNull())
-        QGuiApplication::clipboard()->setImage(picture.toImage());
+    // Without a picture the clipboard is empty, so that no other picture is taken for this one.
+    QGuiApplication::clipboard()->setImage(picture.toImage());
 #endif
 }
 
