@@ -9,7 +9,6 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
 #include <random>
 
 using namespace tensio;
@@ -17,7 +16,6 @@ using namespace tensio;
 namespace {
 
 constexpr QSize usualSize(524, 440);
-constexpr auto infinity = std::numeric_limits<float>::infinity();
 
 struct Graph {
     QWidget parent;
@@ -128,34 +126,30 @@ float noisy(int)
 
 TEST(GraphView, LooksExactlyLikeStrokingEverySweepEachTime)
 {
-    struct Row {
-        float (*pressure)(int);
-        int points;
-        double scale;
-        std::int64_t laterWindow;
-    };
+    using Row = std::tuple<float (*)(int), int, double, std::int64_t>;
     // Wrapped, just wrapped, rescaled in the middle of a sweep, shrunk past the edge, odd.
-    for (auto const& row : std::vector<Row> {{smooth, 1700, 1.5, 30}, {smooth, 603, 1.0, 30},
-             {smooth, 900, 1.0, 60}, {noisy, 500, 1.0, 10}, {noisy, 700, 0.73, 45}}) {
+    for (auto const& [pressure, points, scale, laterWindow] :
+        {Row {smooth, 1700, 1.5, 30}, {smooth, 603, 1.0, 30}, {smooth, 900, 1.0, 60},
+            {noisy, 500, 1.0, 10}, {noisy, 700, 0.73, 45}}) {
         Graph graph;
         graph.view.targetPressure.setValue(20.0f);
         graph.parent.resize(1000, 800);
         graph.parent.show();
-        auto const size = usualSize * row.scale;
+        auto const size = usualSize * scale;
         graph.view.resize(size);
-        for (int index = 0; index < row.points; ++index) {
-            graph.plotter().addPressurePoint(row.pressure(index));
+        for (int index = 0; index < points; ++index) {
+            graph.plotter().addPressurePoint(pressure(index));
             graph.view.maxPressure.setValue(static_cast<float>(40 + index / 50));
             graph.view.targetColor.setValue(index / 20 % 2 == 0 ? Qt::red : Qt::white);
             // Uneven frames, so that strips end in the middle of what a frame adds.
             if (index % 7 == 0 || index % 11 == 0)
                 graph.onScreen();
-            if (index == row.points * 2 / 3)
-                graph.plotter().setTimeWindow(row.laterWindow);
+            if (index == points * 2 / 3)
+                graph.plotter().setTimeWindow(laterWindow);
         }
         auto const layered = graph.frame(size);
-        EXPECT_EQ(graph.onScreen(), layered) << row.points << ": everything new was repainted";
-        EXPECT_EQ(layered, restroke(graph, size)) << row.points;
+        EXPECT_EQ(graph.onScreen(), layered) << points << ": everything new was repainted";
+        EXPECT_EQ(layered, restroke(graph, size)) << points;
     }
 }
 
@@ -215,12 +209,12 @@ TEST(GraphView, HidesALineOnTheBorderAtEveryScaleWhileItsMarkerGoesThere)
     };
     for (double const scale : {0.75, 1.0, 1.25}) {
         auto const nowhere = withMaximum(-80.0f, usualSize * scale);
-        for (float const pressure : {0.0f, 80.0f, infinity, NAN})
+        for (float const pressure : {0.0f, 80.0f, INFINITY, NAN})
             EXPECT_EQ(withMaximum(pressure, usualSize * scale), nowhere) << pressure << scale;
     }
     graph.plotter().addPressurePoint(NAN);
     graph.view.targetPressure.setValue(20.0f);
-    graph.view.maxPressure.setValue(infinity);
+    graph.view.maxPressure.setValue(INFINITY);
     graph.frame();
     // The container begins half a marker below the graph, so that the marker's middle is level.
     EXPECT_EQ(designFrame(graph.targetImage).center().y(), 462.0 - 110.0 - 11.0);
