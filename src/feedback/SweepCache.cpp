@@ -54,8 +54,8 @@ SweepCache SweepCache::stretched(
 bool SweepCache::catchUp(Plotter const& plotter, std::function<bool()> const& isTimeOver)
 {
     for (auto const newest = plotter.paths().size() - 1;; beginSweep(m_sweep + 1)) {
-        bool const isEnding = m_sweep == newest || m_points > 0;
-        while (isEnding ? strokeNew(plotter) : strokeFinished(plotter)) {
+        bool const isStrokedByPoints = m_sweep == newest || m_points > 0;
+        while (isStrokedByPoints ? strokeNew(plotter) : strokeFinished(plotter)) {
             if (isTimeOver())
                 return false;
         }

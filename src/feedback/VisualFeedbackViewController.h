@@ -31,8 +31,6 @@ public:
     // Builds the scale labels and starts a fresh, empty trace.
     void viewWillAppear();
 
-    VisualFeedbackViewModel& viewModel() { return m_viewModel; }
-
 private:
     using Labels = std::vector<std::unique_ptr<QLabel>>;
 
