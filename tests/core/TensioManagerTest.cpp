@@ -22,7 +22,7 @@ TEST(TensioManager, EndsAMeasurementAtTheFirstTickWithoutARecordSinceTheLastTick
     }
 }
 
-TEST(TensioManager, CountsOnWhenTheListIsFullAndScrollsIt)
+TEST(TensioManager, CountsOnWhenTheListIsFull)
 {
     Session session;
     int ticks = 0;
@@ -33,10 +33,6 @@ TEST(TensioManager, CountsOnWhenTheListIsFullAndScrollsIt)
     EXPECT_EQ(ticks, 255) << "a tick each second";
     EXPECT_EQ(session.bestPressures().size(), 99U);
     EXPECT_EQ(session.manager.measurement->number, 103);
-    EXPECT_EQ(session.manager.measurementList.startingIndex(), 94);
-    session.manager.changeSliceStartingIndex.apply(-3);
-    session.manager.changeSliceStartingIndex.apply(1);
-    EXPECT_EQ(session.manager.sliceOfMeasurements.value().at(0)->number, 93);
 }
 
 TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection)
@@ -73,17 +69,4 @@ TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection
         session.press({16.0});
         EXPECT_EQ(manager.measurementList.measurements().at(0)->number, 1);
     }
-}
-
-TEST(TensioManager, AConnectThatFailsLeavesAStartedConnectionAndMayBeRepeated)
-{
-    Session session;
-    session.ports.ports.clear();
-    for (int attempt = 1; attempt <= 2; ++attempt) {
-        EXPECT_TRUE(session.manager.connectAction.apply(Nothing {}));
-        EXPECT_TRUE(session.manager.isMeasuring.value());
-    }
-    session.ports.ports.push_back(session.port);
-    EXPECT_TRUE(session.manager.connectAction.apply(Nothing {}));
-    EXPECT_FALSE(session.manager.connectAction.apply(Nothing {})) << "until the port closes";
 }
