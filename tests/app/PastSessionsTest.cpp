@@ -11,21 +11,28 @@
 
 using namespace tensio;
 
-TEST(PastSessions, ALineOffersTheUnsavedOneUntilItIsOpened)
+TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
 {
     Desk desk({"太郎", "花子"});
     auto const& line = find<QWidget>(desk.window, "unsavedSessionView");
     EXPECT_TRUE(line.isVisible());
     EXPECT_TRUE(find<QLabel>(desk.window, "unsavedDetailLabel").text().contains(u"花子"));
+    EXPECT_FALSE(find<QLabel>(desk.window, "unsavedSimulatedLabel").isVisible());
     click(desk.window, "openUnsavedButton");
     EXPECT_TRUE(desk.window.windowTitle().contains(u"花子"));
     EXPECT_FALSE(line.isVisible());
     EXPECT_FALSE(desk.store.unsavedSession());
+    desk.command("以前の測定を開く").trigger();
+    auto& list = find<QTreeView>(find<PastSessionsWindow>(desk.window));
+    list.setCurrentIndex(list.model()->index(1, 0));
+    click(desk.window, "openButton");
+    EXPECT_TRUE(desk.window.windowTitle().contains(u"太郎"));
 }
 
 TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
 {
-    Desk desk;
+    Desk desk({"太郎"});
+    EXPECT_TRUE(find<QLabel>(desk.window, "unsavedSimulatedLabel").isVisible());
     auto const& open = desk.command("以前の測定を開く");
     auto const& problem = find<QWidget>(desk.window, "storeProblemView");
     auto const expectShown = [&](bool isOffered, bool isProblem) {
@@ -40,6 +47,7 @@ TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
     desk.press({20.0});
     desk.finish();
     expectShown(false, true);
+    EXPECT_TRUE(find<QLabel>(problem, "storeProblemLabel").text().contains(u"空き容量"));
     desk.store.refusals = 0;
     desk.runLoop.advance(Seconds(1.5));
     expectShown(true, false);
@@ -54,17 +62,20 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     EXPECT_EQ(rows.rowCount(), 2);
     find<QLineEdit>(window, "searchInput").setText(QStringLiteral("太"));
     EXPECT_EQ(rows.rowCount(), 1);
-    for (bool const isSure : {false, true}) {
-        click(window, "removeButton");
+    auto const namesAfter = [&](char const* button, bool isSure) {
+        click(window, button);
         auto& question = find<QMessageBox>(window);
         EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("キャンセル"));
         question.buttons().at(isSure ? 0 : 1)->click();
         delete &question;
-        EXPECT_EQ(desk.store.stored.size(), isSure ? 1U : 2U);
-    }
-    EXPECT_EQ(desk.store.stored.begin()->second.summary.name, "花子");
+        std::string names;
+        for (auto const& [id, session] : desk.store.stored)
+            names += session.summary.name;
+        return names;
+    };
+    EXPECT_EQ(namesAfter("removeButton", false), "太郎花子");
+    EXPECT_EQ(namesAfter("removeButton", true), "花子");
     EXPECT_FALSE(find(window, "openButton").isEnabled()) << "nothing is left of that name";
     find<QLineEdit>(window, "searchInput").clear();
-    click(window, "openButton");
-    EXPECT_TRUE(desk.window.windowTitle().contains(u"花子"));
+    EXPECT_EQ(namesAfter("removeAllButton", true), "");
 }

@@ -101,36 +101,29 @@ TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     EXPECT_TRUE(session.store.stored[1].summary.isSaved);
 }
 
-TEST(SessionRecorder, DoesNotTakeARefusedSessionForStoredWhenTheNextClearsTheList)
-{
-    Recorded session;
-    session.begin("");
-    session.store.reason = StoreProblem::NoSpace;
-    session.store.refusals = 100;
-    session.press({20.0});
-    session.finish();
-    session.connect();
-    EXPECT_TRUE(session.store.ended.empty());
-    EXPECT_EQ(session.recorder->problem.value(), StoreProblem::NoSpace);
-}
-
 TEST(SessionRecorder, OpensPastSessionsThoughNothingCanBeStoredOnceTheListIsACsvFile)
 {
     Recorded session;
+    session.store.refusals = 1000;
+    session.begin("次郎");
+    session.press({10.0});
+    session.finish();
     session.begin("太郎");
+    session.store.refusals = 0;
     session.press({20.0});
     session.finish();
     session.store.refusals = 1000;
     session.begin("花子");
     session.press({30.0});
     session.finish();
-    EXPECT_FALSE(session.recorder->open(1));
+    EXPECT_FALSE(session.recorder->open(2));
     session.saving.answer = "/file.csv";
     session.manager.saveCsv();
-    EXPECT_TRUE(session.recorder->open(1));
+    EXPECT_TRUE(session.recorder->open(2));
     session.store.refusals = 0;
     session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(session.store.ended, std::vector {SessionId {1}}) << "a past session is not recorded";
+    EXPECT_EQ(session.store.ended, std::vector {SessionId {2}})
+        << "neither what was refused until the list was cleared, nor a past session";
 }
 
 TEST(SessionRecorder, PutsAPastSessionBackOnlyBetweenSessions)

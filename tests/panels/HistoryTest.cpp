@@ -1,9 +1,6 @@
-#include "core/SessionRecorder.h"
 #include "panels/HistorySlice.h"
 #include "panels/HistoryViewController.h"
-#include "panels/SessionNotices.h"
 #include "panels/StatusViewModel.h"
-#include "support/FakeSessionStore.h"
 #include "support/Session.h"
 #include "support/Ui.h"
 #include "toolkit/DesignFrame.h"
@@ -132,28 +129,8 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
     strip.session.saving.answer = "/folder/file";
     strip.session.manager.saveCsvAction.apply(Nothing {});
     EXPECT_TRUE(find(strip.view, "savedButton").isVisible());
+    EXPECT_FALSE(find<QLabel>(strip.view, "hintLabel").isVisible());
     strip.session.connect();
     EXPECT_EQ(strip.page(), "");
     EXPECT_TRUE(find<QLabel>(strip.view, "hintLabel").isVisible());
-}
-
-TEST(SessionNotices, MarksASimulatedSessionAndTakesAProblemAway)
-{
-    for (auto const& [isSimulated, kind, words] :
-        {std::tuple {true, StoreProblem::NoSpace, QStringLiteral("空き容量")},
-            {false, StoreProblem::Damaged, QStringLiteral("壊れ")}}) {
-        Session session;
-        FakeSessionStore store;
-        store.begin({{}, "山田", 30.0f, 1.0f, isSimulated});
-        SessionRecorder recorder(session.manager, store, session.runLoop, session.clock);
-        QWidget unsaved;
-        QWidget problem;
-        SessionNotices const notices(session.manager, recorder, store, unsaved, problem);
-        EXPECT_EQ(find<QLabel>(unsaved, "unsavedSimulatedLabel").isVisible(), isSimulated);
-        recorder.problem.setValue(kind);
-        EXPECT_TRUE(find<QLabel>(problem, "storeProblemLabel").text().contains(words));
-        EXPECT_TRUE(problem.isVisible());
-        recorder.problem.setValue(StoreProblem::None);
-        EXPECT_FALSE(problem.isVisible());
-    }
 }

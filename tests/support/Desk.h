@@ -15,12 +15,13 @@
 
 namespace tensio {
 
-// A session of one measurement for each name; none is saved.
+// A session of one measurement for each name, the first simulated; none is saved.
 struct FilledSessionStore : FakeSessionStore {
     explicit FilledSessionStore(std::vector<std::string> const& names)
     {
         for (auto const& name : names)
-            write(*begin({{}, name, 30.0f, 1.0f, false}), {1, 20.0f, 30.0f, {}, true, 0, {}});
+            write(*begin({{}, name, 30.0f, 1.0f, stored.empty()}),
+                {1, 20.0f, 30.0f, {}, true, 0, {}});
     }
 };
 
