@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <sstream>
 
 // Streams in tests/streams are what a device wrote, as the simulated device plays it, with the
 // expected measurements in lines of their own: "#> NUMBER, best PRESSURE: PRESSURE…" ("×COUNT" for
@@ -76,17 +75,5 @@ TEST(Streams, YieldTheirMeasurements)
         EXPECT_EQ(play(writes, end), expected) << entry.path();
         ++count;
     }
-    EXPECT_EQ(count, 30);
-}
-
-TEST(Streams, AreRefusedWithTheNumberOfALineThatDoesNotRead)
-{
-    for (auto const* line : {"+0235", "x +0235", "-5 +0235", "5", "5 \\x0", "5 \\", "5 \\q"}) {
-        std::istringstream input(std::string("0 ok\n") + line);
-        try {
-            ADD_FAILURE() << readRecordedStream(input).size() << " writes of " << line;
-        } catch (std::invalid_argument const& error) {
-            EXPECT_TRUE(std::string_view(error.what()).starts_with("line 2 "));
-        }
-    }
+    EXPECT_EQ(count, 33);
 }

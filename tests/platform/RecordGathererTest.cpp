@@ -3,7 +3,6 @@
 #include "core/DeviceRecord.h"
 #include "support/ManualRunLoop.h"
 
-#include <algorithm>
 #include <gtest/gtest.h>
 
 using namespace tensio;
@@ -42,47 +41,6 @@ TEST(RecordGatherer, LosesNoRecordHoweverTheReadsFall)
         }
         ASSERT_EQ(gathering.read, (std::vector {10.1f, -20.2f, 30.3f})) << "cuts " << cuts;
         ASSERT_EQ(gathering.runLoop.liveTimers(), 0U);
-    }
-}
-
-TEST(RecordGatherer, KeepsWhatIsNoRecordApartFromTheNextBurst)
-{
-    using Texts = std::vector<std::string>;
-    std::pair<Texts, Texts> const rows[] {
-        {{"#+0101a", "+0202b"}, {"#+0101a", "+0202b"}},
-        {{"#+0101", "+0202b"}, {"+0202b"}},
-        {{"+011a+0202b", "+0303c"}, {"+011a+0202b", "+0303c"}},
-        {{"+0101a+01", "+02", "+0303c"}, {"+0101a", "+01", "+02", "+0303c"}},
-        {{"+0101\xc3", "\xa9"}, {"+0101\xc3", "\xa9"}},
-    };
-    for (auto const& [bursts, chunks] : rows) {
-        Gathering gathering;
-        for (auto const& burst : bursts)
-            gathering.receive(burst, 0.021);
-        EXPECT_EQ(gathering.chunks, chunks);
-    }
-}
-
-TEST(RecordGatherer, ReadsNothingWrongInAStreamThatALostOrExtraByteShifts)
-{
-    // An extra byte before, opened in mid-record, a byte lost later; fillers like signs and digits.
-    std::pair<std::string, std::string> const rows[] {{"+", "+0235X"}, {"#", "-1239X"},
-        {"2357", "+02357"}, {"+0235\n+025\n", "+0235\n"}, {"+0235++0235", "+0235+"},
-        {"35+", "+0235+"}};
-    for (auto const& [head, record] : rows) {
-        for (std::size_t const length : {1U, 5U, 6U, 7U, 64U, 600U}) {
-            Gathering gathering;
-            auto stream = head;
-            for (int count = 0; count < 1000; ++count)
-                stream += record;
-            for (std::size_t begin = 0; begin < stream.size(); begin += length)
-                gathering.receive(std::string_view(stream).substr(begin, length), 0.003);
-            gathering.gatherer.flush();
-            EXPECT_GE(gathering.read.size(), 890U) << head << record << length;
-            EXPECT_EQ(std::ranges::count(gathering.read, readRecords(record).at(0)),
-                std::ssize(gathering.read))
-                << head << record << length;
-        }
     }
 }
 
