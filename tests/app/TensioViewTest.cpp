@@ -54,7 +54,7 @@ TEST(TensioView, KeysOpenTheDialogFinishAndTurnTheHistoryWhenThatIsPossible)
     };
     EXPECT_FALSE(desk.command("測定を終了").isEnabled());
     press(Qt::Key_F5);
-    EXPECT_TRUE(cover.isVisible());
+    EXPECT_EQ(desk.window.childAt(1, 1), &cover) << "before the menu bar";
     desk.window.resize(1500, 500);
     EXPECT_EQ(cover.geometry(), QRect(0, 0, 1500, 500)) << "beside the design, too";
     find<QWidget>(desk.window, "UserInfo").close();

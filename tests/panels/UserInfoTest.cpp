@@ -76,7 +76,10 @@ TEST(UserInfo, StepsStayWithinBoundsAndLeaveOtherTextsAlone)
     dialog.fill("", "30");
     QApplication::setActiveWindow(&dialog.window());
     QTest::keyClick(&dialog.pressure(), Qt::Key_Up);
-    EXPECT_EQ(dialog.entries(), "|30.1");
+    auto& button = find(dialog.window(), "decPressureButton");
+    button.setFocus();
+    QTest::keyClick(&button, Qt::Key_Up);
+    EXPECT_EQ(dialog.entries(), "|30.2");
 }
 
 TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)

@@ -104,6 +104,7 @@ TEST(PrintPreview, SavesAndPrintsTheChosenPagesOfWhatItShows)
     auto const file = folder.filePath(QStringLiteral("printed.pdf"));
     Preview preview;
     preview.panels.change = [&](QPrinter& printer) {
+        EXPECT_EQ(printer.docName(), QStringLiteral("舌圧測定結果"));
         printer.setOutputFileName(file);
         printer.setPageRanges(QPageRanges::fromString(QStringLiteral("8")));
     };
@@ -133,17 +134,21 @@ TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
     preview.click("printButton");
     EXPECT_NE(messages.at(0).find("プリンターがありません"), std::string::npos);
     preview.panels.printers = true;
-    preview.panels.change
-        = [](QPrinter& printer) { printer.setPageSize(QPageSize(QPageSize::A7)); };
-    for (auto const* button : {"printButton", "pageSetupButton"}) {
-        preview.pageLayout = defaultPageLayout();
-        preview.click(button);
-        EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A7) << "for PDF files, too";
-    }
+    preview.panels.change = [](QPrinter& printer) {
+        printer.setPageSize(QPageSize(QPageSize::A7));
+        printer.setPageRanges(QPageRanges::fromString(QStringLiteral("2")));
+    };
+    preview.click("printButton");
+    EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A7) << "for PDF files, too";
     EXPECT_EQ(messages.back(), paperTooSmallMessage);
     preview.position();
     EXPECT_TRUE(find<QLabel>(preview.parent, "messageLabel").isVisible());
     EXPECT_FALSE(find<QPrintPreviewWidget>(preview.parent).isVisible()) << "pages of another paper";
     EXPECT_FALSE(preview.button("printButton").isEnabled());
     EXPECT_FALSE(preview.button("savePdfButton").isEnabled());
+    preview.panels.change
+        = [](QPrinter& printer) { printer.setPageSize(QPageSize(QPageSize::A4)); };
+    preview.click("pageSetupButton");
+    EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A4);
+    EXPECT_EQ(preview.position(), "1 / 2 ページ") << "not the page that was asked for";
 }

@@ -22,16 +22,6 @@ public:
     using Lines = std::vector<std::string>;
     Lines lines;
 
-    Lines linesThatContain(std::string const& part) const
-    {
-        Lines found;
-        for (auto const& line : lines) {
-            if (line.find(part) != std::string::npos)
-                found.push_back(line);
-        }
-        return found;
-    }
-
     double capHeight(double fontSize) const override { return fontSize * 5.65 / 8.0; }
     void drawText(
         PrintRect rect, double fontSize, TextAlignment alignment, std::string const& text) override
