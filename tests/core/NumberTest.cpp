@@ -4,13 +4,6 @@
 
 using namespace tensio;
 
-TEST(Number, IsWrittenRoundedWithAPoint)
-{
-    EXPECT_EQ(pressureText(31.26f) + pressureText(99.96f) + pressureText(-0.04f), "31.3100.0-0.0");
-    EXPECT_EQ(formatFixed(0.05f, 2), "0.05");
-    EXPECT_EQ(withUnit(18.0f), "18.0 kPa");
-}
-
 TEST(Number, IsReadOnlyWholeAndInCNotation)
 {
     for (auto const* text : {"", " 5", "5 ", "5\t", "12,5", "abc", "1.2.3", "１２", "5kPa", "--5"})

@@ -38,11 +38,6 @@ struct ManualRunLoop : RunLoop {
     }
 
     std::size_t liveTimers() const { return m_timers.size(); }
-    std::ptrdiff_t repeatingTimers() const
-    {
-        return std::ranges::count_if(
-            m_timers, [](auto const& timer) { return timer->interval.has_value(); });
-    }
 
 private:
     struct Timer {

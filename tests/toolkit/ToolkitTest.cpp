@@ -1,4 +1,3 @@
-#include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/WaylandWindowSizes.h"
 #include "toolkit/WindowSize.h"
@@ -25,14 +24,6 @@ TEST(WindowSize, FitsEveryScreen)
         EXPECT_EQ(dialogScale({500, 100}, opener, {width, 2000}), scale);
 }
 
-TEST(Color, ReadsHexTextAndTakesEverythingElseForBlack)
-{
-    for (auto const* text : {"#e60012", "E60012"})
-        EXPECT_EQ(colorFromHexString(QString::fromLatin1(text)), QColor(230, 0, 18));
-    for (auto const* text : {"", "e6001", "##e6001", "e60012\n"})
-        EXPECT_EQ(colorFromHexString(QString::fromLatin1(text)), QColor(Qt::black)) << text;
-}
-
 TEST(DesignFrame, PlacesLateComersAtTheScaleTheirTreeIsShownAt)
 {
     QWidget root;
@@ -46,8 +37,6 @@ TEST(DesignFrame, PlacesLateComersAtTheScaleTheirTreeIsShownAt)
     EXPECT_EQ(late.geometry(), early.geometry());
     scaleDesign(root, 1.0);
     EXPECT_EQ(late.geometry(), QRect(10, 10, 21, 21));
-    EXPECT_EQ(wholePixels(QRectF(1.344, 1.344, 40.312, 40.312)), QRect(1, 1, 41, 41));
-    EXPECT_EQ(flipped(QRectF(1.0, 2.0, 3.0, 4.0), 100.0), QRectF(1.0, 94.0, 3.0, 4.0));
 }
 
 TEST(WaylandWindowSizes, AWindowOfAFixedSizeTakesALargerOne)

@@ -8,8 +8,6 @@
 #include "support/RuntimeFolder.h"
 #include "support/UnprivilegedUser.h"
 
-#include <QDateTime>
-#include <QFile>
 #include <QTest>
 #include <QTimer>
 
@@ -178,14 +176,8 @@ TEST(QtSerialPortList, NamesTheBridgeAsTheLinkLooksForItAndVirtualPortsAsTheirLi
     EXPECT_EQ(listedName("ttyUSB0", 0x0403), "ttyUSB0");
     Line line;
     VirtualPort const dangling("SLAB_USBtoUART-a", "/dev/pts/none");
-    // What a simulator leaves that is killed, when its process number has been given to another.
-    auto const stale = virtualPortsFolder() + "/SLAB_USBtoUART-y";
-    QFile::link(QString::fromStdString(line.path), stale);
-    QFile lock(stale + ".lock");
-    ASSERT_TRUE(lock.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
-    lock.write(QByteArray::number(getpid()) + "\nplatform_qt_test\n\n");
-    lock.setFileTime(QDateTime::fromSecsSinceEpoch(1), QFileDevice::FileModificationTime);
-    lock.close();
+    // What a simulator leaves that is killed.
+    QFile::link(QString::fromStdString(line.path), virtualPortsFolder() + "/SLAB_USBtoUART-y");
     QtSerialPortList others(line.queue, deviceRecordFormat);
     auto const port = others.availablePorts().back();
     EXPECT_EQ(port->name(), "SLAB_USBtoUART-x");
