@@ -12,7 +12,7 @@ namespace {
 
 QString titleOf(SessionSummary const& session)
 {
-    auto const date = QString::fromStdString(formatLocalTime(session.start, "%Y/%m/%d %H:%M"));
+    auto const date = QString::fromStdString(dateAndMinute(session.start));
     return QString::fromStdString(session.name) + QStringLiteral("　") + date;
 }
 
@@ -58,6 +58,8 @@ void Application::openPastSessions()
 {
     auto* sessions = new PastSessionsWindow(m_sessionRecorder, m_services.sessionStore, window());
     sessions->setAttribute(Qt::WA_DeleteOnClose);
+    connect(sessions, &PastSessionsWindow::sessionsRemoved, this,
+        [this] { m_windowController.refreshNotices(); });
     sessions->open();
 }
 

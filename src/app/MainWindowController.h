@@ -23,6 +23,7 @@ public:
     {
         m_contentController.showNotices(recorder, store);
     }
+    void refreshNotices() { m_contentController.refreshNotices(); }
     void addCommands(QMenu& measurementMenu, QMenu& viewMenu)
     {
         m_contentController.addCommands(measurementMenu, viewMenu);

@@ -14,7 +14,7 @@ QString text(SessionSummary const& session, int column)
 {
     switch (column) {
     case PastSessionsModel::Start:
-        return QString::fromStdString(formatLocalTime(session.start, "%Y/%m/%d %H:%M"));
+        return QString::fromStdString(dateAndMinute(session.start));
     case PastSessionsModel::Name:
         return QString::fromStdString(session.name);
     case PastSessionsModel::Count:

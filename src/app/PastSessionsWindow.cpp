@@ -85,7 +85,7 @@ void PastSessionsWindow::removeSelected()
     if (!index.isValid())
         return;
     auto const session = m_model.session(index);
-    auto const date = QString::fromStdString(formatLocalTime(session.start, "%Y/%m/%d %H:%M"));
+    auto const date = QString::fromStdString(dateAndMinute(session.start));
     ask(QStringLiteral("%1　%2（%3回）を削除します。\n元に戻すことはできません。")
             .arg(date, QString::fromStdString(session.name), QString::number(session.count)),
         [this, id = session.id] { return m_store.remove(id); });
@@ -112,6 +112,7 @@ void PastSessionsWindow::ask(QString const& question, std::function<bool()> cons
         if (!remove())
             warn(QStringLiteral("削除できませんでした。"));
         search();
+        Q_EMIT sessionsRemoved();
     });
     box->open();
 }

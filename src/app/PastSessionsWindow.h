@@ -24,6 +24,9 @@ public:
     PastSessionsWindow(SessionRecorder& recorder, SessionStore& store, QWidget& parent);
     ~PastSessionsWindow() override;
 
+Q_SIGNALS:
+    void sessionsRemoved();
+
 private:
     void setUpList();
     void search();

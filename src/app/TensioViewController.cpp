@@ -97,4 +97,9 @@ void TensioViewController::showNotices(SessionRecorder& recorder, SessionStore& 
         m_tensioManager, recorder, store, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
 }
 
+void TensioViewController::refreshNotices()
+{
+    m_sessionNotices->refresh();
+}
+
 } // namespace tensio

@@ -18,4 +18,9 @@ std::string formatLocalTime(Date date, char const* pattern)
     return text.str();
 }
 
+std::string dateAndMinute(Date date)
+{
+    return formatLocalTime(date, "%Y/%m/%d %H:%M");
+}
+
 } // namespace tensio

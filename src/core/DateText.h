@@ -9,4 +9,7 @@ namespace tensio {
 // In the local time zone, by a pattern of std::put_time; does not follow the user's locale.
 std::string formatLocalTime(Date date, char const* pattern);
 
+// Such as 2024/03/05 14:07.
+std::string dateAndMinute(Date date);
+
 } // namespace tensio

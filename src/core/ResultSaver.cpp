@@ -15,7 +15,7 @@ namespace {
 
 std::string dateText(Measurements const& measurements)
 {
-    return formatLocalTime(*measurements.back()->timeStamp, "%Y/%m/%d %H:%M");
+    return dateAndMinute(*measurements.back()->timeStamp);
 }
 
 // The main window, measured from the top of the screen.

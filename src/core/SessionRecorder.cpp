@@ -140,10 +140,8 @@ bool SessionRecorder::writeRunning()
     bool const isMeaningful = m_writtenPoints > 0 || std::ranges::any_of(points, isAboveZero);
     if (!isMeaningful || points.size() == m_writtenPoints)
         return true;
-    return write(
-        {running->number, m_tensioManager.maxPressure.value(),
-            m_tensioManager.targetPressure.value() * m_tensioManager.targetPressurePercent.value(),
-            m_clock.now(), false, m_writtenPoints, {}},
+    return write({running->number, m_tensioManager.maxPressure.value(),
+                     m_tensioManager.effectiveTarget(), m_clock.now(), false, m_writtenPoints, {}},
         points);
 }
 

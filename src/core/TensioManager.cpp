@@ -138,7 +138,7 @@ void TensioManager::onReset()
 
 void TensioManager::finishMeasurement()
 {
-    measurement->targetPressure = targetPressure.value() * targetPressurePercent.value();
+    measurement->targetPressure = effectiveTarget();
     measurement->bestPressure = maxPressure.value();
     measurement->timeStamp = m_clock.now();
     measurementList.add(measurement);
@@ -162,9 +162,8 @@ void TensioManager::stepTargetPressure(float step)
 {
     // Stepping from the rounded value keeps the effective target on the grid of 0.1 that the user
     // sees.
-    auto const percent = targetPressurePercent.value();
-    auto const shown = std::round(targetPressure.value() * percent * 10.0f) / 10.0f;
-    auto const stepped = (shown + step) * (1.0f / percent);
+    auto const shown = std::round(effectiveTarget() * 10.0f) / 10.0f;
+    auto const stepped = (shown + step) * (1.0f / targetPressurePercent.value());
     targetPressure.setValue(std::clamp(stepped, minTargetPressure, maxTargetPressure));
 }
 

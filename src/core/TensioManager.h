@@ -75,6 +75,9 @@ public:
     Action<Nothing> saveCsvAction;
     Action<Nothing> saveScreenshotAction;
 
+    // The target at its percentage, in kPa.
+    float effectiveTarget() const { return targetPressure.value() * targetPressurePercent.value(); }
+
     // The tick of the clock, once a second.
     void updateTime();
     // The tick of the reset timer: finishes the measurement if no record came since the last tick.

@@ -69,32 +69,43 @@ SessionNotices::SessionNotices(TensioManager& tensioManager, SessionRecorder& re
         m_recorder.problem.observe([this](StoreProblem problem) { showProblem(textOf(problem)); }));
     m_subscriptions.push_back(
         tensioManager.isMeasuring.observeChanges([this](bool) { m_unsavedView.hide(); }));
-    if (auto const unsaved = m_store.unsavedSession())
-        showUnsaved(*unsaved);
+    connect(
+        m_unsaved->openUnsavedButton, &QPushButton::clicked, this, &SessionNotices::openUnsaved);
+    connect(m_unsaved->putAsideButton, &QPushButton::clicked, this, [this] {
+        m_store.putAside(m_unsavedId);
+        m_unsavedView.hide();
+    });
+    showUnsaved(m_store.unsavedSession());
 }
 
 SessionNotices::~SessionNotices() = default;
 
-void SessionNotices::showUnsaved(SessionSummary const& session)
+void SessionNotices::refresh()
 {
-    m_unsaved->unsavedSimulatedLabel->setVisible(session.isSimulated);
+    if (!m_unsavedView.isHidden())
+        showUnsaved(m_store.unsavedSession());
+}
+
+void SessionNotices::showUnsaved(std::optional<SessionSummary> const& session)
+{
+    m_unsavedView.setVisible(session.has_value());
+    if (!session)
+        return;
+    m_unsavedId = session->id;
+    m_unsaved->unsavedSimulatedLabel->setVisible(session->isSimulated);
     m_unsaved->unsavedDetailLabel->setText(
         QStringLiteral("%1　%2　%3回")
-            .arg(QString::fromStdString(session.name),
-                QString::fromStdString(formatLocalTime(session.start, "%Y/%m/%d %H:%M")),
-                QString::number(session.count)));
-    connect(m_unsaved->openUnsavedButton, &QPushButton::clicked, this, [this, id = session.id] {
-        if (m_recorder.open(id))
-            m_store.putAside(id);
-        else
-            showProblem(
-                QStringLiteral("この測定は読み込めませんでした。管理者に知らせてください。"));
-    });
-    connect(m_unsaved->putAsideButton, &QPushButton::clicked, this, [this, id = session.id] {
-        m_store.putAside(id);
-        m_unsavedView.hide();
-    });
-    m_unsavedView.show();
+            .arg(QString::fromStdString(session->name),
+                QString::fromStdString(dateAndMinute(session->start)),
+                QString::number(session->count)));
+}
+
+void SessionNotices::openUnsaved()
+{
+    if (m_recorder.open(m_unsavedId))
+        m_store.putAside(m_unsavedId);
+    else
+        showProblem(QStringLiteral("この測定は読み込めませんでした。管理者に知らせてください。"));
 }
 
 void SessionNotices::showProblem(QString const& problem)

@@ -32,8 +32,12 @@ public:
         QWidget& unsavedView, QWidget& problemView);
     ~SessionNotices() override;
 
+    // After sessions have been removed from the store.
+    void refresh();
+
 private:
-    void showUnsaved(SessionSummary const& session);
+    void showUnsaved(std::optional<SessionSummary> const& session);
+    void openUnsaved();
     void showProblem(QString const& problem);
 
     SessionRecorder& m_recorder;
@@ -42,6 +46,7 @@ private:
     QWidget& m_problemView;
     std::unique_ptr<Ui::UnsavedSession> m_unsaved;
     std::unique_ptr<Ui::StoreProblem> m_problem;
+    SessionId m_unsavedId = 0;
     Subscriptions m_subscriptions;
 };
 

@@ -60,7 +60,7 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     auto& window = find<PastSessionsWindow>(desk.window);
     auto const& rows = *find<QTreeView>(window, "sessionList").model();
     EXPECT_EQ(rows.rowCount(), 2);
-    find<QLineEdit>(window, "searchInput").setText(QStringLiteral("太"));
+    find<QLineEdit>(window, "searchInput").setText(QStringLiteral("花"));
     EXPECT_EQ(rows.rowCount(), 1);
     auto const namesAfter = [&](char const* button, bool isSure) {
         click(window, button);
@@ -74,8 +74,10 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
         return names;
     };
     EXPECT_EQ(namesAfter("removeButton", false), "太郎花子");
-    EXPECT_EQ(namesAfter("removeButton", true), "花子");
+    EXPECT_EQ(namesAfter("removeButton", true), "太郎");
+    EXPECT_TRUE(find<QLabel>(desk.window, "unsavedDetailLabel").text().contains(u"太郎"));
     EXPECT_FALSE(find(window, "openButton").isEnabled()) << "nothing is left of that name";
     find<QLineEdit>(window, "searchInput").clear();
     EXPECT_EQ(namesAfter("removeAllButton", true), "");
+    EXPECT_FALSE(find(desk.window, "unsavedSessionView").isVisible());
 }
