@@ -1,5 +1,7 @@
 #include "guide/GuideView.h"
 
+#include "toolkit/DesignFrame.h"
+
 #include <QFile>
 #include <QImageReader>
 #include <QRegularExpression>
@@ -14,7 +16,7 @@ namespace tensio {
 
 namespace {
 
-constexpr int margin = 24;
+constexpr double margin = 24.0;
 
 // The anchor of a heading: without punctuation, a hyphen for each space.
 QString anchorOf(QString const& heading)
@@ -25,7 +27,7 @@ QString anchorOf(QString const& heading)
 }
 
 // Qt gives Markdown headings no anchors.
-void nameHeadings(QTextDocument& document)
+void nameHeadings(QTextDocument& document, double scale)
 {
     for (auto block = document.begin(); block.isValid(); block = block.next()) {
         if (block.blockFormat().headingLevel() == 0)
@@ -37,13 +39,13 @@ void nameHeadings(QTextDocument& document)
         cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
         cursor.mergeCharFormat(name);
         auto format = block.blockFormat();
-        format.setTopMargin(20.0);
-        format.setBottomMargin(8.0);
+        format.setTopMargin(20.0 * scale);
+        format.setBottomMargin(8.0 * scale);
         cursor.setBlockFormat(format);
     }
 }
 
-void wrapCode(QTextDocument& document)
+void wrapCode(QTextDocument& document, double scale)
 {
     for (auto block = document.begin(); block.isValid(); block = block.next()) {
         auto format = block.blockFormat();
@@ -51,27 +53,27 @@ void wrapCode(QTextDocument& document)
             continue;
         format.setNonBreakableLines(false);
         format.setBackground(QColor(0xf1, 0xf2, 0xf4));
-        format.setTopMargin(4.0);
-        format.setBottomMargin(4.0);
+        format.setTopMargin(4.0 * scale);
+        format.setBottomMargin(4.0 * scale);
         QTextCursor(block).setBlockFormat(format);
     }
 }
 
-void ruleTables(QTextDocument& document)
+void ruleTables(QTextDocument& document, double scale)
 {
     for (auto* frame : document.rootFrame()->childFrames()) {
         auto* table = qobject_cast<QTextTable*>(frame);
         if (!table)
             continue;
         auto format = table->format();
-        format.setBorder(1.0);
+        format.setBorder(scale);
         format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
         format.setBorderBrush(QColor(0xb8, 0xbe, 0xc8));
         format.setBorderCollapse(true);
-        format.setCellPadding(6.0);
+        format.setCellPadding(6.0 * scale);
         format.setCellSpacing(0.0);
-        format.setTopMargin(8.0);
-        format.setBottomMargin(8.0);
+        format.setTopMargin(8.0 * scale);
+        format.setBottomMargin(8.0 * scale);
         table->setFormat(format);
     }
 }
@@ -82,7 +84,6 @@ GuideView::GuideView(QWidget* parent)
     : QTextBrowser(parent)
 {
     setAccessibleName(QStringLiteral("手引き"));
-    document()->setDocumentMargin(margin);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(QFrame::NoFrame);
 }
@@ -97,9 +98,11 @@ QVariant GuideView::loadResource(int type, QUrl const& name)
 void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
 {
     QTextBrowser::doSetSource(url, type);
-    nameHeadings(*document());
-    wrapCode(*document());
-    ruleTables(*document());
+    auto const scale = designScale(*this);
+    document()->setDocumentMargin(margin * scale);
+    nameHeadings(*document(), scale);
+    wrapCode(*document(), scale);
+    ruleTables(*document(), scale);
     if (url.hasFragment())
         scrollToAnchor(url.fragment(QUrl::FullyDecoded));
     else
@@ -139,8 +142,9 @@ QImage GuideView::fitted(QUrl const& name) const
     if (image.isNull())
         return image;
     auto const ratio = devicePixelRatioF();
-    auto const room = std::max(1, viewport()->width() - 2 * margin - 8);
-    auto const width = std::min(room, image.width());
+    auto const scale = designScale(*this);
+    auto const room = viewport()->width() - (2.0 * margin + 8.0) * scale;
+    auto const width = std::clamp(room, 1.0, image.width() * scale);
     auto result = image.scaledToWidth(
         static_cast<int>(std::lround(width * ratio)), Qt::SmoothTransformation);
     result.setDevicePixelRatio(ratio);

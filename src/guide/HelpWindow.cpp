@@ -57,7 +57,10 @@ void HelpWindow::showOn(QWidget const& opener)
     if (!isVisible()) {
         auto const available = availableSize(opener);
         auto const scale = dialogScale(smallest, shownScale(opener), available);
-        scaleLayouts(*this, scale);
+        if (scale != designScale(*this)) {
+            scaleLayouts(*this, scale);
+            m_guide->reload();
+        }
         resize((comfortable * scale).boundedTo(available.shrunkBy(assumedFrame)));
     }
     show();
