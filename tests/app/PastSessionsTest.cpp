@@ -79,5 +79,5 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     EXPECT_FALSE(find(window, "openButton").isEnabled()) << "nothing is left of that name";
     find<QLineEdit>(window, "searchInput").clear();
     EXPECT_EQ(namesAfter("removeAllButton", true), "");
-    EXPECT_FALSE(find(desk.window, "unsavedSessionView").isVisible());
+    EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
 }
