@@ -1,5 +1,6 @@
 #include "feedback/PressureView.h"
 
+#include "feedback/PicturePart.h"
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
 
@@ -88,10 +89,8 @@ QRegion PressureView::replaceLine(Line& line, float pressure, QColor const& colo
 
 void PressureView::renderField(QRegion const& area)
 {
-    // Each on a picture of its own pixels: a clip would leave Qt to rasterize all rows of a stroke.
     for (auto const& rect : area) {
-        QImage part(m_field.scanLine(rect.top()) + rect.left() * m_field.depth() / 8, rect.width(),
-            rect.height(), m_field.bytesPerLine(), m_field.format());
+        auto part = partOf(m_field, rect);
         QPainter painter(&part);
         painter.translate(-rect.topLeft());
         painter.fillRect(rect, Qt::black);

@@ -1,5 +1,6 @@
 #include "feedback/SweepCache.h"
 
+#include "feedback/PicturePart.h"
 #include "feedback/Plotter.h"
 
 #include <QPainter>
@@ -11,15 +12,18 @@ namespace tensio {
 
 namespace {
 
-// Wide strips stroke less of a sweep twice, but one strip of noise must not hold up a frame.
-constexpr int stripColumns = 16;
+// Wide strips stroke less of a sweep twice, but one strip of noise must not hold up a frame, and
+// Qt's rasterizer begins a stroke again for every few kilobytes of edge pixels.
+constexpr int stripColumns = 8;
 
 void copyPixels(QImage& to, QImage const& from, QRect area)
 {
-    auto const offset = static_cast<std::size_t>(area.x()) * sizeof(QRgb);
     auto const bytes = static_cast<std::size_t>(area.width()) * sizeof(QRgb);
-    for (int row = area.top(); row <= area.bottom(); ++row)
-        std::memcpy(to.scanLine(row) + offset, from.constScanLine(row) + offset, bytes);
+    auto* pixels = to.bits();
+    for (int row = area.top(); row <= area.bottom(); ++row) {
+        auto const first = row * to.bytesPerLine() + area.left() * qsizetype {sizeof(QRgb)};
+        std::memcpy(pixels + first, from.constBits() + first, bytes);
+    }
 }
 
 } // namespace
@@ -132,13 +136,11 @@ bool SweepCache::strokeFinished(Plotter const& plotter)
 void SweepCache::stroke(Plotter const& plotter, std::size_t end, QRect area)
 {
     m_changed |= area;
-    // The painter also rasterizes what a clip hides, but not what lies beyond the picture's end.
-    QImage columns(m_picture.bits(), area.right() + 1, m_picture.height(), m_picture.bytesPerLine(),
-        m_picture.format());
-    QPainter painter(&columns);
+    auto part = partOf(m_picture, area);
+    QPainter painter(&part);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setClipRect(area);
-    painter.setTransform(m_toDevice);
+    painter.translate(-area.topLeft());
+    painter.setTransform(m_toDevice, true);
     plotter.draw(painter, m_sweep, end, m_toDevice.inverted().mapRect(QRectF(area)));
 }
 
