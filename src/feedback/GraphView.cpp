@@ -54,7 +54,7 @@ void GraphView::setUp(ImageView& maxPressureImage, ImageView& targetPressureImag
     m_plotter.emplace(sweepColors(), size.width(), size.height() - 2.0 * border, pointInterval);
     m_plotter->setUpperBoundPressure(upperBoundPressure.value());
     m_plotter->setTimeWindow(static_cast<std::int64_t>(timeWindow.value()));
-    m_sweeps = {};
+    m_resets.reset();
 }
 
 QRegion GraphView::render()
@@ -64,19 +64,47 @@ QRegion GraphView::render()
         changed = QRect({}, pictureSize());
     renderField(changed);
     placeMarkers();
-    return changed | renderSweeps();
+    return m_plotter ? changed | renderSweeps(*m_plotter) : changed;
 }
 
-QRegion GraphView::renderSweeps()
+// Returns where the sweeps differ from the latest frame. After a change of scale or a long pause,
+// stroking can take seconds: it is spread over the frames that follow. Until it is done, the old
+// picture is shown, resized, with the newest pressures.
+QRect GraphView::renderSweeps(Plotter const& plotter)
 {
-    if (!m_plotter)
-        return {};
+    bool isReplaced = adoptScale(plotter);
     auto const end = m_clock ? m_clock->now() + frameBudget : Seconds();
-    auto const isTimeOver = [this, end] { return m_clock && m_clock->now() >= end; };
-    m_isSettled = m_sweeps.update(*m_plotter, pictureSize(), toDevice(), isTimeOver);
-    if (!m_isSettled)
+    m_isSettled
+        = m_sweeps.catchUp(plotter, [this, end] { return m_clock && m_clock->now() >= end; });
+    if (m_isSettled) {
+        isReplaced = isReplaced || m_preview;
+        m_preview.reset();
+        m_beforeChange.reset();
+    } else {
+        if (!m_preview) {
+            isReplaced = true;
+            m_preview = m_beforeChange ? m_beforeChange->stretched(m_sweeps.scale()) : m_sweeps;
+        }
+        m_preview->skipToNewest(plotter);
         Q_EMIT needsFrame();
-    return m_sweeps.changed();
+    }
+    return isReplaced ? QRect({}, pictureSize()) : shownSweeps().changed();
+}
+
+// Returns whether the sweeps are to be stroked from the first on.
+bool GraphView::adoptScale(Plotter const& plotter)
+{
+    SweepScale const scale {pictureSize(), plotter.toUnits(), toDevice()};
+    bool const isReset = std::exchange(m_resets, plotter.resets()) != plotter.resets();
+    if (!isReset && m_sweeps.scale() == scale)
+        return false;
+    if (isReset)
+        m_beforeChange.reset();
+    else if (!m_beforeChange)
+        m_beforeChange = shownSweeps();
+    m_preview.reset();
+    m_sweeps = SweepCache(scale);
+    return true;
 }
 
 void GraphView::copyTo(QPainter& painter, QRect area) const
@@ -84,7 +112,7 @@ void GraphView::copyTo(QPainter& painter, QRect area) const
     PressureView::copyTo(painter, area);
     auto const inner = area & insideBorder();
     if (m_plotter && !inner.isEmpty())
-        painter.drawImage(inner, m_sweeps.picture(), inner);
+        painter.drawImage(inner, shownSweeps().picture(), inner);
 }
 
 void GraphView::drawField(QPainter& painter) const

@@ -2,9 +2,10 @@
 
 #include "feedback/Plotter.h"
 #include "feedback/PressureView.h"
-#include "feedback/SweepRenderer.h"
+#include "feedback/SweepCache.h"
 #include "reactive/Scheduler.h"
 
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -47,7 +48,9 @@ protected:
     void copyTo(QPainter& painter, QRect area) const override;
 
 private:
-    QRegion renderSweeps();
+    QRect renderSweeps(Plotter const& plotter);
+    bool adoptScale(Plotter const& plotter);
+    SweepCache const& shownSweeps() const { return m_preview ? *m_preview : m_sweeps; }
     void placeMarkers();
 
     std::optional<Plotter> m_plotter;
@@ -56,7 +59,13 @@ private:
     // Of maximum and target, once they have been placed.
     std::optional<std::pair<double, double>> m_markerHeights;
 
-    SweepRenderer m_sweeps;
+    SweepCache m_sweeps;
+    // Shown while the sweeps are behind.
+    std::optional<SweepCache> m_preview;
+    // What previews are made from: resizing a preview again would blur it more and more.
+    std::optional<SweepCache> m_beforeChange;
+    // Of the plotter whose sweeps these are.
+    std::optional<std::uint64_t> m_resets;
     float m_timeWindow = 0.0f;
     Scheduler const* m_clock = nullptr;
     bool m_isSettled = true;

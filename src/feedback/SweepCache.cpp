@@ -28,35 +28,29 @@ void copyPixels(QImage& to, QImage const& from, QRect area)
 
 } // namespace
 
-SweepCache::SweepCache(Plotter const& plotter, QSize size, QTransform const& toDevice)
-    : m_toUnits(plotter.toUnits())
-    , m_toDevice(toDevice)
-    , m_picture(size, QImage::Format_ARGB32_Premultiplied)
-    , m_below(size, m_picture.format())
+SweepCache::SweepCache(SweepScale const& scale)
+    : m_scale(scale)
+    , m_picture(scale.size, QImage::Format_ARGB32_Premultiplied)
+    , m_below(scale.size, m_picture.format())
 {
     m_picture.fill(Qt::transparent);
     m_below.fill(Qt::transparent);
 }
 
-bool SweepCache::fits(Plotter const& plotter, QSize size, QTransform const& toDevice) const
+SweepCache SweepCache::stretched(SweepScale const& scale) const
 {
-    return m_picture.size() == size && m_toDevice == toDevice && m_toUnits == plotter.toUnits();
-}
-
-SweepCache SweepCache::stretched(
-    Plotter const& plotter, QSize size, QTransform const& toDevice) const
-{
-    SweepCache cache(plotter, size, toDevice);
+    SweepCache cache(scale);
     QPainter painter(&cache.m_picture);
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.setTransform(
-        (m_toUnits * m_toDevice).inverted() * (cache.m_toUnits * cache.m_toDevice));
+        (m_scale.toUnits * m_scale.toDevice).inverted() * (scale.toUnits * scale.toDevice));
     painter.drawImage(0, 0, m_picture);
     return cache;
 }
 
 bool SweepCache::catchUp(Plotter const& plotter, std::function<bool()> const& isTimeOver)
 {
+    m_changed = {};
     for (auto const newest = plotter.paths().size() - 1;; beginSweep(m_sweep + 1)) {
         bool const isStrokedByPoints = m_sweep == newest || m_points > 0;
         while (isStrokedByPoints ? strokeNew(plotter) : strokeFinished(plotter)) {
@@ -85,7 +79,7 @@ void SweepCache::skipToNewest(Plotter const& plotter)
 std::size_t SweepCache::pointsPerStrip() const
 {
     return static_cast<std::size_t>(
-        std::max(stripColumns / (m_toUnits.m11() * m_toDevice.m11()), 1.0));
+        std::max(stripColumns / (m_scale.toUnits.m11() * m_scale.toDevice.m11()), 1.0));
 }
 
 void SweepCache::beginSweep(std::size_t sweep)
@@ -102,7 +96,7 @@ bool SweepCache::strokeNew(Plotter const& plotter)
     if (m_points == count)
         return false;
     auto const end = std::min(m_points + pointsPerStrip(), count);
-    auto const ink = m_toDevice.mapRect(plotter.addedInk(m_sweep, m_points, end));
+    auto const ink = m_scale.toDevice.mapRect(plotter.addedInk(m_sweep, m_points, end));
     auto const area = ink.toAlignedRect() & m_picture.rect();
     m_points = end;
     if (area.isEmpty())
@@ -123,7 +117,7 @@ bool SweepCache::strokeNew(Plotter const& plotter)
 bool SweepCache::strokeFinished(Plotter const& plotter)
 {
     auto const count = plotter.paths()[m_sweep].count;
-    auto const lastInk = m_toDevice.mapRect(plotter.addedInk(m_sweep, count, count));
+    auto const lastInk = m_scale.toDevice.mapRect(plotter.addedInk(m_sweep, count, count));
     QRect const strip(m_column, 0, stripColumns, m_picture.height());
     auto const area = strip & m_picture.rect();
     if (area.isEmpty() || m_column >= lastInk.right())
@@ -140,8 +134,8 @@ void SweepCache::stroke(Plotter const& plotter, std::size_t end, QRect area)
     QPainter painter(&part);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(-area.topLeft());
-    painter.setTransform(m_toDevice, true);
-    plotter.draw(painter, m_sweep, end, m_toDevice.inverted().mapRect(QRectF(area)));
+    painter.setTransform(m_scale.toDevice, true);
+    plotter.draw(painter, m_sweep, end, m_scale.toDevice.inverted().mapRect(QRectF(area)));
 }
 
 } // namespace tensio
