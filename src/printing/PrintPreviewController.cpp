@@ -13,10 +13,13 @@
 #include "ui_PrintPreview.h"
 
 #include <QDialog>
-#include <QGraphicsPathItem>
+#include <QGraphicsEffect>
+#include <QGraphicsItem>
 #include <QGraphicsScene>
 #include <QGraphicsView>
 #include <QPageRanges>
+#include <QPainter>
+#include <QPainterPath>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 
@@ -27,6 +30,36 @@ namespace tensio {
 namespace {
 // Room for its bars and half a page at scale 1.
 constexpr QSize smallestSize(900, 460);
+
+// Draws a fine edge around a page, and the background over the hard black shadow that the preview
+// draws to the right of and below it. An effect, since the preview takes every item for a page.
+class PageEdge : public QGraphicsEffect {
+public:
+    PageEdge(QRectF const& paper, QBrush background)
+        : m_paper(paper)
+        , m_background(std::move(background))
+    {
+    }
+
+protected:
+    void draw(QPainter* painter) override
+    {
+        drawSource(painter);
+        auto const shadow = m_paper.width() / 50.0;
+        QPainterPath around;
+        around.addRect(m_paper.adjusted(0.0, 0.0, shadow, shadow));
+        around.addRect(m_paper);
+        painter->fillPath(around, m_background);
+        painter->setBrush(Qt::NoBrush);
+        painter->setPen(QPen(colors::border, 0.0));
+        painter->drawRect(m_paper);
+    }
+
+private:
+    QRectF m_paper;
+    QBrush m_background;
+};
+
 } // namespace
 
 PrintPreviewController::PrintPreviewController(TensioManager& tensioManager, PrintPanels& panels,
@@ -128,18 +161,9 @@ void PrintPreviewController::choose(ReportKind kind)
 void PrintPreviewController::refresh()
 {
     m_preview->updatePreview();
-    // Covers the hard black shadow that the preview draws to the right of and below each page.
     QRectF const paper = m_printer->pageLayout().fullRectPixels(m_printer->resolution());
-    QPainterPath around;
-    around.addRect(paper.adjusted(0.0, 0.0, paper.width() / 50.0, paper.width() / 50.0));
-    around.addRect(paper);
-    for (auto* page : m_pages->scene()->items()) {
-        auto* cover = new QGraphicsPathItem(around, page);
-        cover->setBrush(m_pages->scene()->backgroundBrush());
-        cover->setPen(Qt::NoPen);
-        auto* edge = new QGraphicsRectItem(paper, page);
-        edge->setPen(QPen(colors::border, 0.0));
-    }
+    for (auto* page : m_pages->scene()->items())
+        page->setGraphicsEffect(new PageEdge(paper, m_pages->scene()->backgroundBrush()));
 }
 
 void PrintPreviewController::showPages(QPrinter& printer)

@@ -11,6 +11,7 @@
 
 #include <QDialog>
 #include <QFile>
+#include <QGraphicsView>
 #include <QLabel>
 #include <QPageRanges>
 #include <QPrintPreviewWidget>
@@ -85,6 +86,7 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     EXPECT_TRUE(preview.button("previousButton").hasFocus()) << "not the zoom";
     preview.click("gridButton");
     EXPECT_EQ(preview.position(), "2 / 8 ページ");
+    EXPECT_EQ(find<QGraphicsView>(preview.parent).items().size(), 8) << "Qt takes each for a page";
 
     int zoom = 0;
     for (auto const* button : {"fitPageButton", "fitWidthButton", "zoomInButton"}) {
