@@ -84,20 +84,29 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     preview.click("nextButton");
     EXPECT_EQ(preview.position(), "2 / 2 ページ");
     EXPECT_TRUE(preview.button("previousButton").hasFocus()) << "not the zoom";
-    preview.click("gridButton");
-    EXPECT_EQ(preview.position(), "2 / 8 ページ");
-    EXPECT_EQ(find<QGraphicsView>(preview.parent).items().size(), 8) << "Qt takes each for a page";
-
-    int zoom = 0;
-    for (auto const* button : {"fitPageButton", "fitWidthButton", "zoomInButton"}) {
+    for (auto const& [button, position] : {std::pair {"gridButton", "2 / 8 ページ"},
+             {"previousButton", "1 / 8 ページ"}, {"listButton", "1 / 2 ページ"}}) {
         preview.click(button);
-        auto const now = find<QLabel>(preview.parent, "zoomLabel").text().chopped(1).toInt();
-        EXPECT_LT(std::exchange(zoom, now), now) << button;
+        EXPECT_EQ(preview.position(), position);
     }
+    EXPECT_FALSE(preview.button("gridButton").isChecked());
+    EXPECT_EQ(find<QGraphicsView>(preview.parent).items().size(), 2) << "Qt takes each for a page";
+
+    auto const zoomAfter = [&](char const* button) {
+        preview.click(button);
+        return find<QLabel>(preview.parent, "zoomLabel").text().chopped(1).toInt();
+    };
+    auto const page = zoomAfter("fitPageButton");
+    auto const width = zoomAfter("fitWidthButton");
+    EXPECT_LT(page, width);
+    EXPECT_LT(width, zoomAfter("zoomInButton"));
+    EXPECT_EQ(zoomAfter("zoomOutButton"), width);
     preview.session.manager.measurementList.measurements()[3]->isCounted.setValue(true);
     preview.controller.show(ReportKind::Selected);
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
     EXPECT_TRUE(preview.button("selectedButton").isChecked());
+    preview.click("closeButton");
+    EXPECT_FALSE(window.isVisible());
 }
 
 TEST(PrintPreview, SavesAndPrintsTheChosenPagesOfWhatItShows)
@@ -144,7 +153,8 @@ TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
     EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A7) << "for PDF files, too";
     EXPECT_EQ(messages.back(), paperTooSmallMessage);
     preview.position();
-    EXPECT_TRUE(find<QLabel>(preview.parent, "messageLabel").isVisible());
+    auto const& message = find<QLabel>(preview.parent, "messageLabel");
+    EXPECT_TRUE(message.isVisible() && message.text() == QString::fromUtf8(paperTooSmallMessage));
     EXPECT_FALSE(find<QPrintPreviewWidget>(preview.parent).isVisible()) << "pages of another paper";
     EXPECT_FALSE(preview.button("printButton").isEnabled());
     EXPECT_FALSE(preview.button("savePdfButton").isEnabled());

@@ -8,11 +8,11 @@
 namespace tensio {
 
 // What a reader finds who searches or copies; runs of blanks and line ends count as one blank.
-inline std::string pdfText(std::string const& pdf)
+inline std::string pdfText(std::string const& pdf, QStringList arguments = {})
 {
     QProcess reader;
     reader.start(QStringLiteral("pdftotext"),
-        {QStringLiteral("-layout"), QStringLiteral("-"), QStringLiteral("-")});
+        arguments << QStringLiteral("-layout") << QStringLiteral("-") << QStringLiteral("-"));
     reader.write(pdf.data(), static_cast<qint64>(pdf.size()));
     reader.closeWriteChannel();
     EXPECT_TRUE(reader.waitForFinished());
