@@ -12,6 +12,7 @@
 #include "toolkit/DesignFrame.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QBuffer>
 #include <QFile>
 #include <QMenu>
@@ -69,10 +70,12 @@ TEST(Looks, HistoryTile)
 {
     Session session;
     QWidget strip;
-    auto const measurement = finishedMeasurements(1).front();
+    // 100.0 is squeezed.
+    auto const measurement = finishedMeasurements(91).back();
     HistorySlice tile(session.manager, measurement, 0, strip);
     expectLook("tile", tile);
     measurement->isCounted.setValue(true);
+    tile.setAttribute(Qt::WA_UnderMouse);
     expectLook("tile-selected", tile);
     measurement->isCounted.setValue(false);
     measurement->isEnabled.setValue(false);
@@ -86,6 +89,7 @@ TEST(Looks, Buttons)
     radio.resize(116, 34);
     radio.setBgImageName(QStringLiteral("radio_on"));
     radio.setChecked(true);
+    radio.setAttribute(Qt::WA_UnderMouse);
     expectLook("radio-button-on", radio);
 
     PopUpButton popUp;
@@ -107,7 +111,8 @@ TEST(Looks, Buttons)
     QMenu menu;
     auto* item = menu.addAction(QStringLiteral("70%"));
     OrvMenuItemView row(*item, menu);
-    menu.setActiveAction(item);
+    QEnterEvent hover({}, {}, {});
+    QApplication::sendEvent(&row, &hover);
     expectLook("menu-row-highlighted", row);
 }
 

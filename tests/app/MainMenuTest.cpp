@@ -68,6 +68,11 @@ TEST(MainMenu, RunsEachCommand)
         preview.close();
         QCoreApplication::processEvents();
     }
+    auto const& target = desk.command("55.0 kPa");
+    EXPECT_TRUE(desk.command("30.0 kPa").isChecked());
+    desk.command("55.0 kPa").trigger();
+    EXPECT_TRUE(target.isChecked() && !desk.command("30.0 kPa").isChecked());
+    EXPECT_EQ(desk.userDefaults.stored["target pressure"], 55.0f);
     for (auto const* title : {"以前の測定を開く", "接続の確認", "使い方", "tensioについて"}) {
         QApplication::setActiveWindow(&desk.window);
         desk.command(title).trigger();

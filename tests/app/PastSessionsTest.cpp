@@ -33,6 +33,9 @@ TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
 {
     Desk desk({"太郎"});
     EXPECT_TRUE(find<QLabel>(desk.window, "unsavedSimulatedLabel").isVisible());
+    click(desk.window, "putAsideButton");
+    EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
+    EXPECT_FALSE(desk.store.unsavedSession());
     auto const& open = desk.command("以前の測定を開く");
     auto const& problem = find<QWidget>(desk.window, "storeProblemView");
     auto const expectShown = [&](bool isOffered, bool isProblem) {
@@ -48,6 +51,8 @@ TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
     desk.finish();
     expectShown(false, true);
     EXPECT_TRUE(find<QLabel>(problem, "storeProblemLabel").text().contains(u"空き容量"));
+    click(problem, "hideProblemButton");
+    expectShown(false, false);
     desk.store.refusals = 0;
     desk.runLoop.advance(Seconds(1.5));
     expectShown(true, false);

@@ -57,7 +57,7 @@ TEST(TensioView, KeysOpenTheDialogFinishAndTurnTheHistoryWhenThatIsPossible)
     EXPECT_EQ(desk.window.childAt(1, 1), &cover) << "before the menu bar";
     desk.window.resize(1500, 500);
     EXPECT_EQ(cover.geometry(), QRect(0, 0, 1500, 500)) << "beside the design, too";
-    find<QWidget>(desk.window, "UserInfo").close();
+    QApplication::activeModalWidget()->close();
     EXPECT_FALSE(cover.isVisible());
     QApplication::setActiveWindow(&desk.window);
     desk.connect();

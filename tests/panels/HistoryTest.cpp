@@ -79,11 +79,13 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
 TEST(History, SaysTheStateTheNextStepAndTheCount)
 {
     Session session;
+    QWidget view;
+    HistoryViewController const strip(session.manager, view);
     StatusViewModel const status(session.manager);
-    auto const expect = [&](char const* state, std::string const& hint, char const* count) {
+    auto const expect = [&](char const* state, char const* hint, char const* count) {
         EXPECT_EQ(status.state.value(), state);
-        EXPECT_NE(status.hint.value().find(hint), std::string::npos) << status.hint.value();
-        EXPECT_EQ(status.count.value(), count);
+        EXPECT_TRUE(find<QLabel>(view, "hintLabel").text().contains(QString::fromUtf8(hint)));
+        EXPECT_EQ(find<QLabel>(view, "countLabel").text(), QString::fromUtf8(count));
     };
     expect("待機中", "「開始」", "");
     session.manager.connectAction.apply(Nothing {});
@@ -128,6 +130,7 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
     strip.finish();
     strip.session.saving.answer = "/folder/file";
     strip.session.manager.saveCsvAction.apply(Nothing {});
+    EXPECT_TRUE(find(strip.view, "savedButton").text().startsWith(u"保存しました"));
     EXPECT_TRUE(find(strip.view, "savedButton").isVisible());
     EXPECT_FALSE(find<QLabel>(strip.view, "hintLabel").isVisible());
     strip.session.connect();

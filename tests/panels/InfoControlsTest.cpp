@@ -77,6 +77,7 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
     EXPECT_EQ(panel.text("targetPressureLabel"), "21.1");
     panel.click("segueButton");
     EXPECT_FALSE(find<QLabel>(panel.window, "percentNotice").isHidden());
+    EXPECT_TRUE(find<QLabel>(panel.window, "percentNotice").text().contains(u"70"));
 }
 
 TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
@@ -84,6 +85,7 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
     Panel panel;
     panel.click("startButton");
     EXPECT_TRUE(panel.isDialogOpen()) << "nothing to discard";
+    EXPECT_TRUE(find<QLabel>(panel.window, "percentNotice").isHidden());
     find<QWidget>(panel.window, "UserInfo").close();
     panel.session.connect();
     panel.expectState(true);

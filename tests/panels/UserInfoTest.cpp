@@ -80,6 +80,8 @@ TEST(UserInfo, StepsStayWithinBoundsAndLeaveOtherTextsAlone)
     button.setFocus();
     QTest::keyClick(&button, Qt::Key_Up);
     EXPECT_EQ(dialog.entries(), "|30.2");
+    QTest::keyClick(&dialog.pressure(), Qt::Key_Down);
+    EXPECT_EQ(dialog.entries(), "|30.1");
 }
 
 TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
@@ -134,12 +136,8 @@ TEST(UserInfo, StoresTheEntriesWhenThePortOpensWhileTheDialogIsOpen)
 TEST(UserInfo, ANameStaysOneCellOfATable)
 {
     Dialog dialog;
-    for (auto const& [cursor, pasted, after] :
-        {std::tuple {0, "\n\t山田\r\n花子\r\n", 5}, {3, "\r\n", 4}, {6, "\u2028", 6}}) {
-        dialog.name().setCursorPosition(cursor);
-        QGuiApplication::clipboard()->setText(QString::fromUtf8(pasted));
-        dialog.name().paste();
-        EXPECT_EQ(dialog.name().cursorPosition(), after);
-    }
-    EXPECT_EQ(dialog.name().text(), QStringLiteral("山田  花子"));
+    QGuiApplication::clipboard()->setText(QStringLiteral("\n\t山田\r\n花子\u2028"));
+    dialog.name().paste();
+    EXPECT_EQ(dialog.name().text(), QStringLiteral("山田 花子"));
+    EXPECT_EQ(dialog.name().cursorPosition(), 5);
 }
