@@ -17,8 +17,8 @@ public:
     AppDelegate(TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu,
         ReportPrinter& reportPrinter);
 
-    // Fills the menu of default targets and gives it to the item in the system's status bar, where
-    // there is one.
+    // Fills the menu of default targets and shows its item in the system's status bar, where there
+    // is one.
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
@@ -41,7 +41,6 @@ private:
 
     TensioManager& m_tensioManager;
     RunLoop& m_runLoop;
-    QMenu& m_statusMenu;
     QtMenu m_defaultTargetMenu;
     QSystemTrayIcon m_statusItem;
     ReportPrinter& m_reportPrinter;

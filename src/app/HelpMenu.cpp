@@ -11,7 +11,7 @@ namespace tensio {
 
 namespace {
 
-void openOnce(QDialog* dialog)
+void openUntilClosed(QDialog* dialog)
 {
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
@@ -46,12 +46,12 @@ void HelpMenu::showHelp()
 
 void HelpMenu::checkConnection()
 {
-    openOnce(new ConnectionCheckWindow(m_ports, m_window));
+    openUntilClosed(new ConnectionCheckWindow(m_ports, m_window));
 }
 
 void HelpMenu::showAbout()
 {
-    openOnce(new AboutWindow(m_window));
+    openUntilClosed(new AboutWindow(m_window));
 }
 
 } // namespace tensio

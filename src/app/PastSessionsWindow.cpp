@@ -7,7 +7,6 @@
 #include "ui_PastSessions.h"
 
 #include <QHeaderView>
-#include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -105,7 +104,6 @@ void PastSessionsWindow::ask(QString const& question, std::function<bool()> cons
     box->setAttribute(Qt::WA_DeleteOnClose);
     auto* const keep = box->addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole);
     auto* const doRemove = box->addButton(QStringLiteral("削除"), QMessageBox::AcceptRole);
-    box->layout()->setContentsMargins(24, 20, 24, 20);
     box->setDefaultButton(keep);
     box->setEscapeButton(keep);
     connect(doRemove, &QAbstractButton::clicked, this, [this, remove] {

@@ -80,8 +80,10 @@ void PopUpButton::paintEvent(QPaintEvent* /*event*/)
     cellFont.setPixelSize(14);
     cellFont.setBold(true);
     OrvButtonCell const cell {cellFont, text(), isDown()};
-    cell.drawBorderAndBackground(painter, frame);
-    cell.drawTitle(painter, frame);
+    // Smaller than the button, since its arrow is close to the right edge and to the top.
+    QRectF const cellFrame(0.0, frame.center().y() - 12.0, frame.width() - 7.0, 24.0);
+    cell.drawBorderAndBackground(painter, cellFrame);
+    cell.drawTitle(painter, cellFrame);
     drawOutline(painter, frame);
 }
 

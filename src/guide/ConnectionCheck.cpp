@@ -13,8 +13,8 @@ QString html(std::string const& text)
 
 QString row(QString const& caption, QString const& value)
 {
-    return QStringLiteral("<tr><td style='color:#4b5563'>%1　</td>"
-                          "<td>%2</td></tr>")
+    return QStringLiteral("<tr><td style='color:#4b5563; padding: 3px 24px 3px 0px'>%1</td>"
+                          "<td style='padding: 3px 0px'>%2</td></tr>")
         .arg(caption, value);
 }
 
@@ -36,7 +36,7 @@ QString connectionReport(std::vector<InspectedPort> const& ports)
     QString report;
     for (auto const& port : ports) {
         bool const isTaken = &port == &ports.front();
-        report += QStringLiteral("<h3>%1</h3><table cellpadding='3'>")
+        report += QStringLiteral("<h3>%1</h3><table cellspacing='0'>")
                       .arg(isTaken ? QStringLiteral("接続する測定器")
                                    : QStringLiteral("接続しない測定器（先の測定器を使います）"));
         if (port.isSimulated)

@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QTextBlock>
+#include <QTextList>
 #include <QTextTable>
 
 #include <algorithm>
@@ -42,6 +43,18 @@ void nameHeadings(QTextDocument& document, double scale)
         format.setTopMargin(20.0 * scale);
         format.setBottomMargin(8.0 * scale);
         cursor.setBlockFormat(format);
+    }
+}
+
+void spaceLists(QTextDocument& document, double scale)
+{
+    for (auto block = document.begin(); block.isValid(); block = block.next()) {
+        auto const* list = block.textList();
+        if (!list)
+            continue;
+        auto format = block.blockFormat();
+        format.setTopMargin((list->itemNumber(block) == 0 ? 8.0 : 2.0) * scale);
+        QTextCursor(block).setBlockFormat(format);
     }
 }
 
@@ -92,7 +105,14 @@ QVariant GuideView::loadResource(int type, QUrl const& name)
 {
     if (type == QTextDocument::ImageResource)
         return fitted(name);
-    return QTextBrowser::loadResource(type, name);
+    auto const resource = QTextBrowser::loadResource(type, name);
+    if (type != QTextDocument::MarkdownResource)
+        return resource;
+    // Qt would show a space for the end of a line within a paragraph.
+    static QRegularExpression const lineEnd(QStringLiteral("。\n *(?=[^\\s\\-|!#\\d])"));
+    return QString::fromUtf8(resource.toByteArray())
+        .replace(lineEnd, QStringLiteral("。"))
+        .toUtf8();
 }
 
 void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
@@ -101,6 +121,7 @@ void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
     auto const scale = designScale(*this);
     document()->setDocumentMargin(margin * scale);
     nameHeadings(*document(), scale);
+    spaceLists(*document(), scale);
     wrapCode(*document(), scale);
     ruleTables(*document(), scale);
     if (url.hasFragment())

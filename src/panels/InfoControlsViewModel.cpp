@@ -22,7 +22,7 @@ InfoControlsViewModel::InfoControlsViewModel(TensioManager& tensioManager, RunLo
         tensioManager.targetPressurePercent, [this](float target, float percent) {
             targetPressure.setValue(target * percent);
             targetBasis.setValue(
-                "基準 " + withUnit(target) + " × " + formatFixed(percent * 100.0f, 0) + " %");
+                "基準 " + withUnit(target) + " × " + formatFixed(percent * 100.0f, 0) + "%");
         }));
     m_subscriptions.push_back(throttle<float>(tensioManager.currentPressure, readOutInterval,
         runLoop, [this](float pressure) { currentPressure.setValue(pressure); }));

@@ -74,7 +74,8 @@ PrintPreviewController::PrintPreviewController(TensioManager& tensioManager, Pri
 {
     m_ui->setupUi(m_window.get());
     scaleLayouts(*m_window, dialogScale(smallestSize, shownScale(parent), availableSize(parent)));
-    shrinkToScreen(*m_window);
+    auto const largest = availableSize(parent).shrunkBy(assumedFrame);
+    m_window->resize(m_window->size().boundedTo(largest));
     viewDidLoad();
 }
 
@@ -142,7 +143,10 @@ void PrintPreviewController::addPages()
 void PrintPreviewController::show(ReportKind kind)
 {
     m_printer->setPageLayout(m_pageLayout);
-    m_ui->selectedButton->setEnabled(hasReport(ReportKind::Selected, m_tensioManager));
+    bool const isSelected = hasReport(ReportKind::Selected, m_tensioManager);
+    m_ui->selectedButton->setEnabled(isSelected);
+    m_ui->selectedButton->setToolTip(
+        isSelected ? QString() : QStringLiteral("履歴で測定を選ぶと使えます"));
     m_ui->listButton->setChecked(kind == ReportKind::List);
     m_ui->gridButton->setChecked(kind == ReportKind::Grid);
     m_ui->selectedButton->setChecked(kind == ReportKind::Selected);

@@ -3,6 +3,7 @@
 #include "toolkit/Accessible.h"
 #include "toolkit/Colors.h"
 #include "toolkit/LightPalette.h"
+#include "toolkit/MessageBoxes.h"
 #include "toolkit/StyleSheet.h"
 #include "toolkit/WaylandWindowSizes.h"
 
@@ -23,6 +24,7 @@ void applyLook(QApplication& application)
     QFont font(QStringLiteral("Noto Sans CJK JP"));
     font.setPixelSize(14);
     QApplication::setFont(font);
+    new MessageBoxes(application);
     if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
         new WaylandWindowSizes(application);
     // A style sheet would make the placeholder too pale to read.

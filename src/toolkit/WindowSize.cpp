@@ -38,9 +38,4 @@ QSize availableSize(QWidget const& window)
     return window.screen()->availableSize();
 }
 
-void shrinkToScreen(QWidget& window)
-{
-    window.resize(window.size().boundedTo(availableSize(window).shrunkBy(assumedFrame)));
-}
-
 } // namespace tensio

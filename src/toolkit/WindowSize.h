@@ -24,7 +24,4 @@ double dialogScale(QSize design, double openerScale, QSize available);
 // The part of the window's screen that windows may take.
 QSize availableSize(QWidget const& window);
 
-// Makes a window smaller where its screen is too small for it.
-void shrinkToScreen(QWidget& window);
-
 } // namespace tensio

@@ -73,7 +73,7 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
     QTest::mouseRelease(row, Qt::LeftButton);
     EXPECT_FALSE(percent.menu()->isVisible());
     EXPECT_EQ(percent.text(), QStringLiteral("70%"));
-    EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 70 %");
+    EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 70%");
     EXPECT_EQ(panel.text("targetPressureLabel"), "21.1");
     panel.click("segueButton");
     EXPECT_FALSE(find<QLabel>(panel.window, "percentNotice").isHidden());

@@ -4,7 +4,6 @@
 #include "platform/qt/MainQueue.h"
 
 #include <QLabel>
-#include <QLayout>
 #include <QMessageBox>
 #include <QPushButton>
 
@@ -23,7 +22,6 @@ std::size_t QtAlerts::runModal(
         icon->setAccessibleName(isCritical ? QStringLiteral("エラー") : QStringLiteral("警告"));
     box.setWindowTitle(QStringLiteral("tensio"));
     box.setText(QString::fromStdString(message));
-    box.layout()->setContentsMargins(24, 20, 24, 20);
     box.setAccessibleName(box.text());
     assert(!buttons.empty());
     std::vector<QAbstractButton*> added;

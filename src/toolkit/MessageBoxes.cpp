@@ -1,0 +1,59 @@
+#include "toolkit/MessageBoxes.h"
+
+#include "toolkit/WindowSize.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QLabel>
+#include <QLayout>
+#include <QMessageBox>
+
+#include <algorithm>
+
+namespace tensio {
+
+namespace {
+
+// Of the typeface at scale 1, in pixels.
+constexpr double designFontSize = 14.0;
+constexpr QMargins designMargins {24, 20, 24, 20};
+// The icon and what is between it, the text and the edges.
+constexpr double besideText = 120.0;
+
+// Qt makes no message box wider, and wraps the text of those of half that width or more.
+int largestWidth(QMessageBox const& box)
+{
+    int const screen = availableSize(box).width();
+    return screen <= 1024 ? screen : std::min(screen - 480, 1000);
+}
+
+void layOut(QMessageBox& box)
+{
+    auto& label = *box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    auto const scale = label.fontInfo().pixelSize() / designFontSize;
+    box.layout()->setContentsMargins(designMargins * scale);
+    int longest = 0;
+    for (auto const& line : box.text().split(u'\n'))
+        longest = std::max(longest, label.fontMetrics().horizontalAdvance(line) + 2);
+    auto const room = static_cast<int>(largestWidth(box) - besideText * scale);
+    label.setMinimumWidth(std::min(longest, room));
+}
+
+} // namespace
+
+MessageBoxes::MessageBoxes(QCoreApplication& application)
+    : QObject(&application)
+{
+    application.installEventFilter(this);
+}
+
+bool MessageBoxes::eventFilter(QObject* watched, QEvent* event)
+{
+    // By now it has its typeface, and it takes its size next.
+    auto* box = event->type() == QEvent::Show ? qobject_cast<QMessageBox*>(watched) : nullptr;
+    if (box)
+        layOut(*box);
+    return false;
+}
+
+} // namespace tensio
