@@ -17,6 +17,7 @@ namespace {
 // Of the typeface at scale 1, in pixels.
 constexpr double designFontSize = 14.0;
 constexpr QMargins designMargins {24, 20, 24, 20};
+constexpr double shortestLine = 264.0;
 // The icon and what is between it, the text and the edges.
 constexpr double besideText = 120.0;
 
@@ -32,7 +33,7 @@ void layOut(QMessageBox& box)
     auto& label = *box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     auto const scale = label.fontInfo().pixelSize() / designFontSize;
     box.layout()->setContentsMargins(designMargins * scale);
-    int longest = 0;
+    auto longest = static_cast<int>(shortestLine * scale);
     for (auto const& line : box.text().split(u'\n'))
         longest = std::max(longest, label.fontMetrics().horizontalAdvance(line) + 2);
     auto const room = static_cast<int>(largestWidth(box) - besideText * scale);

@@ -3,6 +3,8 @@
 #include "toolkit/WindowSize.h"
 
 #include <QApplication>
+#include <QLabel>
+#include <QMessageBox>
 #include <QTest>
 #include <QWidget>
 #include <QWindow>
@@ -37,6 +39,18 @@ TEST(DesignFrame, PlacesLateComersAtTheScaleTheirTreeIsShownAt)
     EXPECT_EQ(late.geometry(), early.geometry());
     scaleDesign(root, 1.0);
     EXPECT_EQ(late.geometry(), QRect(10, 10, 21, 21));
+}
+
+TEST(MessageBoxes, ShowTheirWholeText)
+{
+    for (int const length : {5, 25, 40, 200}) {
+        QMessageBox box(QMessageBox::Warning, {}, QString(length, u'測'));
+        box.show();
+        auto const& label = *box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+        auto const text = label.fontMetrics().boundingRect(
+            {0, 0, label.width(), 1000}, label.wordWrap() ? Qt::TextWordWrap : 0, box.text());
+        EXPECT_EQ(label.size().expandedTo(text.size()), label.size()) << length;
+    }
 }
 
 TEST(WaylandWindowSizes, AWindowOfAFixedSizeTakesALargerOne)
