@@ -71,8 +71,12 @@ void HistoryViewController::rebuild(Measurements const& measurements)
     m_historySliceViews.clear();
     for (auto const& shown : measurements)
         addTile(shown);
-    if (!measurement || measurements.empty())
+    if (!measurement)
         return;
+    if (measurements.empty()) {
+        m_ui->backButton->setFocus();
+        return;
+    }
     auto const same = std::ranges::find(measurements, measurement);
     int const last = static_cast<int>(measurements.size()) - 1;
     focusTile(same != measurements.end() ? static_cast<int>(same - measurements.begin())
