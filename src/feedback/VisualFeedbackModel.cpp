@@ -13,10 +13,8 @@ VisualFeedbackModel::VisualFeedbackModel(
     : targetImage(usualImage)
     , targetColor(usualColor)
     , m_runLoop(runLoop)
-    , m_usualImage(std::move(usualImage))
-    , m_altImage(std::move(altImage))
-    , m_usualColor(usualColor)
-    , m_altColor(altColor)
+    , m_usual {std::move(usualImage), usualColor}
+    , m_alt {std::move(altImage), altColor}
 {
 }
 
@@ -35,23 +33,18 @@ void VisualFeedbackModel::stopBlinking()
         return;
     m_state = STATE_USUAL;
     m_timer.end();
-    showUsual();
+    show(m_usual);
 }
 
 void VisualFeedbackModel::blinkWithTimer()
 {
-    if (m_index++ % 2 != 0) {
-        showUsual();
-        return;
-    }
-    targetImage.setValue(m_altImage);
-    targetColor.setValue(m_altColor);
+    show(m_index++ % 2 == 0 ? m_alt : m_usual);
 }
 
-void VisualFeedbackModel::showUsual()
+void VisualFeedbackModel::show(Look const& look)
 {
-    targetImage.setValue(m_usualImage);
-    targetColor.setValue(m_usualColor);
+    targetImage.setValue(look.image);
+    targetColor.setValue(look.color);
 }
 
 } // namespace tensio

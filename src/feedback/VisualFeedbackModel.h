@@ -29,14 +29,17 @@ public:
     void stopBlinking();
 
 private:
+    struct Look {
+        Picture image;
+        QColor color;
+    };
+
     void blinkWithTimer();
-    void showUsual();
+    void show(Look const& look);
 
     RunLoop& m_runLoop;
-    Picture m_usualImage;
-    Picture m_altImage;
-    QColor m_usualColor;
-    QColor m_altColor;
+    Look m_usual;
+    Look m_alt;
     std::int64_t m_state = STATE_USUAL;
     std::int64_t m_index = 0;
     Subscription m_timer;
