@@ -4,8 +4,6 @@
 
 #include <QPainter>
 
-#include <algorithm>
-#include <cmath>
 #include <utility>
 
 namespace tensio {
@@ -24,7 +22,9 @@ std::optional<Accessible::Value> GaugeView::accessibleValue() const
 QRegion GaugeView::render()
 {
     auto changed = changedField();
-    auto const before = std::exchange(m_barHeight, barHeight());
+    auto const innerHeight = designSize().height() - 2.0 * border;
+    auto const before
+        = std::exchange(m_barHeight, shareOfScale(currentPressure.value()) * innerHeight);
     if (before != m_barHeight)
         changed |= rowsBetween(border + before, border + m_barHeight);
     renderField(changed);
@@ -37,15 +37,6 @@ void GaugeView::drawField(QPainter& painter) const
     QRectF const bar(0.0, border, width, m_barHeight);
     painter.fillRect(bar, colorFromHexString(QStringLiteral("#009cff")));
     drawScale(painter, 0.0, width, QPen(Qt::black, 1.0));
-}
-
-double GaugeView::barHeight() const
-{
-    auto const innerHeight = designSize().height() - 2.0 * border;
-    auto const height = static_cast<double>(currentPressure.value())
-        / static_cast<double>(upperBoundPressure.value()) * innerHeight;
-    // A reading may be anything, infinity included; far above the top is far enough.
-    return std::isnan(height) ? 0.0 : std::clamp(height, -innerHeight, 2.0 * innerHeight);
 }
 
 } // namespace tensio

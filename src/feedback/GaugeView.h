@@ -19,8 +19,6 @@ protected:
     void drawField(QPainter& painter) const override;
 
 private:
-    double barHeight() const;
-
     double m_barHeight = 0.0;
 };
 

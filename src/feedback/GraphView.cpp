@@ -8,7 +8,6 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -18,24 +17,17 @@ namespace {
 
 // A third of a frame of the screen, as one strip of noise can take another third.
 constexpr Seconds frameBudget {0.005};
-// Out of sight. A widget's place is whole pixels, which cannot be infinite.
-constexpr double farAway = 1e6;
 
 std::vector<QColor> sweepColors()
 {
-    std::vector<QColor> colors;
-    for (auto const* text : {"#ffffff", "#ffff00", "#00ff00", "#00ffff", "#ff8000", "#ff00ff"})
-        colors.push_back(colorFromHexString(QString::fromLatin1(text)));
-    return colors;
+    return {0xffffff, 0xffff00, 0x00ff00, 0x00ffff, 0xff8000, 0xff00ff};
 }
 
 void placeAtHeight(ImageView& image, double height)
 {
-    auto const y = std::isnan(height) ? 0.0 : std::clamp(height, -farAway, farAway);
-    auto const frame = designFrame(image);
-    auto const moved = flipped(QRectF(frame.x(), y, frame.width(), frame.height()),
-        designFrame(*image.parentWidget()).height());
-    setDesignFrame(image, moved);
+    auto frame = designFrame(image);
+    frame.moveBottom(designFrame(*image.parentWidget()).height() - height);
+    setDesignFrame(image, frame);
 }
 
 } // namespace
@@ -72,19 +64,17 @@ QRegion GraphView::render()
 // picture is shown, resized, with the newest pressures.
 QRect GraphView::renderSweeps(Plotter const& plotter)
 {
-    bool isReplaced = adoptScale(plotter);
+    bool const isNew = adoptScale(plotter);
     auto const end = m_clock ? m_clock->now() + frameBudget : Seconds();
-    m_isSettled
-        = m_sweeps.catchUp(plotter, [this, end] { return m_clock && m_clock->now() >= end; });
-    if (m_isSettled) {
-        isReplaced = isReplaced || m_preview;
+    auto const isTimeOver = [this, end] { return m_clock && m_clock->now() >= end; };
+    bool const isExact = m_sweeps.catchUp(plotter, isTimeOver);
+    bool const isReplaced = isNew || isExact == m_preview.has_value();
+    if (isExact) {
         m_preview.reset();
         m_beforeChange.reset();
     } else {
-        if (!m_preview) {
-            isReplaced = true;
+        if (!m_preview)
             m_preview = m_beforeChange ? m_beforeChange->stretched(m_sweeps.scale()) : m_sweeps;
-        }
         m_preview->skipToNewest(plotter);
         Q_EMIT needsFrame();
     }
@@ -119,7 +109,7 @@ void GraphView::drawField(QPainter& painter) const
 {
     auto const size = designSize();
     drawScale(painter, border, size.width() - 2.0 * border, QPen(Qt::white, 0.5));
-    auto const strokeTimes = [&](float stepSeconds, double lineWidth) {
+    for (auto const& [stepSeconds, lineWidth] : {std::pair(1.0f, 0.5), std::pair(5.0f, 1.0)}) {
         auto const unitsPerSecond = size.width() / static_cast<double>(timeWindow.value());
         QPainterPath times;
         for (float time = 0.0f; time <= timeWindow.value(); time += stepSeconds) {
@@ -128,9 +118,7 @@ void GraphView::drawField(QPainter& painter) const
             times.lineTo(x, size.height());
         }
         painter.strokePath(times, QPen(Qt::white, lineWidth, Qt::SolidLine, Qt::FlatCap));
-    };
-    strokeTimes(1.0f, 0.5);
-    strokeTimes(5.0f, 1.0);
+    }
 }
 
 void GraphView::placeMarkers()

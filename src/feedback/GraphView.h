@@ -36,7 +36,7 @@ public:
     void setClock(Scheduler const& clock) { m_clock = &clock; }
 
     // False if the latest frame left work for the next.
-    bool isSettled() const { return m_isSettled; }
+    bool isSettled() const { return !m_preview; }
 
 Q_SIGNALS:
     // The rendered frame is not settled.
@@ -68,7 +68,6 @@ private:
     std::optional<std::uint64_t> m_resets;
     float m_timeWindow = 0.0f;
     Scheduler const* m_clock = nullptr;
-    bool m_isSettled = true;
 };
 
 } // namespace tensio

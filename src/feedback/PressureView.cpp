@@ -1,6 +1,5 @@
 #include "feedback/PressureView.h"
 
-#include "feedback/PicturePart.h"
 #include "toolkit/Color.h"
 #include "toolkit/DesignFrame.h"
 
@@ -17,7 +16,8 @@ namespace tensio {
 
 namespace {
 constexpr double lineWidth = 4.0;
-}
+constexpr double farAway = 1000.0;
+} // namespace
 
 PressureView::PressureView(float upperBound, float maximum, QColor field, QWidget* parent)
     : QWidget(parent)
@@ -83,14 +83,16 @@ void PressureView::adoptSize()
 
 QRegion PressureView::replaceLine(Line& line, float pressure, QColor const& color)
 {
-    auto const before = std::exchange(line, {heightOf(pressure), color});
+    auto const before = std::exchange(line, {lineHeight(pressure), color});
     return before == line ? QRegion() : QRegion(rowsOf(before)) | rowsOf(line);
 }
 
 void PressureView::renderField(QRegion const& area)
 {
+    // Each on a picture of its own pixels: a clip would leave Qt to rasterize all of a stroke.
     for (auto const& rect : area) {
-        auto part = partOf(m_field, rect);
+        QImage part(m_field.scanLine(rect.top()) + rect.left() * m_field.depth() / 8, rect.width(),
+            rect.height(), m_field.bytesPerLine(), m_field.format());
         QPainter painter(&part);
         painter.translate(-rect.topLeft());
         painter.fillRect(rect, Qt::black);
@@ -115,10 +117,24 @@ void PressureView::drawScale(QPainter& painter, double left, double right, QPen 
     painter.strokePath(lines, pen);
 }
 
+double PressureView::shareOfScale(float pressure) const
+{
+    auto const share
+        = static_cast<double>(pressure) / static_cast<double>(upperBoundPressure.value());
+    return std::isnan(share) ? 0.0 : std::clamp(share, -farAway, farAway);
+}
+
 double PressureView::heightOf(float pressure) const
 {
-    auto const upperBound = static_cast<double>(upperBoundPressure.value());
-    return std::round(static_cast<double>(pressure) / upperBound * m_designSize.height());
+    return std::round(shareOfScale(pressure) * m_designSize.height());
+}
+
+// A line on the border is hidden, but at fractional scales the clip would leave a sliver of it.
+std::optional<double> PressureView::lineHeight(float pressure) const
+{
+    auto const height = heightOf(pressure);
+    bool const isVisible = height > 0.0 && height < m_designSize.height();
+    return isVisible ? std::optional(height) : std::nullopt;
 }
 
 QRect PressureView::rowsBetween(double from, double to) const
@@ -130,23 +146,17 @@ QRect PressureView::rowsBetween(double from, double to) const
 
 QRect PressureView::rowsOf(Line const& line) const
 {
-    if (!isVisible(line))
+    if (!line.height)
         return {};
-    return rowsBetween(line.height - lineWidth / 2.0, line.height + lineWidth / 2.0);
-}
-
-// A line on the border is hidden, but at fractional scales the clip would leave a sliver of it.
-bool PressureView::isVisible(Line const& line) const
-{
-    return line.height > 0.0 && line.height < m_designSize.height();
+    return rowsBetween(*line.height - lineWidth / 2.0, *line.height + lineWidth / 2.0);
 }
 
 void PressureView::drawLine(QPainter& painter, Line const& line) const
 {
-    if (!isVisible(line))
+    if (!line.height)
         return;
     painter.setPen(QPen(line.color, lineWidth, Qt::SolidLine, Qt::FlatCap));
-    painter.drawLine(QPointF(0.0, line.height), QPointF(m_designSize.width(), line.height));
+    painter.drawLine(QPointF(0.0, *line.height), QPointF(m_designSize.width(), *line.height));
 }
 
 } // namespace tensio

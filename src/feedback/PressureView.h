@@ -9,6 +9,8 @@
 #include <QTransform>
 #include <QWidget>
 
+#include <optional>
+
 namespace tensio {
 
 // What gauge and graph share: a field with a black border and the lines of target and maximum.
@@ -31,6 +33,8 @@ public:
 
     // Renders what is new and asks for a repaint of just those pixels.
     void renderFrame();
+    // Known once a frame is rendered. Nothing on the border and beyond, where lines are hidden.
+    std::optional<double> lineHeight(float pressure) const;
 
 protected:
     static constexpr double border = 2.0;
@@ -55,6 +59,8 @@ protected:
     QSizeF designSize() const { return m_designSize; }
     QTransform const& toDevice() const { return m_toDevice; }
     QRect insideBorder() const { return m_insideBorder; }
+    // 1 at the top. Out of sight is far enough for what is infinite, and 0 stands for no number.
+    double shareOfScale(float pressure) const;
     // Rounded to whole units, as lines are drawn.
     double heightOf(float pressure) const;
     // The rows from one height to another, with their soft edges.
@@ -62,7 +68,7 @@ protected:
 
 private:
     struct Line {
-        double height = 0.0;
+        std::optional<double> height;
         QColor color;
 
         bool operator==(Line const&) const = default;
@@ -71,7 +77,6 @@ private:
     void adoptSize();
     QRegion replaceLine(Line& line, float pressure, QColor const& color);
     QRect rowsOf(Line const& line) const;
-    bool isVisible(Line const& line) const;
     void drawLine(QPainter& painter, Line const& line) const;
 
     QColor m_fieldColor;

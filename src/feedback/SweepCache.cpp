@@ -1,6 +1,5 @@
 #include "feedback/SweepCache.h"
 
-#include "feedback/PicturePart.h"
 #include "feedback/Plotter.h"
 
 #include <QPainter>
@@ -130,7 +129,9 @@ bool SweepCache::strokeFinished(Plotter const& plotter)
 void SweepCache::stroke(Plotter const& plotter, std::size_t end, QRect area)
 {
     m_changed |= area;
-    auto part = partOf(m_picture, area);
+    // A picture of these pixels alone: a clip would leave Qt to rasterize all of the stroke.
+    QImage part(m_picture.scanLine(area.top()) + area.left() * m_picture.depth() / 8, area.width(),
+        area.height(), m_picture.bytesPerLine(), m_picture.format());
     QPainter painter(&part);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(-area.topLeft());

@@ -9,8 +9,6 @@
 
 #include <QLabel>
 
-#include <cmath>
-
 namespace tensio {
 
 namespace {
@@ -18,9 +16,9 @@ constexpr Seconds frameInterval {1.0 / 60.0};
 // Screen readers cannot speak faster than this.
 constexpr Seconds descriptionInterval {0.5};
 
-QString number(float value, int decimals)
+QString withUnit(float pressure, int decimals)
 {
-    return QString::fromStdString(formatFixed(value, decimals));
+    return QString::fromStdString(formatFixed(pressure, decimals) + " kPa");
 }
 
 } // namespace
@@ -44,6 +42,8 @@ void VisualFeedbackViewController::viewDidLoad(RunLoop& runLoop)
     setNameFromTemplate(*m_ui->zeroLabel, m_ui->zeroLabel->text());
     setNameFromTemplate(*m_ui->zeroTimeLabel, m_ui->zeroTimeLabel->text());
     paceFrames(runLoop);
+    // What follows feeds its plotter.
+    m_ui->graphView->setUp(*m_ui->maxPressureImage, *m_ui->targetPressureImage);
     bindViews();
     observeChanges();
     attachCommands();
@@ -72,12 +72,11 @@ void VisualFeedbackViewController::renderFrame()
 
 void VisualFeedbackViewController::describe()
 {
-    auto const pressureScale = QStringLiteral("圧力目盛 0〜%1 kPa")
-                                   .arg(number(m_viewModel.upperBoundPressure.value(), 0));
-    auto const timeScale
-        = QStringLiteral("時間目盛 %1秒").arg(number(m_viewModel.timeWindow.value(), 0));
-    auto const maximum = QStringLiteral("%1 kPa").arg(number(m_viewModel.maxPressure.value(), 1));
-    auto target = QStringLiteral("%1 kPa").arg(number(m_viewModel.targetPressure.value(), 1));
+    auto const upperBound = withUnit(m_viewModel.upperBoundPressure.value(), 0);
+    auto const pressureScale = QStringLiteral("圧力目盛 0〜%1").arg(upperBound);
+    auto const timeScale = QStringLiteral("時間目盛 %1秒").arg(m_viewModel.timeWindow.value());
+    auto const maximum = withUnit(m_viewModel.maxPressure.value(), 1);
+    auto target = withUnit(m_viewModel.targetPressure.value(), 1);
     if (m_viewModel.isTargetReached())
         target += QStringLiteral(" 達成");
     auto const lines = QStringLiteral("目標 %1、最大圧 %2").arg(target, maximum);
@@ -96,10 +95,11 @@ void VisualFeedbackViewController::describe()
 
 void VisualFeedbackViewController::viewWillAppear()
 {
-    layoutGaugeLabels(static_cast<double>(m_viewModel.upperBoundPressure.value()));
-    layoutGraphLabels(static_cast<double>(m_ui->graphView->timeWindow.value()));
-    placeGaugeTags();
+    layoutGaugeLabels(m_viewModel.upperBoundPressure.value());
+    layoutGraphLabels(m_viewModel.timeWindow.value());
     m_ui->graphView->setUp(*m_ui->maxPressureImage, *m_ui->targetPressureImage);
+    renderFrame();
+    placeGaugeTags();
 }
 
 void VisualFeedbackViewController::bindViews()
@@ -127,21 +127,18 @@ void VisualFeedbackViewController::observeChanges()
     onChange(m_viewModel.isMeasuring, [this](bool) { redraw(); });
     onChange(m_viewModel.upperBoundPressure, [this](float upperBound) {
         redraw();
-        layoutGaugeLabels(static_cast<double>(upperBound));
+        layoutGaugeLabels(upperBound);
         placeGaugeTags();
-        if (auto* plotter = m_ui->graphView->plotter())
-            plotter->setUpperBoundPressure(upperBound);
+        m_ui->graphView->plotter()->setUpperBoundPressure(upperBound);
     });
     onChange(m_viewModel.timeWindow, [this](float timeWindow) {
         redraw();
-        layoutGraphLabels(static_cast<double>(timeWindow));
-        if (auto* plotter = m_ui->graphView->plotter())
-            plotter->setTimeWindow(static_cast<std::int64_t>(timeWindow));
+        layoutGraphLabels(timeWindow);
+        m_ui->graphView->plotter()->setTimeWindow(static_cast<std::int64_t>(timeWindow));
     });
     onChange(m_viewModel.currentPressure, [this](float pressure) {
         redraw();
-        if (auto* plotter = m_ui->graphView->plotter())
-            plotter->addPressurePoint(pressure);
+        m_ui->graphView->plotter()->addPressurePoint(pressure);
     });
     for (auto* pressure : {&m_viewModel.maxPressure, &m_viewModel.targetPressure}) {
         onChange(*pressure, [this](float) {
@@ -150,12 +147,11 @@ void VisualFeedbackViewController::observeChanges()
         });
     }
     onChange(m_viewModel.shouldReset, [this](bool shouldReset) {
-        auto* plotter = m_ui->graphView->plotter();
-        if (shouldReset && plotter) {
-            plotter->reset();
-            // At once: the alert of a failed connection would hold the next frame back.
-            renderFrame();
-        }
+        if (!shouldReset)
+            return;
+        m_ui->graphView->plotter()->reset();
+        // At once: the alert of a failed connection would hold the next frame back.
+        renderFrame();
     });
 }
 
@@ -169,10 +165,10 @@ void VisualFeedbackViewController::attachCommands()
     stepOnKeys(*m_ui->rightButton, Qt::Key_Right, *m_ui->leftButton, Qt::Key_Left);
 }
 
-void VisualFeedbackViewController::layoutGaugeLabels(double upperBound)
+void VisualFeedbackViewController::layoutGaugeLabels(float upperBound)
 {
-    QPointF const oneKPa(0.0, -designFrame(*m_ui->gaugeView).height() / upperBound);
-    m_gaugeLabels = makeLabels(*m_ui->zeroLabel, upperBound, oneKPa);
+    QPointF const top(0.0, -designFrame(*m_ui->gaugeView).height());
+    m_gaugeLabels = makeLabels(*m_ui->zeroLabel, static_cast<double>(upperBound), top);
 }
 
 // The tag of the higher line stands on it, the other hangs from its own: neither hides the other.
@@ -180,16 +176,11 @@ void VisualFeedbackViewController::placeGaugeTags()
 {
     auto const target = m_viewModel.targetPressure.value();
     auto const maximum = m_viewModel.maxPressure.value();
-    auto const gauge = designFrame(*m_ui->gaugeView);
-    auto const place = [&](QLabel& tag, float pressure, bool isHigher) {
-        auto const height = std::round(gauge.height() * static_cast<double>(pressure)
-            / static_cast<double>(m_viewModel.upperBoundPressure.value()));
-        bool const isLineVisible = height > 0.0 && height < gauge.height();
-        tag.setVisible(isLineVisible);
-        if (!isLineVisible)
-            return;
+    auto const place = [this](QLabel& tag, float pressure, bool isHigher) {
+        auto const height = m_ui->gaugeView->lineHeight(pressure);
+        tag.setVisible(height.has_value());
         auto frame = designFrame(tag);
-        auto const line = gauge.bottom() - height;
+        auto const line = designFrame(*m_ui->gaugeView).bottom() - height.value_or(0.0);
         frame.moveTop(isHigher ? line + 2.0 - frame.height() : line - 2.0);
         setDesignFrame(tag, frame);
     };
@@ -197,14 +188,14 @@ void VisualFeedbackViewController::placeGaugeTags()
     place(*m_ui->gaugeMaxTag, maximum, target <= maximum);
 }
 
-void VisualFeedbackViewController::layoutGraphLabels(double timeWindow)
+void VisualFeedbackViewController::layoutGraphLabels(float timeWindow)
 {
-    QPointF const oneSecond(designFrame(*m_ui->graphView).width() / timeWindow, 0.0);
-    m_graphLabels = makeLabels(*m_ui->zeroTimeLabel, timeWindow, oneSecond);
+    QPointF const right(designFrame(*m_ui->graphView).width(), 0.0);
+    m_graphLabels = makeLabels(*m_ui->zeroTimeLabel, static_cast<double>(timeWindow), right);
 }
 
 VisualFeedbackViewController::Labels VisualFeedbackViewController::makeLabels(
-    QLabel const& zeroLabel, double end, QPointF unit)
+    QLabel const& zeroLabel, double end, QPointF distance)
 {
     Labels labels;
     for (double value = 5.0; value <= end; value += 5.0) {
@@ -214,7 +205,7 @@ VisualFeedbackViewController::Labels VisualFeedbackViewController::makeLabels(
         label.setFont(zeroLabel.font());
         label.setAlignment(Qt::AlignCenter);
         setLabelText(label, QString::number(value, 'f', 0));
-        setDesignFrame(label, designFrame(zeroLabel).translated(unit * value));
+        setDesignFrame(label, designFrame(zeroLabel).translated(distance / end * value));
         label.show();
     }
     return labels;

@@ -42,11 +42,11 @@ private:
     void observeChanges();
     void attachCommands();
     void redraw() { m_frameRequest.setValue(Nothing {}); }
-    void layoutGaugeLabels(double upperBound);
+    void layoutGaugeLabels(float upperBound);
     void placeGaugeTags();
-    void layoutGraphLabels(double timeWindow);
-    // A number every 5 units, up to the end.
-    Labels makeLabels(QLabel const& zeroLabel, double end, QPointF unit);
+    void layoutGraphLabels(float timeWindow);
+    // A number every 5 units up to the end, which lies that far from zero.
+    Labels makeLabels(QLabel const& zeroLabel, double end, QPointF distance);
 
     QWidget& m_view;
     std::unique_ptr<Ui::VisualFeedback> m_ui;
