@@ -97,14 +97,6 @@ bool GraphView::adoptScale(Plotter const& plotter)
     return true;
 }
 
-void GraphView::copyTo(QPainter& painter, QRect area) const
-{
-    PressureView::copyTo(painter, area);
-    auto const inner = area & insideBorder();
-    if (m_plotter && !inner.isEmpty())
-        painter.drawImage(inner, shownSweeps().picture(), inner);
-}
-
 void GraphView::drawField(QPainter& painter) const
 {
     auto const size = designSize();
@@ -124,9 +116,8 @@ void GraphView::drawField(QPainter& painter) const
 void GraphView::placeMarkers()
 {
     std::pair const heights(heightOf(maxPressure.value()), heightOf(targetPressure.value()));
-    if (!m_maxPressureImage || m_markerHeights == heights)
+    if (!m_maxPressureImage || std::exchange(m_markerHeights, heights) == heights)
         return;
-    m_markerHeights = heights;
     placeAtHeight(*m_maxPressureImage, heights.first);
     placeAtHeight(*m_targetPressureImage, heights.second);
 }

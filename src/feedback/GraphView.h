@@ -45,7 +45,7 @@ Q_SIGNALS:
 protected:
     QRegion render() override;
     void drawField(QPainter& painter) const override;
-    void copyTo(QPainter& painter, QRect area) const override;
+    QImage overlay() const override { return shownSweeps().picture(); }
 
 private:
     QRect renderSweeps(Plotter const& plotter);

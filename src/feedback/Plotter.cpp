@@ -67,7 +67,9 @@ void Plotter::reset()
 QPointF Plotter::point(Path path, std::size_t index) const
 {
     auto const pressure = static_cast<double>(m_pressurePoints[path.first + index]);
-    return {*m_dx * static_cast<double>(index), pressure * *m_dy + baseline};
+    // The painter would never finish a line to nowhere.
+    auto const y = std::isnan(pressure) ? baseline : pressure * *m_dy + baseline;
+    return {*m_dx * static_cast<double>(index), std::clamp(y, -farAway, farAway)};
 }
 
 QTransform Plotter::toUnits() const
@@ -100,12 +102,8 @@ QPolygonF Plotter::polyline(Path path, std::size_t begin, std::size_t end) const
     points.reserve(static_cast<qsizetype>(end - begin) + 1);
     if (begin == 0)
         points << QPointF(0.0, 0.0);
-    for (auto index = begin; index < end; ++index) {
-        auto const place = point(path, index);
-        // The painter would never finish a line to nowhere.
-        auto const y = std::isnan(place.y()) ? baseline : place.y();
-        points << QPointF(place.x(), std::clamp(y, -farAway, farAway));
-    }
+    for (auto index = begin; index < end; ++index)
+        points << point(path, index);
     return points;
 }
 

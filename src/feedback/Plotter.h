@@ -14,9 +14,8 @@ class QPainter;
 namespace tensio {
 
 // Turns pressures into the polylines of a sweep recorder: points from the left edge to the right at
-// a fixed step; a full sweep is followed by one in the next colour. Only the pressures are kept: a
-// sweep's polyline follows from its place among them and the two scales, so that a change of scale
-// costs nothing here.
+// a fixed step; a full sweep is followed by one in the next colour. Only the pressures are kept:
+// where a point lies follows from its place among them and from the two scales.
 //
 // Coordinates are design units of the canvas, y upwards. A point at position i of its sweep lies at
 // (dx × i, pressure × dy + 2); every sweep begins at (0, 0).
@@ -62,7 +61,7 @@ public:
     // Encloses the ink that the points from first to end change in a sweep that ended before them.
     QRectF addedInk(std::size_t sweep, std::size_t first, std::size_t end) const;
     // Strokes what can touch the area of a sweep that ends before point `end`. Within the area the
-    // picture is that of the whole sweep stroked; the caller clips to it.
+    // picture is that of the whole sweep stroked; the caller shows no more of it.
     void draw(QPainter& painter, std::size_t sweep, std::size_t end, QRectF const& area) const;
 
 private:

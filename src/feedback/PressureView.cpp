@@ -49,13 +49,11 @@ void PressureView::paintEvent(QPaintEvent* event)
     painter.scale(1.0 / ratio, 1.0 / ratio);
     for (auto const& rect : event->region()) {
         QRectF const device(QPointF(rect.topLeft()) * ratio, QSizeF(rect.size()) * ratio);
-        copyTo(painter, device.toAlignedRect() & m_field.rect());
+        auto const area = device.toAlignedRect() & m_field.rect();
+        painter.drawImage(area, m_field, area);
+        if (auto const inner = area & m_insideBorder; !inner.isEmpty())
+            painter.drawImage(inner, overlay(), inner);
     }
-}
-
-void PressureView::copyTo(QPainter& painter, QRect area) const
-{
-    painter.drawImage(area, m_field, area);
 }
 
 QRegion PressureView::changedField()

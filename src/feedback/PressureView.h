@@ -45,7 +45,9 @@ protected:
     virtual QRegion render() = 0;
     // Draws what lies on the field, below the lines.
     virtual void drawField(QPainter& painter) const = 0;
-    virtual void copyTo(QPainter& painter, QRect area) const;
+    // What lies over field and lines, inside the border: a picture as large as the field's, or
+    // none.
+    virtual QImage overlay() const { return {}; }
     void paintEvent(QPaintEvent* event) override;
 
     // Where the field differs from what was rendered last.
@@ -58,7 +60,6 @@ protected:
     // As of the latest changedField().
     QSizeF designSize() const { return m_designSize; }
     QTransform const& toDevice() const { return m_toDevice; }
-    QRect insideBorder() const { return m_insideBorder; }
     // 1 at the top. Out of sight is far enough for what is infinite, and 0 stands for no number.
     double shareOfScale(float pressure) const;
     // Rounded to whole units, as lines are drawn.
