@@ -95,4 +95,6 @@ TEST(MainMenu, HasNoShortcutOrMnemonicTwice)
                 EXPECT_TRUE(key.isEmpty() || taken.insert(key).second) << key.toStdString();
         }
     }
+    for (auto const* key : {"Ctrl+O", "Ctrl+P", "Ctrl+Q", "Ctrl+S"})
+        EXPECT_TRUE(taken.contains(QString::fromLatin1(key))) << key;
 }

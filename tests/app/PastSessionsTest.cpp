@@ -27,6 +27,7 @@ TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
     list.setCurrentIndex(list.model()->index(1, 0));
     click(desk.window, "openButton");
     EXPECT_TRUE(desk.window.windowTitle().contains(u"太郎"));
+    EXPECT_FALSE(find<PastSessionsWindow>(desk.window).isVisible());
 }
 
 TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
@@ -64,12 +65,16 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     desk.command("以前の測定を開く").trigger();
     auto& window = find<PastSessionsWindow>(desk.window);
     auto const& rows = *find<QTreeView>(window, "sessionList").model();
-    EXPECT_EQ(rows.rowCount(), 2);
+    auto const& count = find<QLabel>(window, "countLabel");
+    EXPECT_EQ(count.text(), QStringLiteral("2件"));
+    EXPECT_EQ(rows.headerData(PastSessionsModel::Name, Qt::Horizontal), QStringLiteral("氏名"));
+    EXPECT_EQ(rows.index(1, PastSessionsModel::Name).data(), QStringLiteral("太郎"));
     find<QLineEdit>(window, "searchInput").setText(QStringLiteral("花"));
-    EXPECT_EQ(rows.rowCount(), 1);
+    EXPECT_EQ(count.text(), QStringLiteral("1件"));
     auto const namesAfter = [&](char const* button, bool isSure) {
         click(window, button);
         auto& question = find<QMessageBox>(window);
+        EXPECT_TRUE(question.isVisible());
         EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("キャンセル"));
         question.buttons().at(isSure ? 0 : 1)->click();
         delete &question;
