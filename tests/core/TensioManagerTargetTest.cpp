@@ -18,24 +18,3 @@ TEST(TensioManagerTarget, StepsStayOnTheGridThatTheUserSees)
             << base << " × " << percent << " + " << step;
     }
 }
-
-TEST(TensioManagerTarget, OffersFifteenDefaultsAndStoresAndChecksTheChosenOne)
-{
-    Session session({{"target pressure", 32.5f}});
-    EXPECT_EQ(session.manager.defaultTargetPressure.value(), 32.5f);
-    EXPECT_EQ(session.userDefaults.synchronizations, 0) << "loading writes nothing";
-    FakeMenu menu;
-    menu.addItem({});
-    session.manager.setUpTargetPressureMenu(menu);
-    ASSERT_EQ(menu.items.size(), 15U);
-    EXPECT_EQ(menu.items.front().title + menu.checkedTitles(), "80.0 kPa");
-    EXPECT_EQ(menu.items.back().title, "10.0 kPa");
-    session.manager.targetPressure.setValue(20.0f);
-    menu.items[5].action();
-    EXPECT_EQ(menu.checkedTitles(), "55.0 kPa");
-    EXPECT_EQ(session.userDefaults.stored["target pressure"], 55.0f);
-    EXPECT_EQ(session.userDefaults.synchronizations, 1);
-    EXPECT_EQ(session.manager.targetPressure.value(), 20.0f);
-    session.manager.setUpTargetPressureMenu(menu);
-    EXPECT_EQ(menu.checkedTitles(), "55.0 kPa");
-}

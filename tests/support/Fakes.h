@@ -3,7 +3,6 @@
 #include "platform/Alerts.h"
 #include "platform/CaptureRectangle.h"
 #include "platform/Clock.h"
-#include "platform/Menu.h"
 #include "platform/PdfRenderer.h"
 #include "platform/Saving.h"
 #include "platform/Screen.h"
@@ -60,26 +59,6 @@ struct FakeAlerts : Alerts {
         if (whileOpen)
             whileOpen();
         return answer;
-    }
-};
-
-struct FakeMenu : Menu {
-    std::vector<MenuItem> items;
-
-    void removeAllItems() override { items.clear(); }
-    void addItem(MenuItem item) override { items.push_back(std::move(item)); }
-    void checkOnly(int tag) override
-    {
-        for (auto& item : items)
-            item.isOn = item.tag == tag;
-    }
-
-    std::string checkedTitles() const
-    {
-        std::string titles;
-        for (auto const& item : items)
-            titles += item.isOn ? item.title : "";
-        return titles;
     }
 };
 
