@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QShortcut>
 
+#include <algorithm>
+
 namespace tensio {
 
 namespace {
@@ -48,8 +50,15 @@ HelpWindow::HelpWindow()
     m_guide->setSource(QUrl(QStringLiteral("qrc:/help/guide.ja.md")));
     m_guide->setFocus();
     new QShortcut(Qt::Key_Escape, this, this, &QWidget::close);
-    new QShortcut(QKeySequence::ZoomIn, m_guide, m_guide, [this] { m_guide->zoomIn(); });
-    new QShortcut(QKeySequence::ZoomOut, m_guide, m_guide, [this] { m_guide->zoomOut(); });
+    new QShortcut(QKeySequence::ZoomIn, m_guide, this, [this] { zoomBy(+2); });
+    new QShortcut(QKeySequence::ZoomOut, m_guide, this, [this] { zoomBy(-2); });
+}
+
+void HelpWindow::zoomBy(int pixels)
+{
+    // QTextBrowser's own zoom knows sizes in points only, and gives way to the style sheet.
+    auto const size = std::clamp(m_guide->fontInfo().pixelSize() + pixels, 8, 60);
+    m_guide->setStyleSheet(QStringLiteral("font-size: %1px").arg(size));
 }
 
 void HelpWindow::showOn(QWidget const& opener)

@@ -17,6 +17,8 @@ public:
     void showOn(QWidget const& opener);
 
 private:
+    void zoomBy(int pixels);
+
     GuideView* m_guide;
 };
 

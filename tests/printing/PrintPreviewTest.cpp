@@ -101,6 +101,7 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     EXPECT_LT(page, width);
     EXPECT_LT(width, zoomAfter("zoomInButton"));
     EXPECT_EQ(zoomAfter("zoomOutButton"), width);
+    EXPECT_EQ(preview.button("zoomInButton").shortcut().toString(), QStringLiteral("Ctrl++"));
     preview.session.manager.measurementList.measurements()[3]->isCounted.setValue(true);
     preview.controller.show(ReportKind::Selected);
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
