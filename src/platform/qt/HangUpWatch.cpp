@@ -1,41 +1,50 @@
 #include "platform/qt/HangUpWatch.h"
 
-#include <utility>
 #ifdef Q_OS_UNIX
+#include <fcntl.h>
 #include <poll.h>
+#include <unistd.h>
 #endif
 
 namespace tensio {
 
-namespace {
-
-constexpr int intervalMilliseconds = 250;
-
-bool hasHungUp([[maybe_unused]] TerminalHandle terminal)
-{
-#ifdef Q_OS_UNIX
-    pollfd watched {terminal, 0, 0};
-    return poll(&watched, 1, 0) > 0 && (watched.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
-#else
-    return false;
-#endif
-}
-
-} // namespace
-
 HangUpWatch::HangUpWatch(std::function<void()> onHangUp)
 {
-    m_timer.setInterval(intervalMilliseconds);
-    QObject::connect(&m_timer, &QTimer::timeout, &m_timer, [this, report = std::move(onHangUp)] {
-        if (hasHungUp(m_terminal))
-            report();
-    });
+    m_report.setSingleShot(true);
+    QObject::connect(&m_report, &QTimer::timeout, &m_report, std::move(onHangUp));
 }
+
+#ifdef Q_OS_UNIX
 
 void HangUpWatch::start(TerminalHandle terminal)
 {
-    m_terminal = terminal;
-    m_timer.start();
+    stop();
+    int const watched = fcntl(terminal, F_DUPFD_CLOEXEC, 0);
+    m_notifier = std::make_unique<QSocketNotifier>(watched, QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_report, [this, watched] {
+        pollfd state {watched, 0, 0};
+        if (poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0) {
+            m_notifier->setEnabled(false);
+            m_report.start(0);
+        }
+    });
 }
+
+void HangUpWatch::stop()
+{
+    m_report.stop();
+    if (!m_notifier)
+        return;
+    auto const watched = static_cast<int>(m_notifier->socket());
+    m_notifier.reset();
+    ::close(watched);
+}
+
+#else
+
+void HangUpWatch::start(TerminalHandle /*terminal*/) { }
+void HangUpWatch::stop() { }
+
+#endif
 
 } // namespace tensio
