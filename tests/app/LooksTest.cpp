@@ -15,6 +15,7 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QFile>
+#include <QLibraryInfo>
 #include <QMenu>
 #include <QPainter>
 #include <QRegularExpression>
@@ -49,9 +50,18 @@ void expectLook(char const* name, QWidget& widget)
     expectLook(name, [&](QPaintDevice& device) { widget.render(&device, {}, {}, {}); });
 }
 
+// Another Qt draws the same in other paths, and rounds otherwise.
+struct Looks : testing::Test {
+    void SetUp() override
+    {
+        if (QLibraryInfo::version().minorVersion() != 4)
+            GTEST_SKIP() << "The kept looks are those of Qt 6.4.";
+    }
+};
+
 } // namespace
 
-TEST(Looks, Gauge)
+TEST_F(Looks, Gauge)
 {
     GaugeView gauge;
     setDesignFrame(gauge, QRectF(0.0, 0.0, 64.0, 104.0));
@@ -66,7 +76,7 @@ TEST(Looks, Gauge)
         EXPECT_EQ(picture.pixelColor(32, row), QColor(QLatin1String(color))) << row;
 }
 
-TEST(Looks, HistoryTile)
+TEST_F(Looks, HistoryTile)
 {
     Session session;
     QWidget strip;
@@ -82,7 +92,7 @@ TEST(Looks, HistoryTile)
     expectLook("tile-locked", tile);
 }
 
-TEST(Looks, Buttons)
+TEST_F(Looks, Buttons)
 {
     DopeRadioButton radio;
     radio.setText(QStringLiteral("一覧"));
@@ -116,7 +126,7 @@ TEST(Looks, Buttons)
     expectLook("menu-row-highlighted", row);
 }
 
-TEST(Looks, PrintedBlock)
+TEST_F(Looks, PrintedBlock)
 {
     GridPrintView grid("山田 花子", finishedMeasurements(1));
     grid.paginate(printInfo(defaultPageLayout()), QtPrintCanvas());
