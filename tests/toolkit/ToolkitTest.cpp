@@ -1,4 +1,3 @@
-#include "toolkit/DesignFrame.h"
 #include "toolkit/WaylandWindowSizes.h"
 #include "toolkit/WindowSize.h"
 
@@ -24,33 +23,6 @@ TEST(WindowSize, FitsEveryScreen)
     for (auto const& [opener, width, scale] :
         {std::tuple {0.5, 1000, 1.0}, {1.5, 2000, 1.5}, {1.5, 508, 1.0}, {1.5, 258, 0.5}})
         EXPECT_EQ(dialogScale({500, 100}, opener, {width, 2000}), scale);
-}
-
-TEST(DesignFrame, PlacesLateComersAtTheScaleTheirTreeIsShownAt)
-{
-    QWidget root;
-    root.setGeometry(0, 0, 100, 100);
-    QWidget early(&root);
-    early.setGeometry(10, 10, 21, 21);
-    scaleDesign(root, 1.5);
-    QWidget late(&root);
-    setDesignFrame(late, QRectF(10.0, 10.0, 21.0, 21.0));
-    EXPECT_EQ(early.geometry(), QRect(15, 15, 32, 32));
-    EXPECT_EQ(late.geometry(), early.geometry());
-    scaleDesign(root, 1.0);
-    EXPECT_EQ(late.geometry(), QRect(10, 10, 21, 21));
-}
-
-TEST(MessageBoxes, ShowTheirWholeText)
-{
-    for (int const length : {5, 25, 40, 200}) {
-        QMessageBox box(QMessageBox::Warning, {}, QString(length, u'測'));
-        box.show();
-        auto const& label = *box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
-        auto const text = label.fontMetrics().boundingRect(
-            {0, 0, label.width(), 1000}, label.wordWrap() ? Qt::TextWordWrap : 0, box.text());
-        EXPECT_EQ(label.size().expandedTo(text.size()), label.size()) << length;
-    }
 }
 
 TEST(WaylandWindowSizes, AWindowOfAFixedSizeTakesALargerOne)
