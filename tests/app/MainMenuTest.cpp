@@ -2,6 +2,8 @@
 #include "support/Desk.h"
 #include "support/PdfText.h"
 
+#include <QTextBrowser>
+
 #include <gtest/gtest.h>
 #include <set>
 
@@ -97,6 +99,24 @@ TEST(MainMenu, OffersDefaultTargetsAndStoresAndChecksTheChosenOne)
     EXPECT_EQ(desk.userDefaults.stored["target pressure"], 55.0f);
     EXPECT_EQ(desk.userDefaults.synchronizations, 1) << "none at the start";
     EXPECT_EQ(desk.manager.targetPressure.value(), 20.0f);
+}
+
+TEST(MainMenu, ReportsWhichDeviceIsTakenAndWhatKeepsAnotherFromBeingRead)
+{
+    Desk desk;
+    auto const report = [&] {
+        desk.command("接続の確認").trigger();
+        auto const text = find<QTextBrowser>(desk.window).toPlainText().simplified();
+        delete QApplication::activeModalWidget();
+        return text.toStdString();
+    };
+    EXPECT_TRUE(report().starts_with("測定器が見つかりません"));
+    desk.inspected = {
+        {"a", "tty1", "", "", true, true, ""}, {"b", "tty2", "c", "d", false, false, "権限\nなし"}};
+    EXPECT_EQ(report(),
+        "接続する測定器 種類 模擬装置（実際の測定ではありません） 名前 a ノード tty1 "
+        "製造元 — 製造番号 — 状態 測定に使用中です 接続しない測定器（先の測定器を使います） "
+        "名前 b ノード tty2 製造元 c 製造番号 d 状態 権限 なし");
 }
 
 TEST(MainMenu, HasNoShortcutOrMnemonicTwice)

@@ -33,6 +33,7 @@ struct Desk
     , SleepInhibitor {
     FilledSessionStore store;
     bool isSleepInhibited = false;
+    std::vector<InspectedPort> inspected;
     Application application {{ports, *this, runLoop, clock, userDefaults, alerts, saving, saving,
         saving, *this, store, *this}};
     TensioManager& manager {application.tensioManager()};
@@ -65,7 +66,7 @@ struct Desk
         });
     }
 
-    std::vector<InspectedPort> inspect(std::string_view) override { return {}; }
+    std::vector<InspectedPort> inspect(std::string_view) override { return inspected; }
     bool hasPrinters() const override { return false; }
     void openPageSetup(QPrinter&, QWidget&, std::function<void()>) override { }
     void openPrint(QPrinter&, int, QWidget&, std::function<void()>) override { }
