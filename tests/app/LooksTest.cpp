@@ -10,6 +10,7 @@
 #include "support/Reports.h"
 #include "support/Session.h"
 #include "toolkit/DesignFrame.h"
+#include "toolkit/ImageView.h"
 
 #include <QAction>
 #include <QApplication>
@@ -109,6 +110,11 @@ TEST_F(Looks, Buttons)
     expectLook("pop-up", popUp);
     popUp.setDown(true);
     expectLook("pop-up-pressed", popUp);
+
+    ImageView lamp;
+    lamp.setPicture(Picture::named(QStringLiteral("ind_on")));
+    lamp.resize(20, 20);
+    expectLook("lamp", lamp);
 
     DropDownButton dropDown;
     dropDown.setText(QStringLiteral("印刷"));
