@@ -8,6 +8,7 @@
 #include <QPainter>
 #include <QWidgetAction>
 
+#include <algorithm>
 #include <utility>
 
 namespace tensio {
@@ -62,9 +63,11 @@ void PopUpButton::addRow(std::size_t index)
 void PopUpButton::fitRows()
 {
     m_menu->setFont(font());
-    int const height = qRound(28.0 * designScale(*this));
+    auto const scale = designScale(*this);
+    // With its border the menu is as wide as the button.
+    QSize const row(width() - 2 * std::max(1, qRound(scale)), qRound(28.0 * scale));
     for (auto* action : m_menu->actions())
-        static_cast<QWidgetAction*>(action)->defaultWidget()->setFixedSize(width(), height);
+        static_cast<QWidgetAction*>(action)->defaultWidget()->setFixedSize(row);
 }
 
 void PopUpButton::paintEvent(QPaintEvent* /*event*/)

@@ -69,7 +69,7 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
     EXPECT_EQ(percent.text(), QStringLiteral("100%"));
     percent.menu()->popup(QPoint());
     auto* const row = percent.menu()->findChildren<OrvMenuItemView*>().at(3);
-    EXPECT_EQ(row->size(), QSize(percent.width(), 28));
+    EXPECT_EQ(row->size(), QSize(percent.width() - 2, 28));
     QTest::mouseRelease(row, Qt::LeftButton);
     EXPECT_FALSE(percent.menu()->isVisible());
     EXPECT_EQ(percent.text(), QStringLiteral("70%"));
