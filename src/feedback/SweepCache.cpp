@@ -101,7 +101,8 @@ bool SweepCache::strokeNew(Plotter const& plotter)
     if (area.isEmpty())
         return true;
     if (area.right() >= m_column) {
-        auto const next = area.right() + stripColumns;
+        // Far enough that few frames copy: a copy goes through all rows.
+        auto const next = area.right() + 4 * stripColumns;
         QRect const untouched(m_column, 0, next - m_column, m_picture.height());
         copyPixels(m_below, m_picture, untouched & m_picture.rect());
         m_column = next;
