@@ -90,7 +90,8 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
         EXPECT_EQ(preview.position(), position);
     }
     EXPECT_FALSE(preview.button("gridButton").isChecked());
-    EXPECT_EQ(find<QGraphicsView>(preview.parent).items().size(), 2) << "Qt takes each for a page";
+    auto& pages = find<QGraphicsView>(preview.parent);
+    EXPECT_EQ(pages.items().size(), 2) << "Qt takes each for a page";
 
     auto const zoomAfter = [&](char const* button) {
         preview.click(button);
@@ -106,6 +107,10 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     preview.controller.show(ReportKind::Selected);
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
     EXPECT_TRUE(preview.button("selectedButton").isChecked());
+    auto const pictureOfOne = pages.grab().toImage();
+    preview.session.manager.measurementList.measurements()[4]->isCounted.setValue(true);
+    preview.click("selectedButton");
+    EXPECT_NE(pages.grab().toImage(), pictureOfOne);
     preview.click("closeButton");
     EXPECT_FALSE(window.isVisible());
 }
