@@ -115,6 +115,8 @@ void PrintPreviewController::connectButtons()
         showPosition();
     });
     onClick(m_ui->fitPageButton, [this] {
+        // Qt leaves a page that is wholly visible as it is.
+        m_preview->fitToWidth();
         m_preview->fitInView();
         showPosition();
     });

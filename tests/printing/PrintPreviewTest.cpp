@@ -98,6 +98,8 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
         return find<QLabel>(preview.parent, "zoomLabel").text().chopped(1).toInt();
     };
     auto const page = zoomAfter("fitPageButton");
+    EXPECT_LT(zoomAfter("zoomOutButton"), page);
+    EXPECT_EQ(zoomAfter("fitPageButton"), page);
     auto const width = zoomAfter("fitWidthButton");
     EXPECT_LT(page, width);
     EXPECT_LT(width, zoomAfter("zoomInButton"));
