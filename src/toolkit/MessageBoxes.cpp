@@ -21,7 +21,7 @@ constexpr double shortestLine = 264.0;
 // The icon and what is between it, the text and the edges.
 constexpr double besideText = 120.0;
 
-// Qt makes no message box wider, and wraps the text of those of half that width or more.
+// Qt makes no message box wider.
 int largestWidth(QMessageBox const& box)
 {
     int const screen = availableSize(box).width();
@@ -30,6 +30,8 @@ int largestWidth(QMessageBox const& box)
 
 void layOut(QMessageBox& box)
 {
+    // A name may look like markup.
+    box.setTextFormat(Qt::PlainText);
     auto& label = *box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
     auto const scale = label.fontInfo().pixelSize() / designFontSize;
     box.layout()->setContentsMargins(designMargins * scale);

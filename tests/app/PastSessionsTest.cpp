@@ -75,6 +75,7 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
         click(window, button);
         auto& question = find<QMessageBox>(window);
         EXPECT_TRUE(question.isVisible());
+        EXPECT_EQ(question.textFormat(), Qt::PlainText) << "a name may look like markup";
         EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("キャンセル"));
         question.buttons().at(isSure ? 0 : 1)->click();
         delete &question;
