@@ -13,7 +13,7 @@ QString html(std::string const& text)
 
 QString row(QString const& caption, QString const& value)
 {
-    return QStringLiteral("<tr><td style='color:#4b5563; padding: 3px 24px 3px 0px'>%1</td>"
+    return QStringLiteral("<tr><td style='color:#4b5563; padding: 3px 0px'>%1　　</td>"
                           "<td style='padding: 3px 0px'>%2</td></tr>")
         .arg(caption, value);
 }

@@ -28,7 +28,7 @@ QString anchorOf(QString const& heading)
 }
 
 // Qt gives Markdown headings no anchors.
-void nameHeadings(QTextDocument& document, double scale)
+void formatHeadings(QTextDocument& document, double scale)
 {
     for (auto block = document.begin(); block.isValid(); block = block.next()) {
         if (block.blockFormat().headingLevel() == 0)
@@ -108,11 +108,10 @@ QVariant GuideView::loadResource(int type, QUrl const& name)
     auto const resource = QTextBrowser::loadResource(type, name);
     if (type != QTextDocument::MarkdownResource)
         return resource;
-    // Qt would show a space for the end of a line within a paragraph.
-    static QRegularExpression const lineEnd(QStringLiteral("。\n *(?=[^\\s\\-|!#\\d])"));
-    return QString::fromUtf8(resource.toByteArray())
-        .replace(lineEnd, QStringLiteral("。"))
-        .toUtf8();
+    // Qt would show a space for the end of a line, also between Japanese characters.
+    static QRegularExpression const lineEnd(
+        QStringLiteral("(?<=[^\\x00-\\x7f])\n *(?=[^\\x00-\\x7f])"));
+    return QString::fromUtf8(resource.toByteArray()).remove(lineEnd).toUtf8();
 }
 
 void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
@@ -120,7 +119,7 @@ void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
     QTextBrowser::doSetSource(url, type);
     auto const scale = designScale(*this);
     document()->setDocumentMargin(margin * scale);
-    nameHeadings(*document(), scale);
+    formatHeadings(*document(), scale);
     spaceLists(*document(), scale);
     wrapCode(*document(), scale);
     ruleTables(*document(), scale);

@@ -68,6 +68,7 @@ void HelpWindow::showOn(QWidget const& opener)
         auto const scale = dialogScale(smallest, shownScale(opener), available);
         if (scale != designScale(*this)) {
             scaleLayouts(*this, scale);
+            m_guide->setStyleSheet({}); // Its zoom was that of another scale.
             m_guide->reload();
         }
         resize((comfortable * scale).boundedTo(available.shrunkBy(assumedFrame)));
