@@ -107,10 +107,11 @@ void PastSessionsWindow::ask(QString const& question, std::function<bool()> cons
     box->setDefaultButton(keep);
     box->setEscapeButton(keep);
     connect(doRemove, &QAbstractButton::clicked, this, [this, remove] {
-        if (!remove())
+        if (remove())
+            Q_EMIT sessionsRemoved();
+        else
             warn(QStringLiteral("削除できませんでした。"));
         search();
-        Q_EMIT sessionsRemoved();
     });
     box->open();
 }

@@ -48,7 +48,7 @@ public:
     void fit(QSizeF size);
     // Shows the notices about stored sessions. Both must outlive the controller.
     void showNotices(SessionRecorder& recorder, SessionStore& store);
-    // After stored sessions have been removed.
+    // After stored sessions have been removed. Only after showNotices.
     void refreshNotices();
     // The panels' commands that have keys.
     void addCommands(QMenu& measurementMenu, QMenu& viewMenu);

@@ -20,8 +20,8 @@ class SessionRecorder;
 class TensioManager;
 
 // Non-modal notices about stored sessions: after the start, that the last session was not saved,
-// until a measurement starts or a session is opened; and problems of the store, which screen
-// readers speak.
+// until a measurement starts, a session is opened or that one is deleted; and problems of the
+// store, which screen readers speak.
 class SessionNotices : public QObject {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(SessionNotices)
