@@ -64,12 +64,12 @@ QRegion GraphView::render()
 // picture is shown, resized, with the newest pressures.
 QRect GraphView::renderSweeps(Plotter const& plotter)
 {
-    bool const isNew = adoptScale(plotter);
+    bool isReplaced = adoptScale(plotter);
     auto const end = m_clock ? m_clock->now() + frameBudget : Seconds();
     auto const isTimeOver = [this, end] { return m_clock && m_clock->now() >= end; };
     bool const isExact = m_sweeps.catchUp(plotter, isTimeOver);
-    bool const isReplaced = isNew || isExact == m_preview.has_value();
     if (isExact) {
+        isReplaced = isReplaced || m_preview;
         m_preview.reset();
         m_beforeChange.reset();
     } else {
@@ -78,7 +78,7 @@ QRect GraphView::renderSweeps(Plotter const& plotter)
         m_preview->skipToNewest(plotter);
         Q_EMIT needsFrame();
     }
-    return isReplaced ? QRect({}, pictureSize()) : shownSweeps().changed();
+    return isReplaced ? QRect({}, pictureSize()) : m_sweeps.changed() | shownSweeps().changed();
 }
 
 // Returns whether the sweeps are to be stroked from the first on.

@@ -64,7 +64,7 @@ private:
     std::optional<SweepCache> m_preview;
     // What previews are made from: resizing a preview again would blur it more and more.
     std::optional<SweepCache> m_beforeChange;
-    // Of the plotter whose sweeps these are.
+    // The plotter's when m_sweeps was begun.
     std::optional<std::uint64_t> m_resets;
     float m_timeWindow = 0.0f;
     Scheduler const* m_clock = nullptr;

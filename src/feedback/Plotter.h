@@ -18,7 +18,7 @@ namespace tensio {
 // where a point lies follows from its place among them and from the two scales.
 //
 // Coordinates are design units of the canvas, y upwards. A point at position i of its sweep lies at
-// (dx × i, pressure × dy + 2); every sweep begins at (0, 0).
+// (dx × i, pressure × dy + 2); NaN counts as 0, the infinite is clamped. Sweeps begin at (0, 0).
 class Plotter {
 public:
     static constexpr std::int64_t MAX_POINTS_PER_SCREEN = 1200;
@@ -61,7 +61,7 @@ public:
     // Encloses the ink that the points from first to end change in a sweep that ended before them.
     QRectF addedInk(std::size_t sweep, std::size_t first, std::size_t end) const;
     // Strokes what can touch the area of a sweep that ends before point `end`. Within the area the
-    // picture is that of the whole sweep stroked; the caller shows no more of it.
+    // picture is that of the whole sweep stroked; outside it is not.
     void draw(QPainter& painter, std::size_t sweep, std::size_t end, QRectF const& area) const;
 
 private:

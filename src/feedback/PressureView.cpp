@@ -16,7 +16,7 @@ namespace tensio {
 
 namespace {
 constexpr double lineWidth = 4.0;
-constexpr double farAway = 1000.0;
+constexpr double outOfSight = 1000.0; // Times the scale.
 } // namespace
 
 PressureView::PressureView(float upperBound, float maximum, QColor field, QWidget* parent)
@@ -87,8 +87,8 @@ QRegion PressureView::replaceLine(Line& line, float pressure, QColor const& colo
 
 void PressureView::renderField(QRegion const& area)
 {
-    // Each on a picture of its own pixels: a clip would leave Qt to rasterize all of a stroke.
     for (auto const& rect : area) {
+        // A picture of these pixels alone, as for the sweeps.
         QImage part(m_field.scanLine(rect.top()) + rect.left() * m_field.depth() / 8, rect.width(),
             rect.height(), m_field.bytesPerLine(), m_field.format());
         QPainter painter(&part);
@@ -119,7 +119,7 @@ double PressureView::shareOfScale(float pressure) const
 {
     auto const share
         = static_cast<double>(pressure) / static_cast<double>(upperBoundPressure.value());
-    return std::isnan(share) ? 0.0 : std::clamp(share, -farAway, farAway);
+    return std::isnan(share) ? 0.0 : std::clamp(share, -outOfSight, outOfSight);
 }
 
 double PressureView::heightOf(float pressure) const

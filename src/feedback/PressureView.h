@@ -33,7 +33,7 @@ public:
 
     // Renders what is new and asks for a repaint of just those pixels.
     void renderFrame();
-    // Known once a frame is rendered. Nothing on the border and beyond, where lines are hidden.
+    // Above the bottom, known once a frame is rendered; none where the border hides the line.
     std::optional<double> lineHeight(float pressure) const;
 
 protected:
@@ -60,7 +60,7 @@ protected:
     // As of the latest changedField().
     QSizeF designSize() const { return m_designSize; }
     QTransform const& toDevice() const { return m_toDevice; }
-    // 1 at the top. Out of sight is far enough for what is infinite, and 0 stands for no number.
+    // 0 at the bottom, 1 at the top; infinite pressures are clamped out of sight, NaN counts as 0.
     double shareOfScale(float pressure) const;
     // Rounded to whole units, as lines are drawn.
     double heightOf(float pressure) const;

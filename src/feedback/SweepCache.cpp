@@ -11,8 +11,8 @@ namespace tensio {
 
 namespace {
 
-// Wide strips stroke less of a sweep twice, but one strip of noise must not hold up a frame, and
-// Qt's rasterizer begins a stroke again for every few kilobytes of edge pixels.
+// With wide strips less of a sweep is stroked twice, but one strip of noise must not hold up a
+// frame, and Qt's rasterizer begins a stroke again for every few kilobytes of edge pixels.
 constexpr int stripColumns = 8;
 
 void copyPixels(QImage& to, QImage const& from, QRect area)
@@ -50,15 +50,18 @@ SweepCache SweepCache::stretched(SweepScale const& scale) const
 bool SweepCache::catchUp(Plotter const& plotter, std::function<bool()> const& isTimeOver)
 {
     m_changed = {};
-    for (auto const newest = plotter.paths().size() - 1;; beginSweep(m_sweep + 1)) {
+    auto const newest = plotter.paths().size() - 1;
+    bool isOver = false;
+    while (m_sweep < newest || m_points < plotter.path().count) {
+        if (isOver)
+            return false;
         bool const isStrokedByPoints = m_sweep == newest || m_points > 0;
-        while (isStrokedByPoints ? strokeNew(plotter) : strokeFinished(plotter)) {
-            if (isTimeOver())
-                return false;
-        }
-        if (m_sweep == newest)
-            return true;
+        if (isStrokedByPoints ? strokeNew(plotter) : strokeFinished(plotter))
+            isOver = isTimeOver();
+        else
+            beginSweep(m_sweep + 1);
     }
+    return true;
 }
 
 void SweepCache::skipToNewest(Plotter const& plotter)
@@ -101,7 +104,7 @@ bool SweepCache::strokeNew(Plotter const& plotter)
     if (area.isEmpty())
         return true;
     if (area.right() >= m_column) {
-        // Far enough that few frames copy: a copy goes through all rows.
+        // Far enough that few frames copy: each copy touches every row.
         auto const next = area.right() + 4 * stripColumns;
         QRect const untouched(m_column, 0, next - m_column, m_picture.height());
         copyPixels(m_below, m_picture, untouched & m_picture.rect());
@@ -130,7 +133,7 @@ bool SweepCache::strokeFinished(Plotter const& plotter)
 void SweepCache::stroke(Plotter const& plotter, std::size_t end, QRect area)
 {
     m_changed |= area;
-    // A picture of these pixels alone: a clip would leave Qt to rasterize all of the stroke.
+    // A picture of these pixels alone: with a clip Qt would still rasterize the whole stroke.
     QImage part(m_picture.scanLine(area.top()) + area.left() * m_picture.depth() / 8, area.width(),
         area.height(), m_picture.bytesPerLine(), m_picture.format());
     QPainter painter(&part);

@@ -13,6 +13,7 @@ class Plotter;
 struct SweepScale {
     // Of the surface, in device pixels.
     QSize size;
+    // Maps (position in its sweep, pressure) to the plotter's design units.
     QTransform toUnits;
     // Maps the plotter's design units onto the surface.
     QTransform toDevice;

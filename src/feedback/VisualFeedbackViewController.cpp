@@ -16,11 +16,6 @@ constexpr Seconds frameInterval {1.0 / 60.0};
 // Screen readers cannot speak faster than this.
 constexpr Seconds descriptionInterval {0.5};
 
-QString withUnit(float pressure, int decimals)
-{
-    return QString::fromStdString(formatFixed(pressure, decimals) + " kPa");
-}
-
 } // namespace
 
 VisualFeedbackViewController::VisualFeedbackViewController(
@@ -42,7 +37,7 @@ void VisualFeedbackViewController::viewDidLoad(RunLoop& runLoop)
     setNameFromTemplate(*m_ui->zeroLabel, m_ui->zeroLabel->text());
     setNameFromTemplate(*m_ui->zeroTimeLabel, m_ui->zeroTimeLabel->text());
     paceFrames(runLoop);
-    // What follows feeds its plotter.
+    // The observers need its plotter.
     m_ui->graphView->setUp(*m_ui->maxPressureImage, *m_ui->targetPressureImage);
     bindViews();
     observeChanges();
@@ -72,11 +67,11 @@ void VisualFeedbackViewController::renderFrame()
 
 void VisualFeedbackViewController::describe()
 {
-    auto const upperBound = withUnit(m_viewModel.upperBoundPressure.value(), 0);
-    auto const pressureScale = QStringLiteral("圧力目盛 0〜%1").arg(upperBound);
+    auto const upperBound = m_viewModel.upperBoundPressure.value();
+    auto const pressureScale = QStringLiteral("圧力目盛 0〜%1 kPa").arg(upperBound);
     auto const timeScale = QStringLiteral("時間目盛 %1秒").arg(m_viewModel.timeWindow.value());
-    auto const maximum = withUnit(m_viewModel.maxPressure.value(), 1);
-    auto target = withUnit(m_viewModel.targetPressure.value(), 1);
+    auto const maximum = QString::fromStdString(withUnit(m_viewModel.maxPressure.value()));
+    auto target = QString::fromStdString(withUnit(m_viewModel.targetPressure.value()));
     if (m_viewModel.isTargetReached())
         target += QStringLiteral(" 達成");
     auto const lines = QStringLiteral("目標 %1、最大圧 %2").arg(target, maximum);
@@ -96,7 +91,7 @@ void VisualFeedbackViewController::describe()
 void VisualFeedbackViewController::viewWillAppear()
 {
     layoutGaugeLabels(m_viewModel.upperBoundPressure.value());
-    layoutGraphLabels(m_viewModel.timeWindow.value());
+    layoutGraphLabels(m_ui->graphView->timeWindow.value());
     m_ui->graphView->setUp(*m_ui->maxPressureImage, *m_ui->targetPressureImage);
     renderFrame();
     placeGaugeTags();
@@ -205,7 +200,7 @@ VisualFeedbackViewController::Labels VisualFeedbackViewController::makeLabels(
         label.setFont(zeroLabel.font());
         label.setAlignment(Qt::AlignCenter);
         setLabelText(label, QString::number(value, 'f', 0));
-        setDesignFrame(label, designFrame(zeroLabel).translated(distance / end * value));
+        setDesignFrame(label, designFrame(zeroLabel).translated(distance * value / end));
         label.show();
     }
     return labels;
