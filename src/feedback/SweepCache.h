@@ -13,9 +13,8 @@ class Plotter;
 struct SweepScale {
     // Of the surface, in device pixels.
     QSize size;
-    // Maps (position in its sweep, pressure) to the plotter's design units.
+    // Plotter::toUnits; from there onto the surface.
     QTransform toUnits;
-    // Maps the plotter's design units onto the surface.
     QTransform toDevice;
 
     bool operator==(SweepScale const&) const = default;
