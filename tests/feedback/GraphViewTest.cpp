@@ -31,13 +31,16 @@ struct Graph {
             setDesignFrame(*image, QRectF(0.0, 440.0, 51.0, 22.0));
         setDesignFrame(view, QRectF(QPointF(164.0, 64.0), usualSize));
         view.setUp(maxImage, targetImage);
+        parent.resize(1000, 800);
+        parent.show();
     }
 
     Plotter& plotter() { return *view.plotter(); }
 
     // What the repaints have left in the window.
-    QImage onScreen()
+    QImage onScreen(QSize size)
     {
+        view.resize(size);
         view.renderFrame();
         QCoreApplication::processEvents();
         auto const window = parent.screen()->grabWindow(parent.winId());
@@ -133,23 +136,18 @@ TEST(GraphView, LooksExactlyLikeStrokingEverySweepEachTime)
             {noisy, 500, 1.0, 10}, {noisy, 700, 0.73, 45}}) {
         Graph graph;
         graph.view.targetPressure.setValue(20.0f);
-        graph.parent.resize(1000, 800);
-        graph.parent.show();
         auto const size = usualSize * scale;
-        graph.view.resize(size);
         for (int index = 0; index < points; ++index) {
             graph.plotter().addPressurePoint(pressure(index));
             graph.view.maxPressure.setValue(static_cast<float>(40 + index / 50));
             graph.view.targetColor.setValue(index / 20 % 2 == 0 ? Qt::red : Qt::white);
             // Uneven frames, so that strips end in the middle of what a frame adds.
             if (index % 7 == 0 || index % 11 == 0)
-                graph.onScreen();
+                graph.onScreen(size);
             if (index == points * 2 / 3)
                 graph.plotter().setTimeWindow(laterWindow);
         }
-        auto const layered = graph.frame(size);
-        EXPECT_EQ(graph.onScreen(), layered) << points << ": everything new was repainted";
-        EXPECT_EQ(layered, restroke(graph, size)) << points;
+        EXPECT_EQ(graph.onScreen(size), restroke(graph, size)) << points;
     }
 }
 
@@ -168,7 +166,7 @@ TEST(GraphView, SpreadsAChangeOverFramesWithTheNewestPressureInEachAndEndsExact)
     for (; frames < 500 && (frames == 0 || !graph.view.isSettled()); ++frames) {
         graph.plotter().addPressurePoint(smooth(1300 + frames));
         clock.looks = 0;
-        picture = graph.frame(usualSize * 1.5);
+        picture = graph.onScreen(usualSize * 1.5);
         EXPECT_LE(clock.looks, 12);
         EXPECT_TRUE(showsNewestPressure(picture, graph.plotter())) << frames;
     }
@@ -207,7 +205,7 @@ TEST(GraphView, HidesALineOnTheBorderAtEveryScaleWhileItsMarkerGoesThere)
         graph.view.maxPressure.setValue(pressure);
         return graph.frame(size);
     };
-    for (double const scale : {0.75, 1.0, 1.25}) {
+    for (double const scale : {0.75, 1.1, 1.25}) {
         auto const nowhere = withMaximum(-80.0f, usualSize * scale);
         for (float const pressure : {0.0f, 80.0f, INFINITY, NAN})
             EXPECT_EQ(withMaximum(pressure, usualSize * scale), nowhere) << pressure << scale;

@@ -25,7 +25,9 @@ struct LiveArea {
 
     LiveArea()
     {
+        session.manager.targetPressure.setValue(40.0f);
         controller.viewWillAppear();
+        EXPECT_FALSE(find<QLabel>(view, "gaugeTargetTag").isHidden()) << "from the start";
         session.connect(40.0f);
     }
 
