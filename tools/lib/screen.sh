@@ -25,6 +25,12 @@ open_screen() {
     export DISPLAY
 }
 
+# A window that appears while the window manager starts may never be shown.
+open_window_manager() {
+    openbox --startup "touch $screen/managed" >/dev/null 2>&1 &
+    wait_until "the window manager" test -e "$screen/managed"
+}
+
 # shows BLUE GREEN RED LENGTH: true if so many pixels of that colour lie side by side.
 shows() { LC_ALL=C grep -qaP "(\\x$1\\x$2\\x$3.){$4}" "$screen/Xvfb_screen0"; }
 shows_graph() { shows 58 1c 00 12; } # as far as from one line of the grid to the next
