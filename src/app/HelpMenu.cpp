@@ -11,7 +11,7 @@ namespace tensio {
 
 namespace {
 
-void openUntilClosed(QDialog* dialog)
+void openAndDeleteOnClose(QDialog* dialog)
 {
     dialog->setAttribute(Qt::WA_DeleteOnClose);
     dialog->open();
@@ -46,12 +46,12 @@ void HelpMenu::showHelp()
 
 void HelpMenu::checkConnection()
 {
-    openUntilClosed(new ConnectionCheckWindow(m_ports, m_window));
+    openAndDeleteOnClose(new ConnectionCheckWindow(m_ports, m_window));
 }
 
 void HelpMenu::showAbout()
 {
-    openUntilClosed(new AboutWindow(m_window));
+    openAndDeleteOnClose(new AboutWindow(m_window));
 }
 
 } // namespace tensio

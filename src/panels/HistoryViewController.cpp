@@ -63,7 +63,8 @@ void HistoryViewController::showEnd(int direction)
 
 void HistoryViewController::rebuild(Measurements const& measurements)
 {
-    // The focus stays with its measurement, or moves to the end of the page when that has left it.
+    // The focus stays with its measurement, or moves to the end of the page when that has left it,
+    // or out of an empty page.
     int const focused = focusedIndex();
     std::shared_ptr<Measurement> const measurement = focused < 0
         ? nullptr
