@@ -11,6 +11,7 @@ TEST(TensioView, ScalesTheDesignUniformlyAndCentresIt)
 {
     using Row = std::tuple<QSize, QRect, QSize>;
     Desk desk;
+    EXPECT_TRUE(desk.window.screen()->availableGeometry().contains(desk.window.geometry()));
     desk.window.menuBar()->hide();
     desk.window.setMinimumSize(0, 0);
     for (auto const& [content, root, startButton] :

@@ -1,5 +1,7 @@
 #include "guide/GuideView.h"
+#include "guide/HelpWindow.h"
 
+#include <QPushButton>
 #include <QScrollBar>
 #include <QTextBlock>
 
@@ -38,4 +40,15 @@ TEST(Guide, EveryLinkAndPictureIsThere)
     EXPECT_GT(links.size(), 20);
     for (auto const& link : links)
         EXPECT_TRUE(places.contains(link.toString())) << link.toString().toStdString();
+}
+
+TEST(Guide, ButtonsTurnToItsPagesAndBack)
+{
+    HelpWindow const help;
+    auto const& view = *help.findChild<GuideView*>();
+    auto const buttons = help.findChildren<QPushButton*>();
+    buttons.back()->click();
+    EXPECT_EQ(view.source().fileName(), QStringLiteral("install.ja.md"));
+    buttons.front()->click();
+    EXPECT_EQ(view.source().fileName(), QStringLiteral("guide.ja.md"));
 }

@@ -5,8 +5,10 @@
 #include "support/Ui.h"
 #include "toolkit/DesignFrame.h"
 
+#include <QDesktopServices>
 #include <QLabel>
 #include <QTest>
+#include <QTextBrowser>
 
 #include <gtest/gtest.h>
 
@@ -133,6 +135,10 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
     EXPECT_TRUE(find(strip.view, "savedButton").text().endsWith(u"file"));
     EXPECT_TRUE(find(strip.view, "savedButton").isVisible());
     EXPECT_FALSE(find<QLabel>(strip.view, "hintLabel").isVisible());
+    QTextBrowser fileManager;
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &fileManager, "setSource");
+    click(strip.view, "savedButton");
+    EXPECT_EQ(fileManager.source().path(), QStringLiteral("/folder"));
     strip.session.connect();
     EXPECT_EQ(strip.page(), "");
     EXPECT_TRUE(find<QLabel>(strip.view, "hintLabel").isVisible());
