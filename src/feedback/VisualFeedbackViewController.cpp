@@ -67,9 +67,10 @@ void VisualFeedbackViewController::renderFrame()
 
 void VisualFeedbackViewController::describe()
 {
-    auto const upperBound = m_viewModel.upperBoundPressure.value();
+    auto const upperBound = static_cast<double>(m_viewModel.upperBoundPressure.value());
+    auto const timeWindow = static_cast<double>(m_viewModel.timeWindow.value());
     auto const pressureScale = QStringLiteral("圧力目盛 0〜%1 kPa").arg(upperBound);
-    auto const timeScale = QStringLiteral("時間目盛 %1秒").arg(m_viewModel.timeWindow.value());
+    auto const timeScale = QStringLiteral("時間目盛 %1秒").arg(timeWindow);
     auto const maximum = QString::fromStdString(withUnit(m_viewModel.maxPressure.value()));
     auto target = QString::fromStdString(withUnit(m_viewModel.targetPressure.value()));
     if (m_viewModel.isTargetReached())
