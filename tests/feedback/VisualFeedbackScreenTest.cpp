@@ -101,7 +101,7 @@ TEST(VisualFeedbackScreen, TheMarkerBlinksWhileThePressureIsAboveZeroAndAtTheEff
             screen.session.runLoop.advance(Seconds(0.2));
         }
         EXPECT_EQ(seen, phases) << pressure;
-        screen.receive(0.0);
+        screen.receive(0.0, Seconds(0.4));
         EXPECT_EQ(screen.phase(), 'u');
         screen.receive(pressure, Seconds(0.2));
         EXPECT_EQ(screen.phase(), phases[1]) << "the phase begins again";
