@@ -25,6 +25,7 @@ public:
     ~PastSessionsWindow() override;
 
 Q_SIGNALS:
+    // One or all have been removed from the store.
     void sessionsRemoved();
 
 private:

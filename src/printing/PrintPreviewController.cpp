@@ -45,6 +45,7 @@ protected:
     void draw(QPainter* painter) override
     {
         drawSource(painter);
+        // Wider than Qt's, which depends on the paper's width alone.
         auto const shadow = m_paper.width() / 50.0;
         QPainterPath around;
         around.addRect(m_paper.adjusted(0.0, 0.0, shadow, shadow));

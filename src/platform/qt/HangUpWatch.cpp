@@ -23,7 +23,7 @@ void HangUpWatch::start(TerminalHandle terminal)
     if (watched < 0)
         return; // Out of descriptors. Some Qt report a hang-up even so.
     m_notifier = std::make_unique<QSocketNotifier>(watched, QSocketNotifier::Read);
-    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_queue, [this, watched] {
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, &m_context, [this, watched] {
         pollfd state {watched, 0, 0};
         if (poll(&state, 1, 0) > 0 && (state.revents & (POLLHUP | POLLERR)) != 0)
             report();
@@ -38,7 +38,7 @@ void HangUpWatch::report()
         if (m_notifier && !m_notifier->isEnabled())
             m_onHangUp();
     };
-    QMetaObject::invokeMethod(&m_queue, reportUnlessStopped, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(&m_context, reportUnlessStopped, Qt::QueuedConnection);
 }
 
 void HangUpWatch::stop()

@@ -28,7 +28,8 @@ private:
     void report();
 
     std::function<void()> m_onHangUp;
-    QObject m_queue;
+    // What waits for it ends with the watch.
+    QObject m_context;
     // Of a descriptor of its own, since Qt takes one notifier per descriptor.
     std::unique_ptr<QSocketNotifier> m_notifier;
 };
