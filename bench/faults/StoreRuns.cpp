@@ -17,7 +17,7 @@ std::vector<StoredMeasurement> storedMeasurements(QDir const& folder)
     QtSessionStore store(folder.filePath(storeFile));
     EXPECT_EQ(store.problem(), StoreProblem::None);
     auto const unsaved = store.unsavedSession();
-    return unsaved ? store.load(unsaved->id).value().measurements
+    return unsaved ? store.load(unsaved->id, StoredPoints::Loaded).value().measurements
                    : std::vector<StoredMeasurement>();
 }
 

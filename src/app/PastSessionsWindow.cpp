@@ -10,7 +10,13 @@
 #include <QMessageBox>
 #include <QPushButton>
 
+#include <limits>
+
 namespace tensio {
+
+namespace {
+constexpr std::size_t all = std::numeric_limits<int>::max();
+}
 
 PastSessionsWindow::PastSessionsWindow(
     SessionRecorder& recorder, SessionStore& store, QWidget& parent)
@@ -52,7 +58,12 @@ void PastSessionsWindow::setUpList()
 
 void PastSessionsWindow::search()
 {
-    m_model.show(m_store.sessions(m_ui->searchInput->text().toStdString()));
+    auto page = m_store.sessions(std::nullopt, all);
+    std::erase_if(page.sessions, [this](auto const& session) {
+        return !QString::fromStdString(session.name)
+                    .contains(m_ui->searchInput->text(), Qt::CaseInsensitive);
+    });
+    m_model.show(std::move(page.sessions));
     m_ui->countLabel->setText(QStringLiteral("%1件").arg(m_model.rowCount()));
     if (m_model.rowCount() > 0)
         m_ui->sessionList->setCurrentIndex(m_model.index(0, 0));
@@ -87,13 +98,13 @@ void PastSessionsWindow::removeSelected()
     auto const date = QString::fromStdString(dateAndMinute(session.start));
     ask(QStringLiteral("%1　%2（%3回）を削除します。\n元に戻すことはできません。")
             .arg(date, QString::fromStdString(session.name), QString::number(session.count)),
-        [this, id = session.id] { return m_store.remove(id); });
+        [this, id = session.id] { return m_store.remove({id}); });
 }
 
 void PastSessionsWindow::removeAll()
 {
     ask(QStringLiteral("以前の測定を%1件すべて削除します。\n元に戻すことはできません。")
-            .arg(m_store.sessions({}).size()),
+            .arg(m_store.sessions(std::nullopt, all).sessions.size()),
         [this] { return m_store.removeAll(); });
 }
 

@@ -150,24 +150,22 @@ bool SessionRecorder::write(MeasurementPart part, std::vector<float> const& poin
     // A list that was not filled by measuring may hold fewer points than have been written.
     auto const rest = std::span(points).subspan(std::min(m_writtenPoints, points.size()));
     part.points = rest.first(std::min(maxPoints, rest.size()));
-    bool const isTaken = ensureSession() && m_store.write(m_session, part);
+    // Not begun before: name and target are known only once the port has opened.
+    bool const isNew = m_session == 0;
+    if (isNew)
+        m_session = m_store.begin(head(), part).value_or(0);
+    bool const isTaken = isNew ? m_session != 0 : m_store.write(m_session, part);
     report(isTaken);
     if (isTaken)
         m_writtenPoints += part.points.size();
     return isTaken;
 }
 
-bool SessionRecorder::ensureSession()
+SessionHead SessionRecorder::head() const
 {
-    // Not before: name and target are known only once the port has opened.
-    if (m_session == 0)
-        m_session = m_store
-                        .begin({m_start, m_tensioManager.username.value(),
-                            m_tensioManager.targetPressure.value(),
-                            m_tensioManager.targetPressurePercent.value(),
-                            m_tensioManager.serialPortManager.isSimulated.value()})
-                        .value_or(0);
-    return m_session != 0;
+    return {m_start, m_tensioManager.username.value(), m_tensioManager.targetPressure.value(),
+        m_tensioManager.targetPressurePercent.value(),
+        m_tensioManager.serialPortManager.isSimulated.value()};
 }
 
 void SessionRecorder::markSaved()
@@ -178,7 +176,8 @@ void SessionRecorder::markSaved()
 
 bool SessionRecorder::open(SessionId session)
 {
-    auto const stored = canOpen.value() ? m_store.load(session) : std::nullopt;
+    auto const stored
+        = canOpen.value() ? m_store.load(session, StoredPoints::Loaded) : std::nullopt;
     if (!stored)
         return false;
     Measurements measurements;

@@ -40,7 +40,7 @@ private:
     bool writeFinished(std::size_t partCount);
     bool writeRunning();
     bool write(MeasurementPart part, std::vector<float> const& points);
-    bool ensureSession();
+    SessionHead head() const;
     void markSaved();
 
     TensioManager& m_tensioManager;

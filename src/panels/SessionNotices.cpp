@@ -72,7 +72,7 @@ SessionNotices::SessionNotices(TensioManager& tensioManager, SessionRecorder& re
     connect(
         m_unsaved->openUnsavedButton, &QPushButton::clicked, this, &SessionNotices::openUnsaved);
     connect(m_unsaved->putAsideButton, &QPushButton::clicked, this, [this] {
-        m_store.putAside(m_unsavedId);
+        m_store.dismiss(m_unsavedId);
         m_unsavedView.hide();
     });
     showUnsaved(m_store.unsavedSession());
@@ -103,7 +103,7 @@ void SessionNotices::showUnsaved(std::optional<SessionSummary> const& session)
 void SessionNotices::openUnsaved()
 {
     if (m_recorder.open(m_unsavedId))
-        m_store.putAside(m_unsavedId);
+        m_store.dismiss(m_unsavedId);
     else
         showProblem(QStringLiteral("この測定は読み込めませんでした。管理者に知らせてください。"));
 }

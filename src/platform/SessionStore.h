@@ -62,6 +62,18 @@ struct StoredMeasurement {
 struct StoredSession {
     SessionSummary summary;
     std::vector<StoredMeasurement> measurements;
+    // Of the whole session: base target, and the percentage applied to it (1.0 stands for 100 %).
+    float target = 0.0f;
+    float targetPercent = 1.0f;
+};
+
+enum class StoredPoints { Loaded, LeftOut };
+
+struct SessionPage {
+    // Newest start first.
+    std::vector<SessionSummary> sessions;
+    // False when damage hides some.
+    bool isComplete = true;
 };
 
 enum class StoreProblem {
@@ -89,24 +101,27 @@ public:
     // a later success does not clear it.
     virtual StoreProblem problem() const = 0;
 
-    // A session is listed once it has a measurement.
-    virtual std::optional<SessionId> begin(SessionHead const& head) = 0;
+    // Stores a session with the first part of its first measurement.
+    virtual std::optional<SessionId> begin(SessionHead const& head, MeasurementPart const& part)
+        = 0;
     // Afterwards a finished measurement survives a power cut, a running one a crash of the program.
     virtual bool write(SessionId session, MeasurementPart const& part) = 0;
     virtual bool end(SessionId session, Date date) = 0;
 
     virtual bool markSaved(SessionId session) = 0;
     // unsavedSession() no longer returns it.
-    virtual bool putAside(SessionId session) = 0;
-    // Leaves nothing of it on the disk.
-    virtual bool remove(SessionId session) = 0;
+    virtual bool dismiss(SessionId session) = 0;
+    // Leaves nothing of them on the disk.
+    virtual bool remove(std::vector<SessionId> const& sessions) = 0;
     virtual bool removeAll() = 0;
+    // Moves what was written from the journal into the file; waits for the disk.
+    virtual void checkpoint() = 0;
 
-    // Those whose name contains the text, ignoring case; newest first.
-    virtual std::vector<SessionSummary> sessions(std::string const& namePart) = 0;
-    // The newest session, if it is neither saved nor put aside.
+    // At most that many sessions older than the last one of the page before; the newest if none.
+    virtual SessionPage sessions(std::optional<SessionSummary> const& last, std::size_t most) = 0;
+    // The newest session, if it is neither saved nor dismissed.
     virtual std::optional<SessionSummary> unsavedSession() = 0;
-    virtual std::optional<StoredSession> load(SessionId session) = 0;
+    virtual std::optional<StoredSession> load(SessionId session, StoredPoints points) = 0;
 };
 
 } // namespace tensio

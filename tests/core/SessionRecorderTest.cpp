@@ -116,13 +116,13 @@ TEST(SessionRecorder, OpensPastSessionsThoughNothingCanBeStoredOnceTheListIsACsv
     session.begin("花子");
     session.press({30.0});
     session.finish();
-    EXPECT_FALSE(session.recorder->open(2));
+    EXPECT_FALSE(session.recorder->open(1));
     session.saving.answer = "/file.csv";
     session.manager.saveCsv();
-    EXPECT_TRUE(session.recorder->open(2));
+    EXPECT_TRUE(session.recorder->open(1));
     session.store.refusals = 0;
     session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(session.store.ended, std::vector {SessionId {2}})
+    EXPECT_EQ(session.store.ended, std::vector {SessionId {1}})
         << "neither what was refused until the list was cleared, nor a past session";
 }
 

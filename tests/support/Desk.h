@@ -20,8 +20,7 @@ struct FilledSessionStore : FakeSessionStore {
     explicit FilledSessionStore(std::vector<std::string> const& names)
     {
         for (auto const& name : names)
-            write(*begin({{}, name, 30.0f, 1.0f, stored.empty()}),
-                {1, 20.0f, 30.0f, {}, true, 0, {}});
+            begin({{}, name, 30.0f, 1.0f, stored.empty()}, {1, 20.0f, 30.0f, {}, true, 0, {}});
     }
 };
 

@@ -18,17 +18,20 @@ struct FakeSessionStore : SessionStore {
     bool isOpen() const override { return true; }
     StoreProblem problem() const override { return reason; }
 
-    std::optional<SessionId> begin(SessionHead const& head) override
+    std::optional<SessionId> begin(SessionHead const& head, MeasurementPart const& part) override
     {
+        if (refusals > 0)
+            return --refusals, std::nullopt;
         auto const id = static_cast<SessionId>(stored.size()) + 1;
         stored[id].summary = {id, head.start, head.name, 0, 0.0f, false, head.isSimulated};
-        return id;
+        return write(id, part) ? std::optional(id) : std::nullopt;
     }
     bool write(SessionId session, MeasurementPart const& part) override
     {
         if (refusals > 0)
             return --refusals < 0;
-        auto& [summary, measurements] = stored[session];
+        auto& summary = stored[session].summary;
+        auto& measurements = stored[session].measurements;
         summary.count = std::max(summary.count, part.number);
         measurements.resize(static_cast<std::size_t>(summary.count));
         auto& measurement = measurements.at(static_cast<std::size_t>(part.number) - 1);
@@ -44,32 +47,37 @@ struct FakeSessionStore : SessionStore {
     {
         return refusals == 0 && (stored[session].summary.isSaved = true);
     }
-    bool putAside(SessionId session) override { return (m_aside = session) != 0; }
-    bool remove(SessionId session) override { return stored.erase(session) == 1; }
-    bool removeAll() override { return stored.clear(), true; }
-
-    std::vector<SessionSummary> sessions(std::string const& namePart) override
+    bool dismiss(SessionId session) override { return (m_dismissed = session) != 0; }
+    bool remove(std::vector<SessionId> const& sessions) override
     {
-        std::vector<SessionSummary> found;
-        for (auto const& [id, session] : stored) {
-            if (session.summary.name.find(namePart) != std::string::npos)
-                found.insert(found.begin(), session.summary);
+        return std::ranges::all_of(sessions, [this](auto id) { return stored.erase(id) == 1; });
+    }
+    bool removeAll() override { return stored.clear(), true; }
+    void checkpoint() override { }
+
+    SessionPage sessions(std::optional<SessionSummary> const& last, std::size_t most) override
+    {
+        SessionPage page;
+        for (auto each = stored.rbegin(); each != stored.rend() && page.sessions.size() < most;
+             ++each) {
+            if (!last || each->first < last->id)
+                page.sessions.push_back(each->second.summary);
         }
-        return found;
+        return page;
     }
     std::optional<SessionSummary> unsavedSession() override
     {
         bool const isNone = stored.empty() || stored.rbegin()->second.summary.isSaved
-            || stored.rbegin()->first == m_aside;
+            || stored.rbegin()->first == m_dismissed;
         return isNone ? std::nullopt : std::optional(stored.rbegin()->second.summary);
     }
-    std::optional<StoredSession> load(SessionId session) override
+    std::optional<StoredSession> load(SessionId session, StoredPoints) override
     {
         return stored.contains(session) ? std::optional(stored[session]) : std::nullopt;
     }
 
 private:
-    SessionId m_aside = 0;
+    SessionId m_dismissed = 0;
 };
 
 } // namespace tensio

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <limits>
 
 namespace tensio {
 
@@ -33,10 +34,16 @@ Date dateOf(QVariant const& microseconds)
         std::chrono::microseconds(microseconds.toLongLong())));
 }
 
+Durability durabilityOf(MeasurementPart const& part)
+{
+    return part.isFinished ? Durability::PowerCut : Durability::ProgramEnd;
+}
+
 QString const& summaryColumns()
 {
-    static QString const columns = QStringLiteral(
-        "SELECT id, start, name, count, best, saved, simulated FROM session WHERE count > 0 ");
+    static QString const columns
+        = QStringLiteral("SELECT id, start, name, count, best, saved, simulated, target, percent "
+                         "FROM session WHERE count > 0 ");
     return columns;
 }
 
@@ -59,39 +66,42 @@ QtSessionStore::QtSessionStore(QString const& path)
 {
 }
 
-std::optional<SessionId> QtSessionStore::begin(SessionHead const& head)
+std::optional<SessionId> QtSessionStore::begin(SessionHead const& head, MeasurementPart const& part)
 {
     SessionId id = 0;
-    bool const isDone = m_database.change(Durability::ProgramEnd, [&] {
+    bool const isDone = m_database.change(durabilityOf(part), [&] {
         auto* const inserted = m_database.run(
             QStringLiteral("INSERT INTO session (start, name, target, percent, simulated) "
                            "VALUES (?, ?, ?, ?, ?)"),
             {stored(head.start), QString::fromStdString(head.name), stored(head.target),
                 stored(head.targetPercent), head.isSimulated});
         id = inserted ? inserted->lastInsertId().toLongLong() : 0;
-        return id != 0;
+        return id != 0 && writePart(id, part);
     });
     return isDone ? std::optional(id) : std::nullopt;
 }
 
 bool QtSessionStore::write(SessionId session, MeasurementPart const& part)
 {
-    return m_database.change(part.isFinished ? Durability::PowerCut : Durability::ProgramEnd, [&] {
-        auto* const updated = m_database.run(
-            QStringLiteral("UPDATE session SET count = max(count, ?), best = max(best, ?) "
-                           "WHERE id = ?"),
-            {part.number, stored(part.best), session});
-        if (!updated)
-            return false;
-        // Nothing is kept of a session that the user has deleted meanwhile.
-        if (updated->numRowsAffected() == 0)
-            return true;
-        return m_database.run(
-                   QStringLiteral("INSERT OR REPLACE INTO measurement VALUES (?, ?, ?, ?, ?, ?)"),
-                   {session, part.number, stored(part.best), stored(part.target),
-                       stored(part.timeStamp), part.isFinished})
-            && writePoints(session, part);
-    });
+    return m_database.change(durabilityOf(part), [&] { return writePart(session, part); });
+}
+
+bool QtSessionStore::writePart(SessionId session, MeasurementPart const& part)
+{
+    auto* const updated = m_database.run(
+        QStringLiteral("UPDATE session SET count = max(count, ?), best = max(best, ?) "
+                       "WHERE id = ?"),
+        {part.number, stored(part.best), session});
+    if (!updated)
+        return false;
+    // Nothing is kept of a session that the user has deleted meanwhile.
+    if (updated->numRowsAffected() == 0)
+        return true;
+    return m_database.run(
+               QStringLiteral("INSERT OR REPLACE INTO measurement VALUES (?, ?, ?, ?, ?, ?)"),
+               {session, part.number, stored(part.best), stored(part.target),
+                   stored(part.timeStamp), part.isFinished})
+        && writePoints(session, part);
 }
 
 bool QtSessionStore::writePoints(SessionId session, MeasurementPart const& part)
@@ -114,7 +124,7 @@ bool QtSessionStore::end(SessionId session, Date date)
         return m_database.run(
             QStringLiteral("UPDATE session SET ended = ? WHERE id = ?"), {stored(date), session});
     });
-    m_database.tidyUp();
+    m_database.checkpoint();
     return isDone;
 }
 
@@ -123,21 +133,23 @@ bool QtSessionStore::markSaved(SessionId session)
     return changeDurably(QStringLiteral("UPDATE session SET saved = 1 WHERE id = ?"), {session});
 }
 
-bool QtSessionStore::putAside(SessionId session)
+bool QtSessionStore::dismiss(SessionId session)
 {
     return changeDurably(QStringLiteral("UPDATE session SET aside = 1 WHERE id = ?"), {session});
 }
 
-bool QtSessionStore::remove(SessionId session)
+bool QtSessionStore::remove(std::vector<SessionId> const& sessions)
 {
-    bool const isDone = m_database.change(Durability::PowerCut, [&] {
+    auto const removeOne = [this](SessionId session) {
         return m_database.run(QStringLiteral("DELETE FROM points WHERE session = ?"), {session})
             && m_database.run(
                 QStringLiteral("DELETE FROM measurement WHERE session = ?"), {session})
             && m_database.run(QStringLiteral("DELETE FROM session WHERE id = ?"), {session});
-    });
+    };
+    bool const isDone = m_database.change(
+        Durability::PowerCut, [&] { return std::ranges::all_of(sessions, removeOne); });
     // Nothing of the session may stay in the journal.
-    m_database.tidyUp();
+    m_database.checkpoint();
     return isDone;
 }
 
@@ -148,21 +160,20 @@ bool QtSessionStore::removeAll()
             && m_database.run(QStringLiteral("DELETE FROM measurement"))
             && m_database.run(QStringLiteral("DELETE FROM session"));
     });
-    m_database.tidyUp();
+    m_database.checkpoint();
     return isDone;
 }
 
-std::vector<SessionSummary> QtSessionStore::sessions(std::string const& namePart)
+SessionPage QtSessionStore::sessions(std::optional<SessionSummary> const& last, std::size_t most)
 {
-    auto const part = QString::fromStdString(namePart);
-    std::vector<SessionSummary> found;
-    auto* const rows = m_database.run(summaryColumns() + QStringLiteral("ORDER BY id DESC"));
-    while (rows && rows->next()) {
-        // Not in SQL: SQLite ignores the case of ASCII letters only.
-        if (rows->value(2).toString().contains(part, Qt::CaseInsensitive))
-            found.push_back(summaryOf(*rows));
-    }
-    return found;
+    SessionPage page;
+    auto* const rows
+        = m_database.run(summaryColumns() + QStringLiteral("AND id < ? ORDER BY id DESC LIMIT ?"),
+            {last ? last->id : std::numeric_limits<SessionId>::max(), static_cast<qint64>(most)});
+    while (rows && rows->next())
+        page.sessions.push_back(summaryOf(*rows));
+    page.isComplete = rows && !rows->lastError().isValid();
+    return page;
 }
 
 std::optional<SessionSummary> QtSessionStore::unsavedSession()
@@ -177,12 +188,12 @@ std::optional<SessionSummary> QtSessionStore::unsavedSession()
     return summary;
 }
 
-std::optional<StoredSession> QtSessionStore::load(SessionId session)
+std::optional<StoredSession> QtSessionStore::load(SessionId session, StoredPoints points)
 {
     auto* const row = m_database.run(summaryColumns() + QStringLiteral("AND id = ?"), {session});
     if (!row || !row->next())
         return std::nullopt;
-    StoredSession found {summaryOf(*row), {}};
+    StoredSession found {summaryOf(*row), {}, row->value(7).toFloat(), row->value(8).toFloat()};
     row->finish();
     auto* const rows = m_database.run(
         QStringLiteral("SELECT number, best, target, time FROM measurement WHERE session = ? "
@@ -192,8 +203,9 @@ std::optional<StoredSession> QtSessionStore::load(SessionId session)
         found.measurements.push_back(StoredMeasurement {rows->value(0).toInt(),
             rows->value(1).toFloat(), rows->value(2).toFloat(), dateOf(rows->value(3)), {}});
     }
-    bool const areRead = std::ranges::all_of(
-        found.measurements, [&](auto& measurement) { return readPoints(session, measurement); });
+    bool const areRead = points == StoredPoints::LeftOut
+        || std::ranges::all_of(found.measurements,
+            [&](auto& measurement) { return readPoints(session, measurement); });
     return rows && !rows->lastError().isValid() && areRead ? std::optional(std::move(found))
                                                            : std::nullopt;
 }

@@ -17,20 +17,22 @@ public:
     bool isOpen() const override { return m_database.isOpen(); }
     StoreProblem problem() const override { return m_database.problem(); }
 
-    std::optional<SessionId> begin(SessionHead const& head) override;
+    std::optional<SessionId> begin(SessionHead const& head, MeasurementPart const& part) override;
     bool write(SessionId session, MeasurementPart const& part) override;
     bool end(SessionId session, Date date) override;
 
     bool markSaved(SessionId session) override;
-    bool putAside(SessionId session) override;
-    bool remove(SessionId session) override;
+    bool dismiss(SessionId session) override;
+    bool remove(std::vector<SessionId> const& sessions) override;
     bool removeAll() override;
+    void checkpoint() override { m_database.checkpoint(); }
 
-    std::vector<SessionSummary> sessions(std::string const& namePart) override;
+    SessionPage sessions(std::optional<SessionSummary> const& last, std::size_t most) override;
     std::optional<SessionSummary> unsavedSession() override;
-    std::optional<StoredSession> load(SessionId session) override;
+    std::optional<StoredSession> load(SessionId session, StoredPoints points) override;
 
 private:
+    bool writePart(SessionId session, MeasurementPart const& part);
     bool writePoints(SessionId session, MeasurementPart const& part);
     bool readPoints(SessionId session, StoredMeasurement& measurement);
     bool changeDurably(QString const& statement, QVariantList const& values = {});

@@ -73,7 +73,7 @@ SessionDatabase::SessionDatabase(QString const& path)
     if (isDamaged || finding == Finding::Newer) {
         m_problem = isDamaged ? StoreProblem::DamagedSetAside : StoreProblem::NewerSetAside;
         auto const reason = isDamaged ? QStringLiteral("damaged") : QStringLiteral("newer");
-        finding = setAside(reason) ? open() : Finding::Refused;
+        finding = moveAway(reason) ? open() : Finding::Refused;
     }
     if (finding == Finding::Fine)
         return;
@@ -83,9 +83,9 @@ SessionDatabase::SessionDatabase(QString const& path)
 
 SessionDatabase::~SessionDatabase()
 {
-    tidyUp();
+    checkpoint();
     if (m_problem == StoreProblem::Damaged)
-        setAside(QStringLiteral("damaged"));
+        moveAway(QStringLiteral("damaged"));
     close();
 }
 
@@ -139,7 +139,7 @@ bool SessionDatabase::makeTables()
     });
 }
 
-bool SessionDatabase::setAside(QString const& reason)
+bool SessionDatabase::moveAway(QString const& reason)
 {
     close();
     auto const now = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
@@ -199,7 +199,7 @@ bool SessionDatabase::begin(Durability durability)
     return run(QStringLiteral("BEGIN"));
 }
 
-void SessionDatabase::giveUp()
+void SessionDatabase::rollBack()
 {
     m_problem = isDamage(m_errorCode) ? StoreProblem::Damaged
         : m_errorCode == full         ? StoreProblem::NoSpace
@@ -207,7 +207,7 @@ void SessionDatabase::giveUp()
     run(QStringLiteral("ROLLBACK"));
 }
 
-void SessionDatabase::tidyUp()
+void SessionDatabase::checkpoint()
 {
     if (isOpen())
         QSqlQuery(m_database).exec(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));

@@ -39,21 +39,21 @@ public:
         m_errorCode = 0;
         bool const isDone = begin(durability) && work() && run(QStringLiteral("COMMIT"));
         if (!isDone)
-            giveUp();
+            rollBack();
         return isDone;
     }
     // Moves what was written from the journal into the file.
-    void tidyUp();
+    void checkpoint();
 
 private:
     enum class Finding { Fine, Busy, Damaged, Newer, Refused };
 
     Finding open();
     bool makeTables();
-    bool setAside(QString const& reason);
+    bool moveAway(QString const& reason);
     void close();
     bool begin(Durability durability);
-    void giveUp();
+    void rollBack();
 
     QString m_path;
     QString m_name;
