@@ -27,14 +27,14 @@ QString textOf(StoreProblem problem)
         break;
     case StoreProblem::InUse:
         return QStringLiteral(
-            "別のtensioが開いているため、自動保存されません。CSVを保存してください。");
+            "別のtensioが起動しているため、自動保存されません。CSVを保存してください。");
     case StoreProblem::NotOpened:
     case StoreProblem::NotWritable:
         return QStringLiteral(
             "自動保存の場所に書き込めません。測定を終えたらCSVを保存してください。");
     case StoreProblem::NewerSetAside:
         return QStringLiteral(
-            "以前の測定は新しい版のもので、別名で残しました。新しい版で開いてください。");
+            "新しいバージョンの記録のため、別名で残しました。新しいtensioで開いてください。");
     case StoreProblem::DamagedSetAside:
         return QStringLiteral(
             "以前の記録が壊れていたため、別名で残しました。管理者に知らせてください。");
