@@ -22,7 +22,7 @@ QString state(InspectedPort const& port)
 {
     if (port.isOpen)
         return QStringLiteral("測定に使用中です");
-    return port.obstacle.empty() ? QStringLiteral("読み取れます") : html(port.obstacle);
+    return port.obstacle.empty() ? QStringLiteral("接続できます") : html(port.obstacle);
 }
 
 } // namespace
@@ -38,12 +38,12 @@ QString connectionReport(std::vector<InspectedPort> const& ports)
         bool const isTaken = &port == &ports.front();
         report += QStringLiteral("<h3>%1</h3><table cellspacing='0'>")
                       .arg(isTaken ? QStringLiteral("接続する測定器")
-                                   : QStringLiteral("接続しない測定器（先の測定器を使います）"));
+                                   : QStringLiteral("使わない測定器（上の測定器を使います）"));
         if (port.isSimulated)
             report += row(
                 QStringLiteral("種類"), QStringLiteral("模擬装置（実際の測定ではありません）"));
         report += row(QStringLiteral("名前"), html(port.name));
-        report += row(QStringLiteral("ノード"), html(port.node));
+        report += row(QStringLiteral("ポート"), html(port.node));
         report += row(QStringLiteral("製造元"), html(port.vendor));
         report += row(QStringLiteral("製造番号"), html(port.serialNumber));
         report += row(QStringLiteral("状態"), state(port));

@@ -42,7 +42,7 @@ void HeaderViewController::viewDidLoad()
 void HeaderViewController::showCanSave(bool canSave)
 {
     auto const reason = m_tensioManager.isMeasuring.value()
-        ? QStringLiteral("測定しているあいだは使えません。先に「終了」を押してください")
+        ? QStringLiteral("測定中は使えません。先に「終了」を押してください")
         : QStringLiteral("測定がまだありません");
     for (QWidget* button : std::initializer_list<QWidget*> {
              m_ui->saveButton, m_ui->screenSaveButton, m_ui->printButton}) {

@@ -152,8 +152,8 @@ void HistorySlice::showSelectable()
 {
     setCursor(isSelectable() ? Qt::PointingHandCursor : Qt::ArrowCursor);
     auto const reason = m_tensioManager.isMeasuring.value()
-        ? QStringLiteral("「終了」の後に選べます")
-        : QStringLiteral("選べるのは3回までです");
+        ? QStringLiteral("「終了」のあとに選べます")
+        : QStringLiteral("選べるのは3つまでです");
     setToolTip(isSelectable() ? QString() : reason);
     update();
 }

@@ -40,7 +40,7 @@ InfoControlsViewController::~InfoControlsViewController() = default;
 void InfoControlsViewController::addCommands(QMenu& menu)
 {
     menu.addAction(
-        new ButtonAction(*m_ui->startButton, QStringLiteral("測定を開始(&S)"), Qt::Key_F5));
+        new ButtonAction(*m_ui->startButton, QStringLiteral("測定を開始(&S)…"), Qt::Key_F5));
     menu.addAction(new ButtonAction(
         *m_ui->finishButton, QStringLiteral("測定を終了(&E)"), Qt::SHIFT | Qt::Key_F5));
 }
@@ -94,7 +94,7 @@ void InfoControlsViewController::showMeasuringState(bool isMeasuring)
     setNameFromTemplate(
         *m_ui->statusImageView, isMeasuring ? QStringLiteral("点灯") : QStringLiteral("消灯"));
     m_ui->startButton->setToolTip(
-        isMeasuring ? QStringLiteral("測定しています。先に「終了」を押してください") : QString());
+        isMeasuring ? QStringLiteral("測定中です。先に「終了」を押してください") : QString());
     m_ui->finishButton->setToolTip(
         isMeasuring ? QString() : QStringLiteral("測定していません。「開始」で始めます"));
 }

@@ -69,15 +69,18 @@ std::string StatusViewModel::currentHint(State now) const
     auto const& measurements = m_tensioManager.measurementList.measurements();
     if (now == State::Connecting)
         return "測定器に接続しています…";
+    if (now == State::Idle && measurements.empty())
+        return "「開始」を押すと測定を始められます";
     if (now == State::Idle)
-        return measurements.empty() ? "「開始」を押すと測定を始められます"
-                                    : "履歴の測定を押すと、3回まで選べます";
+        return m_tensioManager.measurementList.counted().size() < MeasurementList::maxSelected
+            ? "履歴の測定をクリックすると、3つまで選べます"
+            : "3つ選びました。保存・印刷できます";
     if (measurements.size() >= MeasurementList::MEASUREMENTS_MAX_COUNT)
-        return "99回に達しました。以後は残りません";
+        return "99回に達しました。これ以降は記録されません";
     if (now == State::Recording)
-        return "値が途切れると、1回の測定になります";
+        return "値が途切れると、1回分として記録されます";
     return measurements.empty() ? "測定器から値が届くのを待っています"
-                                : "測定は「終了」の後に3回まで選べます";
+                                : "「終了」のあと、測定を3つまで選べます";
 }
 
 std::string StatusViewModel::currentCount(State now) const

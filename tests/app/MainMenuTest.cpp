@@ -116,9 +116,9 @@ TEST(MainMenu, ReportsWhichDeviceIsTakenAndWhatKeepsAnotherFromBeingRead)
     desk.inspected = {
         {"a", "tty1", "", "", true, true, ""}, {"b", "tty2", "c", "d", false, false, "権限\nなし"}};
     EXPECT_EQ(report(),
-        "接続する測定器 種類 模擬装置（実際の測定ではありません） 名前 a ノード tty1 "
-        "製造元 — 製造番号 — 状態 測定に使用中です 接続しない測定器（先の測定器を使います） "
-        "名前 b ノード tty2 製造元 c 製造番号 d 状態 権限 なし");
+        "接続する測定器 種類 模擬装置（実際の測定ではありません） 名前 a ポート tty1 "
+        "製造元 — 製造番号 — 状態 測定に使用中です 使わない測定器（上の測定器を使います） "
+        "名前 b ポート tty2 製造元 c 製造番号 d 状態 権限 なし");
 }
 
 TEST(MainMenu, HasNoShortcutOrMnemonicTwice)

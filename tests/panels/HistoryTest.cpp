@@ -61,7 +61,7 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
         return find<QLabel>(strip.view, "averageLabel").text().toStdString();
     };
     EXPECT_EQ(averageAfter(0), "0.0");
-    expectTile(0, QStringLiteral("「終了」の後に選べます"), false);
+    expectTile(0, QStringLiteral("「終了」のあとに選べます"), false);
     strip.finish();
     expectTile(0, QString(), false);
     EXPECT_EQ(averageAfter(0), "20.0");
@@ -70,7 +70,7 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     EXPECT_EQ(averageAfter(0), "25.0");
     QTest::keyClick(tiles[2], Qt::Key_Space);
     EXPECT_EQ(averageAfter(3), "30.2") << "a fourth cannot be selected";
-    expectTile(3, QStringLiteral("選べるのは3回までです"), false);
+    expectTile(3, QStringLiteral("選べるのは3つまでです"), false);
     expectTile(0, QString(), true);
     EXPECT_EQ(averageAfter(0), "35.2");
     EXPECT_EQ(averageAfter(3), "43.5");
@@ -86,28 +86,34 @@ TEST(History, SaysTheStateTheNextStepAndTheCount)
     StatusViewModel const status(session.manager);
     auto const expect = [&](char const* state, char const* hint, char const* count) {
         EXPECT_EQ(status.state.value(), state);
-        EXPECT_TRUE(find<QLabel>(view, "hintLabel").text().contains(QString::fromUtf8(hint)));
+        EXPECT_EQ(find<QLabel>(view, "hintLabel").text(), QString::fromUtf8(hint));
         EXPECT_EQ(find<QLabel>(view, "countLabel").text(), QString::fromUtf8(count));
     };
-    expect("待機中", "「開始」", "");
+    expect("待機中", "「開始」を押すと測定を始められます", "");
     session.manager.connectAction.apply(Nothing {});
-    expect("接続中…", "接続", "");
+    expect("接続中…", "測定器に接続しています…", "");
     session.port->delegate->serialPortWasOpened();
-    expect("測定待ち", "待っています", "");
+    expect("測定待ち", "測定器から値が届くのを待っています", "");
     session.receive({0.0});
-    expect("記録中", "途切れる", "");
+    expect("記録中", "値が途切れると、1回分として記録されます", "");
     session.runLoop.advance(Seconds(2.5));
-    for (int press = 0; press < 12; ++press)
+    for (int press = 0; press < 3; ++press)
         session.press({20.0});
-    expect("測定待ち", "「終了」", "全12回中 8〜12");
+    expect("測定待ち", "「終了」のあと、測定を3つまで選べます", "全3回中 1〜3");
+    for (int press = 3; press < 12; ++press)
+        session.press({20.0});
     session.receive({20.0});
     session.manager.disconnectAction.apply(Nothing {});
-    session.manager.measurementList.measurements().back()->isCounted.setValue(true);
-    expect("待機中", "選べます", "全13回中 9〜13　選択 1/3");
+    for (std::size_t selected = 0; selected < 3; ++selected) {
+        expect("待機中", "履歴の測定をクリックすると、3つまで選べます",
+            ("全13回中 9〜13　選択 " + std::to_string(selected) + "/3").c_str());
+        session.manager.measurementList.measurements()[selected]->isCounted.setValue(true);
+    }
+    expect("待機中", "3つ選びました。保存・印刷できます", "全13回中 9〜13　選択 3/3");
     session.connect();
     for (int press = 0; press < 99; ++press)
         session.press({20.0});
-    expect("測定待ち", "99回", "全99回中 95〜99");
+    expect("測定待ち", "99回に達しました。これ以降は記録されません", "全99回中 95〜99");
 }
 
 TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)

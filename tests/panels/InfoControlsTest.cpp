@@ -33,8 +33,10 @@ struct Panel {
     {
         EXPECT_EQ(find(window, "startButton").isEnabled(), !isMeasuring);
         EXPECT_EQ(find(window, "finishButton").isEnabled(), isMeasuring);
-        EXPECT_EQ(find(window, "startButton").toolTip().isEmpty(), !isMeasuring);
-        EXPECT_EQ(find(window, "finishButton").toolTip().isEmpty(), isMeasuring);
+        EXPECT_EQ(find(window, "startButton").toolTip().toStdString(),
+            isMeasuring ? "測定中です。先に「終了」を押してください" : "");
+        EXPECT_EQ(find(window, "finishButton").toolTip().toStdString(),
+            isMeasuring ? "" : "測定していません。「開始」で始めます");
         EXPECT_EQ(find<ImageView>(window, "statusImageView").picture().name(),
             isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off"));
     }

@@ -20,12 +20,13 @@ QString userMessage(QSerialPort const& port, QString const& node)
             .arg(node);
     if (!info.isReadable()) {
         return QStringLiteral("測定器のポートを開く権限がありません（%1）。\n"
-                              "このコンピュータの管理者に、ポートの使用許可を依頼してください。")
+                              "このコンピューターの管理者に、ポートの使用許可を依頼してください。")
             .arg(node);
     }
     if (auto const lock = abandonedLock(node); !lock.isEmpty()) {
-        return QStringLiteral("終了したプログラムが測定器のポートをロックしたままです（%1）。\n"
-                              "このコンピュータの管理者に、ファイル %2 の削除を依頼してください。")
+        return QStringLiteral(
+            "終了したプログラムが測定器のポートをロックしたままです（%1）。\n"
+            "このコンピューターの管理者に、ファイル %2 の削除を依頼してください。")
             .arg(node, lock);
     }
     if (port.error() == QSerialPort::PermissionError) {
