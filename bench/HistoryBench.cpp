@@ -17,7 +17,8 @@ void turnPage(benchmark::State& state)
 {
     Session session;
     QWidget view;
-    HistoryViewController const controller(session.manager, view);
+    StatusViewModel status(session.manager);
+    HistoryViewController const controller(session.manager, status, view);
     session.connect();
     for (int press = 0; press < 99; ++press)
         session.press({20.0});

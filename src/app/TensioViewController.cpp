@@ -19,6 +19,7 @@ namespace tensio {
 TensioViewController::TensioViewController(TensioManager& tensioManager, RunLoop& runLoop,
     Alerts& alerts, QMenu& printMenu, QWidget& contentView)
     : m_tensioManager(tensioManager)
+    , m_status(tensioManager)
     , m_contentView(contentView)
     , m_view(std::make_unique<QWidget>(&contentView))
     , m_ui(std::make_unique<Ui::Tensio>())
@@ -39,8 +40,9 @@ void TensioViewController::viewDidLoad(RunLoop& runLoop, Alerts& alerts, QMenu& 
     m_visualFeedback = std::make_unique<VisualFeedbackViewController>(
         m_tensioManager, runLoop, *m_ui->visualFeedbackView);
     m_infoControls = std::make_unique<InfoControlsViewController>(
-        m_tensioManager, runLoop, alerts, *m_ui->infoControlsView);
-    m_history = std::make_unique<HistoryViewController>(m_tensioManager, *m_ui->historyView);
+        m_tensioManager, m_status, runLoop, alerts, *m_ui->infoControlsView);
+    m_history
+        = std::make_unique<HistoryViewController>(m_tensioManager, m_status, *m_ui->historyView);
     // In the live area, so that every picture of the window has it.
     m_simulation = m_tensioManager.serialPortManager.isSimulated.observe(
         [this](bool isSimulated) { m_ui->simulationLabel->setVisible(isSimulated); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panels/StatusViewModel.h"
 #include "reactive/Subscription.h"
 
 #include <QSizeF>
@@ -58,6 +59,8 @@ private:
     void scaleMenusAndAlerts();
 
     TensioManager& m_tensioManager;
+    // Before the panels: it is up to date when one of them opens an alert.
+    StatusViewModel m_status;
     QWidget& m_contentView;
     std::unique_ptr<QWidget> m_view;
     std::unique_ptr<Ui::Tensio> m_ui;

@@ -14,26 +14,27 @@
 
 namespace tensio {
 
-HistoryViewController::HistoryViewController(TensioManager& tensioManager, QWidget& view)
+HistoryViewController::HistoryViewController(
+    TensioManager& tensioManager, StatusViewModel& status, QWidget& view)
     : m_tensioManager(tensioManager)
     , m_view(view)
     , m_ui(std::make_unique<Ui::History>())
     , m_viewModel(tensioManager)
 {
     m_ui->setupUi(&m_view);
-    viewDidLoad();
+    viewDidLoad(status);
 }
 
 HistoryViewController::~HistoryViewController() = default;
 
-void HistoryViewController::viewDidLoad()
+void HistoryViewController::viewDidLoad(StatusViewModel& status)
 {
     m_subscriptions.push_back(m_viewModel.measurements.observeChanges(
         [this](Measurements const& page) { rebuild(page); }));
     runOnClick(*m_ui->backButton, m_viewModel.cocoaActionDecSliceStartIndex, *this);
     runOnClick(*m_ui->forwardButton, m_viewModel.cocoaActionIncSliceStartIndex, *this);
     m_statusLine = std::make_unique<StatusLine>(
-        m_tensioManager, *m_ui->hintLabel, *m_ui->countLabel, *m_ui->savedButton);
+        status, *m_ui->hintLabel, *m_ui->countLabel, *m_ui->savedButton);
     setNameFromTemplate(*m_ui->averageLabel, m_ui->averageLabel->text());
     m_subscriptions.push_back(m_viewModel.selectedAverage.observeChanges([this](float average) {
         setLabelText(*m_ui->averageLabel, QString::fromStdString(pressureText(average)));

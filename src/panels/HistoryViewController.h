@@ -26,8 +26,8 @@ class HistoryViewController : public QObject {
     Q_DISABLE_COPY_MOVE(HistoryViewController)
 
 public:
-    // The view is not owned; it and the manager must outlive the controller.
-    HistoryViewController(TensioManager& tensioManager, QWidget& view);
+    // Nothing handed in is owned; all must outlive the controller.
+    HistoryViewController(TensioManager& tensioManager, StatusViewModel& status, QWidget& view);
     ~HistoryViewController() override;
 
     // Gives the strip its border and shaded background.
@@ -36,7 +36,7 @@ public:
     void addCommands(QMenu& menu);
 
 private:
-    void viewDidLoad();
+    void viewDidLoad(StatusViewModel& status);
     // -1: the beginning of the list; +1: its end.
     void showEnd(int direction);
     void rebuild(Measurements const& measurements);

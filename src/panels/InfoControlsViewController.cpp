@@ -19,14 +19,14 @@ namespace {
 constexpr std::array percentages {1, 100, 90, 80, 70, 60, 50, 40, 30, 20, 10};
 }
 
-InfoControlsViewController::InfoControlsViewController(
-    TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QWidget& view)
+InfoControlsViewController::InfoControlsViewController(TensioManager& tensioManager,
+    StatusViewModel& status, RunLoop& runLoop, Alerts& alerts, QWidget& view)
     : m_tensioManager(tensioManager)
+    , m_status(status)
     , m_alerts(alerts)
     , m_view(view)
     , m_ui(std::make_unique<Ui::InfoControls>())
     , m_viewModel(tensioManager, runLoop)
-    , m_statusViewModel(tensioManager)
     , m_startAction(
           [this](Nothing) { return SignalProducer<Nothing>::completingAfter([this] { start(); }); })
     , m_cocoaActionStart(m_startAction, Nothing {})
@@ -78,7 +78,7 @@ void InfoControlsViewController::showReadOuts()
     m_subscriptions.push_back(m_viewModel.targetBasis.observe([this](std::string const& basis) {
         setLabelText(*m_ui->basisLabel, QString::fromStdString(basis));
     }));
-    m_subscriptions.push_back(m_statusViewModel.state.observe([this](std::string const& state) {
+    m_subscriptions.push_back(m_status.state.observe([this](std::string const& state) {
         setLabelText(*m_ui->statusLabel, QString::fromStdString(state));
     }));
 }

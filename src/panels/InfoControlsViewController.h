@@ -29,8 +29,8 @@ class InfoControlsViewController : public QObject {
 
 public:
     // Nothing handed in is owned; all must outlive the controller.
-    InfoControlsViewController(
-        TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QWidget& view);
+    InfoControlsViewController(TensioManager& tensioManager, StatusViewModel& status,
+        RunLoop& runLoop, Alerts& alerts, QWidget& view);
     ~InfoControlsViewController() override;
 
     // Start and Finish with their keys.
@@ -47,11 +47,11 @@ private:
     void connectionEvent(Event<Nothing, ErrorRef> const& event);
 
     TensioManager& m_tensioManager;
+    StatusViewModel& m_status;
     Alerts& m_alerts;
     QWidget& m_view;
     std::unique_ptr<Ui::InfoControls> m_ui;
     InfoControlsViewModel m_viewModel;
-    StatusViewModel m_statusViewModel;
     Action<Nothing> m_startAction;
     CocoaAction m_cocoaActionStart;
     // While the dialog is open.

@@ -21,25 +21,24 @@ QString savedText(QFileInfo const& file)
 
 } // namespace
 
-StatusLine::StatusLine(
-    TensioManager& tensioManager, QLabel& hint, QLabel& count, QPushButton& saved)
-    : m_hint(hint)
+StatusLine::StatusLine(StatusViewModel& status, QLabel& hint, QLabel& count, QPushButton& saved)
+    : m_status(status)
+    , m_hint(hint)
     , m_saved(saved)
-    , m_viewModel(tensioManager)
 {
     setAccessibleRole(m_hint, QAccessible::Notification);
     m_saved.installEventFilter(this);
     connect(&m_saved, &QPushButton::clicked, this, &StatusLine::openFolder);
-    m_subscriptions.push_back(m_viewModel.hint.observe([this](std::string const& text) {
+    m_subscriptions.push_back(m_status.hint.observe([this](std::string const& text) {
         setLabelText(m_hint, QString::fromStdString(text));
         announcePolitely(m_hint, m_hint.text());
     }));
-    m_subscriptions.push_back(m_viewModel.count.observe([&count](std::string const& text) {
+    m_subscriptions.push_back(m_status.count.observe([&count](std::string const& text) {
         setLabelText(count, QString::fromStdString(text));
         count.setVisible(!text.empty());
     }));
     m_subscriptions.push_back(
-        m_viewModel.savedPath.observe([this](std::string const& path) { showSavedPath(path); }));
+        m_status.savedPath.observe([this](std::string const& path) { showSavedPath(path); }));
 }
 
 bool StatusLine::eventFilter(QObject* watched, QEvent* event)
@@ -74,7 +73,7 @@ void StatusLine::elideSavedText()
 
 void StatusLine::openFolder() const
 {
-    auto const file = QString::fromStdString(m_viewModel.savedPath.value());
+    auto const file = QString::fromStdString(m_status.savedPath.value());
     QDesktopServices::openUrl(QUrl::fromLocalFile(QFileInfo(file).path()));
 }
 

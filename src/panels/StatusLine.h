@@ -18,7 +18,7 @@ class StatusLine : public QObject {
 public:
     // The saved button stands where the hint does and opens the folder. Nothing is owned; all must
     // outlive the line.
-    StatusLine(TensioManager& tensioManager, QLabel& hint, QLabel& count, QPushButton& saved);
+    StatusLine(StatusViewModel& status, QLabel& hint, QLabel& count, QPushButton& saved);
 
 protected:
     // Elides the file name again when its width changes.
@@ -29,9 +29,9 @@ private:
     void elideSavedText();
     void openFolder() const;
 
+    StatusViewModel& m_status;
     QLabel& m_hint;
     QPushButton& m_saved;
-    StatusViewModel m_viewModel;
     Subscriptions m_subscriptions;
 };
 

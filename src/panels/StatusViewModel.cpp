@@ -22,11 +22,17 @@ StatusViewModel::StatusViewModel(TensioManager& tensioManager)
 {
     m_subscriptions.push_back(savedPath.bindTo(tensioManager.savedPath()));
     m_subscriptions.push_back(tensioManager.connectAction.observe([this](auto const& event) {
-        m_isPortOpen = std::holds_alternative<ValueEvent<Nothing>>(event);
+        if (std::holds_alternative<ValueEvent<Nothing>>(event))
+            m_portState = State::Waiting;
+        else if (std::holds_alternative<FailedEvent<ErrorRef>>(event))
+            m_portState = State::NotConnected;
         update();
     }));
-    for (auto* property : {&tensioManager.isMeasuring, &tensioManager.isRecording})
-        m_subscriptions.push_back(property->observeChanges([this](bool) { update(); }));
+    m_subscriptions.push_back(tensioManager.isMeasuring.observeChanges([this](bool) {
+        m_portState = State::Connecting;
+        update();
+    }));
+    m_subscriptions.push_back(tensioManager.isRecording.observeChanges([this](bool) { update(); }));
     m_subscriptions.push_back(tensioManager.sliceOfMeasurements.observeChanges(
         [this](Measurements const&) { update(); }));
     m_subscriptions.push_back(
@@ -43,6 +49,9 @@ void StatusViewModel::update()
         break;
     case State::Connecting:
         setIfChanged(state, "接続中…");
+        break;
+    case State::NotConnected:
+        setIfChanged(state, "未接続");
         break;
     case State::Waiting:
         setIfChanged(state, "測定待ち");
@@ -61,7 +70,7 @@ StatusViewModel::State StatusViewModel::currentState() const
         return State::Idle;
     if (m_tensioManager.isRecording.value())
         return State::Recording;
-    return m_isPortOpen ? State::Waiting : State::Connecting;
+    return m_portState;
 }
 
 std::string StatusViewModel::currentHint(State now) const
@@ -69,6 +78,8 @@ std::string StatusViewModel::currentHint(State now) const
     auto const& measurements = m_tensioManager.measurementList.measurements();
     if (now == State::Connecting)
         return "測定器に接続しています…";
+    if (now == State::NotConnected)
+        return "測定器に接続できませんでした";
     if (now == State::Idle && measurements.empty())
         return "「開始」を押すと測定を始められます";
     if (now == State::Idle)

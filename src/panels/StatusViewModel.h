@@ -26,7 +26,7 @@ public:
     MutableProperty<std::string> savedPath {{}};
 
 private:
-    enum class State { Idle, Connecting, Waiting, Recording };
+    enum class State { Idle, Connecting, NotConnected, Waiting, Recording };
 
     void update();
     State currentState() const;
@@ -34,7 +34,8 @@ private:
     std::string currentCount(State now) const;
 
     TensioManager& m_tensioManager;
-    bool m_isPortOpen = false;
+    // Of the running connection while it records nothing.
+    State m_portState = State::Connecting;
     Subscriptions m_subscriptions;
 };
 

@@ -86,3 +86,26 @@ TEST(TensioView, MarksSimulatedReadingsUntilTheNextConnection)
         EXPECT_EQ(find<QWidget>(desk.window, "simulationLabel").isVisible(), isSimulated);
     }
 }
+
+TEST(TensioView, ShowsNothingOfTheLastSessionNorAHopeBehindTheAlertOfAFailedConnection)
+{
+    Desk desk;
+    auto& graph = find<QWidget>(desk.window, "graphView");
+    auto const empty = graph.grab().toImage();
+    desk.connect();
+    desk.press({20.0});
+    desk.finish();
+    EXPECT_NE(graph.grab().toImage(), empty);
+    desk.ports.ports.clear();
+    desk.alerts.whileOpen = [&] {
+        EXPECT_EQ(graph.grab().toImage(), empty);
+        EXPECT_EQ(find<QLabel>(desk.window, "statusLabel").text(), QStringLiteral("未接続"));
+        EXPECT_EQ(find<QLabel>(desk.window, "hintLabel").text(),
+            QStringLiteral("測定器に接続できませんでした"));
+    };
+    desk.manager.connectAction.apply(Nothing {});
+    EXPECT_EQ(desk.alerts.messages.size(), 1U);
+    desk.ports.ports.push_back(desk.port);
+    desk.manager.connectAction.apply(Nothing {});
+    EXPECT_EQ(find<QLabel>(desk.window, "statusLabel").text(), QStringLiteral("接続中…"));
+}

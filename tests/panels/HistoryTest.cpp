@@ -1,6 +1,5 @@
 #include "panels/HistorySlice.h"
 #include "panels/HistoryViewController.h"
-#include "panels/StatusViewModel.h"
 #include "support/Session.h"
 #include "support/Ui.h"
 #include "toolkit/DesignFrame.h"
@@ -19,7 +18,8 @@ namespace {
 struct Strip {
     Session session;
     QWidget view;
-    HistoryViewController controller {session.manager, view};
+    StatusViewModel status {session.manager};
+    HistoryViewController controller {session.manager, status, view};
 
     explicit Strip(std::vector<double> const& presses)
     {
@@ -82,8 +82,8 @@ TEST(History, SaysTheStateTheNextStepAndTheCount)
 {
     Session session;
     QWidget view;
-    HistoryViewController const strip(session.manager, view);
-    StatusViewModel const status(session.manager);
+    StatusViewModel status(session.manager);
+    HistoryViewController const strip(session.manager, status, view);
     auto const expect = [&](char const* state, char const* hint, char const* count) {
         EXPECT_EQ(status.state.value(), state);
         EXPECT_EQ(find<QLabel>(view, "hintLabel").text(), QString::fromUtf8(hint));

@@ -18,8 +18,9 @@ namespace {
 struct Panel {
     Session session;
     QWidget window;
+    StatusViewModel status {session.manager};
     InfoControlsViewController controller {
-        session.manager, session.runLoop, session.alerts, window};
+        session.manager, status, session.runLoop, session.alerts, window};
     std::vector<std::string>& messages {session.alerts.messages};
 
     std::string text(char const* label) const

@@ -18,7 +18,9 @@ namespace {
 struct Dialog {
     Session session;
     QWidget mainWindow;
-    InfoControlsViewController panel {session.manager, session.runLoop, session.alerts, mainWindow};
+    StatusViewModel status {session.manager};
+    InfoControlsViewController panel {
+        session.manager, status, session.runLoop, session.alerts, mainWindow};
 
     Dialog() { click("segueButton"); }
 
