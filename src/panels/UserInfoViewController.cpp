@@ -32,6 +32,14 @@ QString enteredPressure(float pressure)
     return QString::fromStdString(pressureText(pressure));
 }
 
+// Nothing of it would be seen.
+bool isBlank(QString const& name)
+{
+    return std::ranges::all_of(name, [](QChar character) {
+        return character.isSpace() || character.category() == QChar::Other_Format;
+    });
+}
+
 float clampedTarget(float pressure)
 {
     return std::clamp(pressure, TensioManager::minTargetPressure, TensioManager::maxTargetPressure);
@@ -106,8 +114,10 @@ void UserInfoViewController::connectActions()
     stepOnKeys(*m_ui->incPressureButton, Qt::Key_Up, *m_ui->decPressureButton, Qt::Key_Down);
     clickOnKey(*m_ui->incPressureButton, Qt::Key_Up, *m_ui->pressureInput);
     clickOnKey(*m_ui->decPressureButton, Qt::Key_Down, *m_ui->pressureInput);
-    connect(m_ui->nameInput, &QLineEdit::textChanged, this,
-        [this] { setRefused(*m_ui->nameInput, *m_ui->nameHint, false); });
+    connect(m_ui->nameInput, &QLineEdit::textChanged, this, [this] {
+        showMissingName(false);
+        setRefused(*m_ui->nameInput, *m_ui->nameHint, false);
+    });
     connect(m_ui->pressureInput, &QLineEdit::textChanged, this,
         [this] { setRefused(*m_ui->pressureInput, *m_ui->pressureHint, false); });
 }
@@ -169,11 +179,24 @@ void UserInfoViewController::okAction()
         m_tensioManager.connectAction.apply(Nothing {});
 }
 
+void UserInfoViewController::showMissingName(bool isMissing)
+{
+    m_ui->nameHint->setText(isMissing ? QStringLiteral("氏名を入力してください（10文字まで）")
+                                      : QStringLiteral("10文字まで"));
+    m_ui->nameInput->setAccessibleDescription(m_ui->nameHint->text());
+}
+
 bool UserInfoViewController::acceptName()
 {
     auto const name = m_ui->nameInput->text();
+    if (isBlank(name)) {
+        m_ui->nameInput->clear();
+        showMissingName(true);
+        refuse(*m_ui->nameInput, *m_ui->nameHint);
+        return false;
+    }
     auto const end = endOfCharacters(name, maxNameLength);
-    if (!name.isEmpty() && end == name.size())
+    if (end == name.size())
         return true;
     m_ui->nameInput->setText(name.left(end));
     refuse(*m_ui->nameInput, *m_ui->nameHint);

@@ -49,6 +49,8 @@ private:
     void okAction();
 
     void changePressure(float step);
+    // Marks the name as missing, or not.
+    void showMissingName(bool isMissing);
     // True when the entry can be used; otherwise the field is corrected, marked and focused.
     bool acceptName();
     bool acceptPressure();

@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 
@@ -94,6 +95,7 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
     // Entries, what becomes of them, and the first letter of the refused one.
     for (auto const& [name, pressure, after, refused] :
         std::vector<std::tuple<std::string, char const*, std::string, char>> {{"", "5", "|5", 'n'},
+            {"\u3000 \u00a0\u2003\u200b", "5", "|5", 'n'},
             {ten + "👨‍👩‍👧", "5", ten + "|5", 'n'}, {ten, "nan", ten + "|nan", 'p'},
             {ten, "5", ten + "|10.0", 'p'}, {ten, "95", ten + "|80.0", 'p'},
             {ten, "80", ten + "|80", ' '}}) {
@@ -102,6 +104,8 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
         dialog.click("okButton");
         EXPECT_EQ(dialog.entries(), after);
         EXPECT_EQ(dialog.isConnecting(), refused == ' ');
+        EXPECT_EQ(find<QLabel>(dialog.window(), "nameHint").text().toStdString(),
+            dialog.name().text().isEmpty() ? "氏名を入力してください（10文字まで）" : "10文字まで");
         for (auto* input : {&dialog.name(), &dialog.pressure()}) {
             bool const isRefused = input->objectName().startsWith(QLatin1Char(refused));
             EXPECT_EQ(input->property("refused").toBool(), isRefused);
