@@ -1,8 +1,8 @@
 // A CSV file of 99 measurements with that many points each, UTF-16 included; the largest is ten
 // minutes each. /usr/bin/time -v build/default/bin/csv_bench also prints the peak of memory.
 
+#include "core/CsvBuilder.h"
 #include "core/Utf16.h"
-#include "output/CsvFiles.h"
 
 #include <benchmark/benchmark.h>
 
@@ -24,7 +24,7 @@ void buildCsv(benchmark::State& state)
     }
     for (auto const _ : state)
         benchmark::DoNotOptimize(
-            encodeUtf16(CsvFiles().all("山田 花子", "2024/03/05 14:07", measurements)));
+            encodeUtf16(csvOfAll("山田 花子", "2024/03/05 14:07", measurements)));
 }
 
 BENCHMARK(buildCsv)->Arg(3000)->Arg(6000)->Arg(12000)->Unit(benchmark::kMillisecond);

@@ -21,7 +21,7 @@ QString titleOf(SessionSummary const& session)
 Application::Application(Services services)
     : m_services(services)
     , m_tensioManager(services.ports, services.runLoop, services.clock, services.userDefaults,
-          {m_csvFiles, m_pdfRenderer, services.savePanel, services.fileWriter, services.screen,
+          {m_pdfRenderer, services.savePanel, services.fileWriter, services.screen,
               services.alerts})
     , m_sessionRecorder(m_tensioManager, services.sessionStore, services.runLoop, services.clock)
     , m_windowController(m_tensioManager, services.runLoop, services.alerts, m_printMenu)

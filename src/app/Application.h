@@ -7,7 +7,6 @@
 #include "app/Services.h"
 #include "core/SessionRecorder.h"
 #include "core/TensioManager.h"
-#include "output/CsvFiles.h"
 #include "printing/PageDrawing.h"
 #include "printing/QtPdfRenderer.h"
 #include "printing/QtReportPrinter.h"
@@ -34,7 +33,6 @@ private:
     void openPastSessions();
 
     Services m_services;
-    CsvFiles m_csvFiles;
     // The current paper of PDF files and of the printer.
     QPageLayout m_pageLayout {defaultPageLayout()};
     QtPdfRenderer m_pdfRenderer {m_pageLayout};

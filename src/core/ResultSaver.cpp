@@ -1,6 +1,6 @@
 #include "core/ResultSaver.h"
 
-#include "core/CsvFormat.h"
+#include "core/CsvBuilder.h"
 #include "core/DateText.h"
 #include "core/SavingMessages.h"
 #include "core/Utf16.h"
@@ -29,7 +29,7 @@ ScreenRect captureArea(Screen const& screen)
 } // namespace
 
 ResultSaver::ResultSaver(MutableProperty<std::string> const& username,
-    MeasurementList const& measurementList, SavingServices services)
+    MeasurementList const& measurementList, SavingServices const& services)
     : m_username(username)
     , m_measurementList(measurementList)
     , m_services(services)
@@ -40,8 +40,7 @@ bool ResultSaver::saveCsv()
 {
     auto const& measurements = m_measurementList.measurements();
     return !measurements.empty()
-        && saveAsCsv(
-            m_services.csvFormat.all(m_username.value(), dateText(measurements), measurements));
+        && saveAsCsv(csvOfAll(m_username.value(), dateText(measurements), measurements));
 }
 
 void ResultSaver::saveSelectedCsv()
@@ -49,7 +48,7 @@ void ResultSaver::saveSelectedCsv()
     auto const selection = m_measurementList.counted();
     if (selection.empty())
         return;
-    saveAsCsv(m_services.csvFormat.selected(m_username.value(), dateText(selection), selection,
+    saveAsCsv(csvOfSelected(m_username.value(), dateText(selection), selection,
         m_measurementList.selectedAverage.value(), m_measurementList.minSelectedPressure(),
         m_measurementList.maxSelectedPressure()));
 }

@@ -7,7 +7,6 @@
 namespace tensio {
 
 class Alerts;
-class CsvFormat;
 class FileWriter;
 class PdfRenderer;
 class PrintView;
@@ -16,7 +15,6 @@ class Screen;
 
 // The interfaces that saving uses.
 struct SavingServices {
-    CsvFormat const& csvFormat;
     PdfRenderer const& pdfRenderer;
     SavePanel& savePanel;
     FileWriter& fileWriter;
@@ -33,7 +31,7 @@ public:
 
     // Everything handed in must outlive the saver.
     ResultSaver(MutableProperty<std::string> const& username,
-        MeasurementList const& measurementList, SavingServices services);
+        MeasurementList const& measurementList, SavingServices const& services);
 
     // All measurements, or the selected ones; does nothing when there are none. True when a file
     // with all measurements was written.

@@ -1,8 +1,8 @@
 #include "output/GridPrintView.h"
 
 #include "core/NumberText.h"
+#include "core/SelectionMarks.h"
 #include "output/ReportDate.h"
-#include "output/SelectionMarks.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,6 @@
 
 #include "core/TensioManager.h"
 #include "device-simulator/PressingStory.h"
-#include "output/CsvFiles.h"
 #include "support/FakeSerialPort.h"
 #include "support/Fakes.h"
 #include "support/ManualRunLoop.h"
@@ -51,14 +50,13 @@ struct Surroundings {
 
 // The session manager alone.
 struct Session : Surroundings {
-    CsvFiles csvFiles;
     FakePdfRenderer pdfRenderer;
     TensioManager manager;
 
     explicit Session(std::map<std::string, float> settings = {})
         : Surroundings(std::move(settings))
-        , manager(ports, runLoop, clock, userDefaults,
-              {csvFiles, pdfRenderer, saving, saving, saving, alerts})
+        , manager(
+              ports, runLoop, clock, userDefaults, {pdfRenderer, saving, saving, saving, alerts})
     {
     }
 

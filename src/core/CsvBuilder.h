@@ -29,4 +29,12 @@ private:
     std::string m_csv;
 };
 
+// The files that the program saves (UTF-8): cells separated by TAB, lines ended by CR LF. The date
+// is text, written as it is.
+std::string csvOfAll(
+    std::string const& name, std::string const& date, Measurements const& measurements);
+// At most three measurements; average, smallest and largest best pressure in kPa.
+std::string csvOfSelected(std::string const& name, std::string const& date,
+    Measurements const& measurements, float average, float min, float max);
+
 } // namespace tensio

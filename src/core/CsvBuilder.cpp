@@ -1,7 +1,7 @@
-#include "output/CsvBuilder.h"
+#include "core/CsvBuilder.h"
 
 #include "core/NumberText.h"
-#include "output/SelectionMarks.h"
+#include "core/SelectionMarks.h"
 
 #include <algorithm>
 #include <array>
@@ -25,6 +25,13 @@ std::string tagOf(float pressure, float min, float max)
     if (pressure == max)
         return "max";
     return pressure == min ? "min" : "";
+}
+
+CsvBuilder begin(std::string const& name, std::string const& date)
+{
+    CsvBuilder builder("\r\n", "\t");
+    builder.appendHeader(name, date);
+    return builder;
 }
 
 } // namespace
@@ -101,6 +108,18 @@ void CsvBuilder::appendPoints(Measurements const& measurements)
         }
         m_csv += m_newline;
     }
+}
+
+std::string csvOfAll(
+    std::string const& name, std::string const& date, Measurements const& measurements)
+{
+    return begin(name, date).build(measurements);
+}
+
+std::string csvOfSelected(std::string const& name, std::string const& date,
+    Measurements const& measurements, float average, float min, float max)
+{
+    return begin(name, date).buildSelected(measurements, average, min, max);
 }
 
 } // namespace tensio

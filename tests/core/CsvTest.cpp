@@ -1,17 +1,17 @@
-#include "output/CsvFiles.h"
+#include "core/CsvBuilder.h"
 #include "support/Reports.h"
 
 #include <gtest/gtest.h>
 
 using namespace tensio;
 
-TEST(CsvFiles, PutsEveryMeasurementInABlockOfItsOwn)
+TEST(Csv, PutsEveryMeasurementInABlockOfItsOwn)
 {
     auto const measurements = finishedMeasurements(3);
     measurements[0]->pressurePoints = {5.0f, 12.34f, 10.0f};
     measurements[1]->pressurePoints = {-9.0f, 11.0f};
     // The name stays one cell; a measurement without points keeps its columns.
-    EXPECT_EQ(CsvFiles().all("山\t田\r\n", "2019/04/01 10:30", measurements),
+    EXPECT_EQ(csvOfAll("山\t田\r\n", "2019/04/01 10:30", measurements),
         "氏名\t山 田  \r\n"
         "測定日時\t2019/04/01 10:30\r\n"
         "\r\n"
@@ -23,10 +23,10 @@ TEST(CsvFiles, PutsEveryMeasurementInABlockOfItsOwn)
         "0.05\t5.0\t\t0.05\t-9.0\t\t\t\t\t\r\n"
         "0.10\t12.3\t\t0.10\t11.0\t\t\t\t\t\r\n"
         "0.15\t10.0\t\t\t\t\t\t\t\t\r\n");
-    EXPECT_EQ(CsvFiles().all("", "", {}), "氏名\t\r\n測定日時\t\r\n\r\n\r\n\r\n\r\n\r\n");
+    EXPECT_EQ(csvOfAll("", "", {}), "氏名\t\r\n測定日時\t\r\n\r\n\r\n\r\n\r\n\r\n");
 }
 
-TEST(CsvFiles, MarksTheSelectionByPositionAndTagsItsExtremes)
+TEST(Csv, MarksTheSelectionByPositionAndTagsItsExtremes)
 {
     struct {
         std::vector<float> bests;
@@ -40,7 +40,7 @@ TEST(CsvFiles, MarksTheSelectionByPositionAndTagsItsExtremes)
         for (std::size_t index = 0; index < bests.size(); ++index)
             measurements[index]->bestPressure = bests[index];
         auto const [min, max] = std::ranges::minmax(bests);
-        EXPECT_EQ(CsvFiles().selected("名", "日", measurements, 22.47f, min, max),
+        EXPECT_EQ(csvOfSelected("名", "日", measurements, 22.47f, min, max),
             "氏名\t名\r\n測定日時\t日\r\n\r\n選択した最大圧データ(kPa)\r\n" + lines
                 + "\r\n選択した最大圧データの平均値(kPa)\r\n\t22.5\r\n");
     }
