@@ -9,7 +9,7 @@
 #include "core/TensioManager.h"
 #include "printing/PageDrawing.h"
 #include "printing/QtPdfRenderer.h"
-#include "printing/QtReportPrinter.h"
+#include "printing/ReportPrinter.h"
 
 #include <QMenu>
 #include <QObject>
@@ -41,7 +41,7 @@ private:
     QMenu m_defaultTargetMenu;
     QMenu m_printMenu;
     MainWindowController m_windowController;
-    QtReportPrinter m_reportPrinter;
+    ReportPrinter m_reportPrinter;
     AppDelegate m_delegate;
     MainMenu m_mainMenu;
     HelpMenu m_helpMenu;

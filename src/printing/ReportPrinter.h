@@ -1,15 +1,28 @@
 #pragma once
 
-#include "output/Reports.h"
-#include "reactive/Interface.h"
+#include "printing/PrintPreviewController.h"
 
 namespace tensio {
 
-// Prints a report after the user has seen and accepted it.
-class ReportPrinter : public Interface {
+// Opens the preview, from which the user prints. The report and its measurements are dropped when
+// the preview closes.
+class ReportPrinter {
 public:
+    // As for PrintPreviewController.
+    ReportPrinter(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
+        QPageLayout& pageLayout, QWidget& parent);
+
     // Returns at once; only where hasReport().
-    virtual void print(ReportKind kind) = 0;
+    void print(ReportKind kind);
+
+private:
+    TensioManager& m_tensioManager;
+    PrintPanels& m_panels;
+    Alerts& m_alerts;
+    QPageLayout& m_pageLayout;
+    QWidget& m_parent;
+    // While the preview is open.
+    std::unique_ptr<PrintPreviewController> m_preview;
 };
 
 } // namespace tensio

@@ -1,8 +1,8 @@
-#include "printing/QtReportPrinter.h"
+#include "printing/ReportPrinter.h"
 
 namespace tensio {
 
-QtReportPrinter::QtReportPrinter(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
+ReportPrinter::ReportPrinter(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
     QPageLayout& pageLayout, QWidget& parent)
     : m_tensioManager(tensioManager)
     , m_panels(panels)
@@ -12,7 +12,7 @@ QtReportPrinter::QtReportPrinter(TensioManager& tensioManager, PrintPanels& pane
 {
 }
 
-void QtReportPrinter::print(ReportKind kind)
+void ReportPrinter::print(ReportKind kind)
 {
     // Recreated each time so that it sees the current printers.
     m_preview = std::make_unique<PrintPreviewController>(
