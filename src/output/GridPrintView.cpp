@@ -27,7 +27,7 @@ constexpr auto footText = "＜ORV舌圧測定器での測定結果＞";
 // Writes the lines of one block from its top downwards.
 class BlockWriter {
 public:
-    BlockWriter(PrintCanvas& canvas, PrintRect block)
+    BlockWriter(PrintCanvas& canvas, PrintRect const& block)
         : m_canvas(canvas)
         , m_block(block)
         , m_y(block.y)
@@ -40,8 +40,8 @@ public:
 
     void centre(double fontSize, std::string const& text)
     {
-        m_canvas.drawText({m_block.x, m_y, m_block.width, height(fontSize)}, fontSize,
-            TextAlignment::Centre, text);
+        m_canvas.drawText({m_block.x, m_y, m_block.width, height(fontSize)},
+            {fontSize, TextAlignment::Centre}, text);
     }
 
     void row(std::string const& label, float pressure)
@@ -49,7 +49,7 @@ public:
         double x = m_block.x;
         auto const cell = [&](double width, std::string const& text) {
             m_canvas.drawText(
-                {x, m_y, width, height(rowFont)}, rowFont, TextAlignment::Right, text);
+                {x, m_y, width, height(rowFont)}, {rowFont, TextAlignment::Right}, text);
             x += width;
         };
         cell(col1Width, label);

@@ -53,7 +53,7 @@ void drawLine(PrintCanvas& canvas, PrintRect const& page, int index, Line const&
     double const height = lineHeight(canvas, fontSize);
     for (std::size_t column = 0; column < columns.size(); ++column) {
         auto const& [x, width, alignment, heading] = columns[column];
-        canvas.drawText({page.x + x, page.y + index * height, width, height}, fontSize, alignment,
+        canvas.drawText({page.x + x, page.y + index * height, width, height}, {fontSize, alignment},
             line[column]);
     }
 }

@@ -4,6 +4,11 @@ namespace tensio {
 
 // Lengths of printing are points, 1/72 inch; y grows downwards from the top left of the paper.
 
+struct PrintPoint {
+    double x = 0.0;
+    double y = 0.0;
+};
+
 struct PrintRect {
     double x = 0.0;
     double y = 0.0;

@@ -1,10 +1,13 @@
 #include "printing/QtPrintCanvas.h"
 
+#include "toolkit/Colors.h"
+
 #include <QFont>
 #include <QFontMetricsF>
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 
 namespace tensio {
 
@@ -14,13 +17,23 @@ namespace {
 // hinting would distort the widths.
 constexpr int measuringSize = 1000;
 
-QFont printFont()
+QFont printFont(bool isBold = false)
 {
     QFont font;
     font.setFamilies({QStringLiteral("VL PGothic"), QStringLiteral("Noto Sans CJK JP")});
     font.setPixelSize(measuringSize);
     font.setHintingPreference(QFont::PreferNoHinting);
+    font.setBold(isBold);
     return font;
+}
+
+QColor colorOf(Ink ink)
+{
+    // In the order of Ink.
+    static constexpr std::array<QColor, 8> inks {QColor(0, 0, 0), colors::text,
+        QColor(0x5b, 0x64, 0x72), QColor(0xdb, 0xdb, 0xdb), colors::accent,
+        QColor(0xc4, 0x00, 0x10), QColor(0x16, 0x80, 0x2a), QColor(0xff, 0xff, 0xff)};
+    return inks.at(static_cast<std::size_t>(ink));
 }
 
 double startOf(TextAlignment alignment, double room)
@@ -43,22 +56,21 @@ double QtPrintCanvas::capHeight(double fontSize) const
     return QFontMetricsF(printFont()).capHeight() * fontSize / measuringSize;
 }
 
-void QtPrintCanvas::drawText(
-    PrintRect rect, double fontSize, TextAlignment alignment, std::string const& text)
+void QtPrintCanvas::drawText(PrintRect rect, TextStyle style, std::string const& text)
 {
     auto const string = QString::fromStdString(text);
-    auto const font = printFont();
+    auto const font = printFont(style.isBold);
     QFontMetricsF const metrics(font);
-    double const scale = fontSize / measuringSize;
+    double const scale = style.fontSize / measuringSize;
     double const width = metrics.horizontalAdvance(string) * scale;
     double const squeeze = width > rect.width ? rect.width / width : 1.0;
     double const room = rect.width - width * squeeze;
-    double const baseline = rect.y + (rect.height + capHeight(fontSize)) / 2.0;
+    double const baseline = rect.y + (rect.height + capHeight(style.fontSize)) / 2.0;
 
     m_painter->save();
-    m_painter->setPen(Qt::black);
+    m_painter->setPen(colorOf(style.ink));
     m_painter->setFont(font);
-    m_painter->translate(rect.x + startOf(alignment, room), baseline);
+    m_painter->translate(rect.x + startOf(style.alignment, room), baseline);
     m_painter->scale(scale * squeeze, scale);
     m_painter->drawText(QPointF(0.0, 0.0), string);
     m_painter->restore();
@@ -69,6 +81,23 @@ void QtPrintCanvas::strokeRect(PrintRect rect)
     m_painter->setBrush(Qt::NoBrush);
     m_painter->setPen(QPen(Qt::black, 1.0, Qt::SolidLine, Qt::FlatCap, Qt::MiterJoin));
     m_painter->drawRect(QRectF(rect.x, rect.y, rect.width, rect.height));
+}
+
+void QtPrintCanvas::strokeLine(std::vector<PrintPoint> const& points, Stroke stroke)
+{
+    QPolygonF line;
+    for (auto const& point : points)
+        line << QPointF(point.x, point.y);
+    m_painter->setPen(
+        QPen(colorOf(stroke.ink), stroke.width, Qt::SolidLine, Qt::FlatCap, Qt::BevelJoin));
+    m_painter->drawPolyline(line);
+}
+
+void QtPrintCanvas::fillCircle(PrintPoint centre, double radius, Ink ink)
+{
+    m_painter->setPen(Qt::NoPen);
+    m_painter->setBrush(colorOf(ink));
+    m_painter->drawEllipse(QPointF(centre.x, centre.y), radius, radius);
 }
 
 } // namespace tensio

@@ -19,9 +19,10 @@ public:
     }
 
     double capHeight(double fontSize) const override;
-    void drawText(
-        PrintRect rect, double fontSize, TextAlignment alignment, std::string const& text) override;
+    void drawText(PrintRect rect, TextStyle style, std::string const& text) override;
     void strokeRect(PrintRect rect) override;
+    void strokeLine(std::vector<PrintPoint> const& points, Stroke stroke) override;
+    void fillCircle(PrintPoint centre, double radius, Ink ink) override;
 
 private:
     QPainter* m_painter;

@@ -54,7 +54,7 @@ TEST(QtPrintCanvas, CondensesATextIntoItsCell)
     for (auto const* text : {"山", "齋藤鷹一郎左衛門尉殿👨‍👩‍👧‍👦"}) {
         for (auto const alignment :
             {TextAlignment::Left, TextAlignment::Centre, TextAlignment::Right}) {
-            QtPrintCanvas(&painter).drawText({20.0, 20.0, 40.0, 24.0}, 14.0, alignment, text);
+            QtPrintCanvas(&painter).drawText({20.0, 20.0, 40.0, 24.0}, {14.0, alignment}, text);
             EXPECT_NE(paper, blank) << text;
             painter.fillRect(20, 20, 40, 24, Qt::white);
             EXPECT_EQ(paper, blank) << text;

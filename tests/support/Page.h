@@ -3,12 +3,14 @@
 #include "core/NumberText.h"
 #include "platform/PrintView.h"
 
+#include <algorithm>
 #include <vector>
 
 namespace tensio {
 
-// What is drawn on a page, a line each: "x y width height size alignment text", or "frame" after
-// the rectangle. A line of 8 points is 11.3 points high.
+// What is drawn on a page, a line each: "x y width height size alignment text", "frame" after a
+// rectangle, "line" after its points, "dot" after its centre and radius; ink as a number. A line of
+// 8 points is 11.3 points high.
 class Page : public PrintCanvas {
 public:
     Page() = default;
@@ -22,17 +24,39 @@ public:
     using Lines = std::vector<std::string>;
     Lines lines;
 
+    // Lines and dots of that ink.
+    Lines drawn(std::string const& ink) const
+    {
+        Lines drawn;
+        std::ranges::copy_if(lines, std::back_inserter(drawn), [&](auto const& line) {
+            return line.ends_with(" line " + ink) || line.ends_with(" dot " + ink);
+        });
+        return drawn;
+    }
+
     double capHeight(double fontSize) const override { return fontSize * 5.65 / 8.0; }
-    void drawText(
-        PrintRect rect, double fontSize, TextAlignment alignment, std::string const& text) override
+    void drawText(PrintRect rect, TextStyle style, std::string const& text) override
     {
         constexpr std::string_view alignments = "<|>";
-        lines.push_back(numbers({rect.x, rect.y, rect.width, rect.height, fontSize})
-            + alignments.at(static_cast<std::size_t>(alignment)) + " " + text);
+        lines.push_back(numbers({rect.x, rect.y, rect.width, rect.height, style.fontSize})
+            + alignments.at(static_cast<std::size_t>(style.alignment)) + " " + text);
     }
     void strokeRect(PrintRect rect) override
     {
         lines.push_back(numbers({rect.x, rect.y, rect.width, rect.height}) + "frame");
+    }
+
+    void strokeLine(std::vector<PrintPoint> const& points, Stroke stroke) override
+    {
+        std::string places;
+        for (auto const& point : points)
+            places += numbers({point.x, point.y});
+        lines.push_back(places + "line " + std::to_string(static_cast<int>(stroke.ink)));
+    }
+    void fillCircle(PrintPoint centre, double radius, Ink ink) override
+    {
+        lines.push_back(
+            numbers({centre.x, centre.y, radius}) + "dot " + std::to_string(static_cast<int>(ink)));
     }
 
 private:
