@@ -23,4 +23,9 @@ std::string reportDateAndTime(Date date)
     return reportDate(date) + " " + reportTime(date);
 }
 
+std::string dateOfDay(Date date)
+{
+    return formatLocalTime(date, "%Y年%m月%d日");
+}
+
 } // namespace tensio

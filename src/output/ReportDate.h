@@ -10,5 +10,7 @@ namespace tensio {
 std::string reportDate(Date date);
 std::string reportTime(Date date);
 std::string reportDateAndTime(Date date);
+// "2024年03月05日".
+std::string dateOfDay(Date date);
 
 } // namespace tensio

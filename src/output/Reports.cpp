@@ -1,39 +1,38 @@
 #include "output/Reports.h"
 
 #include "core/TensioManager.h"
+#include "output/CurvesPrintView.h"
 #include "output/GridPrintView.h"
 #include "output/ListPrintView.h"
 
 namespace tensio {
 
-namespace {
-
-Measurements const& measurementsOf(TensioManager const& tensioManager)
-{
-    return tensioManager.measurementList.measurements();
-}
-
-} // namespace
-
 bool hasReport(ReportKind kind, TensioManager const& tensioManager)
 {
-    return kind == ReportKind::Selected ? !tensioManager.measurementList.counted().empty()
-                                        : !measurementsOf(tensioManager).empty();
+    auto const& list = tensioManager.measurementList;
+    bool const isEmpty
+        = kind == ReportKind::Selected ? list.counted().empty() : list.measurements().empty();
+    return !isEmpty && !tensioManager.isMeasuring.value();
 }
 
 std::unique_ptr<PrintView> makeReport(ReportKind kind, TensioManager const& tensioManager)
 {
     auto const& name = tensioManager.username.value();
     auto const& list = tensioManager.measurementList;
+    auto const selection = list.counted();
     switch (kind) {
     case ReportKind::List:
-        return std::make_unique<ListPrintView>(name, measurementsOf(tensioManager));
+        return std::make_unique<ListPrintView>(name, list.measurements());
     case ReportKind::Grid:
-        return std::make_unique<GridPrintView>(name, measurementsOf(tensioManager));
+        return std::make_unique<GridPrintView>(name, list.measurements());
+    case ReportKind::Curves:
+        return selection.empty()
+            ? std::make_unique<CurvesPrintView>(name, list.measurements(), false)
+            : std::make_unique<CurvesPrintView>(name, selection, true);
     case ReportKind::Selected:
         break;
     }
-    return std::make_unique<GridPrintView>(name, list.counted(),
+    return std::make_unique<GridPrintView>(name, selection,
         SelectionSummary {
             list.selectedAverage.value(), list.minSelectedPressure(), list.maxSelectedPressure()});
 }

@@ -8,12 +8,13 @@ namespace tensio {
 
 class TensioManager;
 
-enum class ReportKind { List, Grid, Selected };
+enum class ReportKind { List, Grid, Selected, Curves };
 
-// True if there are measurements to report.
+// True if there are measurements to report and none is going on.
 bool hasReport(ReportKind kind, TensioManager const& tensioManager);
 
-// A report of the current measurements. Requires hasReport().
+// A report of the current measurements; the curves are those of the selected ones, or of all when
+// none is selected. Requires hasReport().
 std::unique_ptr<PrintView> makeReport(ReportKind kind, TensioManager const& tensioManager);
 
 } // namespace tensio

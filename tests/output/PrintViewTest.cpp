@@ -1,3 +1,4 @@
+#include "output/CurvesPrintView.h"
 #include "output/GridPrintView.h"
 #include "output/ListPrintView.h"
 #include "output/Reports.h"
@@ -5,7 +6,9 @@
 #include "support/Reports.h"
 #include "support/Session.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <regex>
 
 using namespace tensio;
@@ -90,4 +93,32 @@ TEST(GridPrintView, SumsUpASelection)
             "177.0 233.8 30.0 19.8 14.0 > kPa", "77.0 253.6 60.0 19.8 14.0 > 最小値:",
             "137.0 253.6 40.0 19.8 14.0 > 10.0", "177.0 253.6 30.0 19.8 14.0 > kPa",
             "77.0 278.3 160.0 11.3 8.0 | ＜ORV舌圧測定器での測定結果＞"}));
+}
+
+TEST(CurvesPrintView, DrawsTheCurvesOfAPageOnOneScale)
+{
+    constexpr auto inf = std::numeric_limits<float>::infinity();
+    auto const measurements = finishedMeasurements(4);
+    measurements[0]->pressurePoints = {30.0f, 10.0f};
+    measurements[1]->pressurePoints = {NAN, inf, -5.0f};
+    measurements[1]->bestPressure = inf;
+    measurements[2]->pressurePoints = {60.0f};
+    measurements[3]->pressurePoints->assign(12000, 20.0f);
+    measurements[3]->pressurePoints->at(6001) = 13.0f;
+    CurvesPrintView view("山田", measurements, false);
+    ASSERT_EQ(view.paginate({}, Page()), 2);
+    // Axes from 96 to 499 and, for the first curve, from 300 up to 144: 6 s and 60 kPa.
+    EXPECT_EQ(Page(view, 1).drawn("4"),
+        (Page::Lines {"96.0 300.0 99.4 222.0 102.7 274.0 line 4", "102.7 364.0 106.1 520.0 line 4",
+            "96.0 740.0 99.4 584.0 line 4"}));
+    EXPECT_EQ(
+        Page(view, 1).drawn("6"), (Page::Lines {"102.7 274.0 3.0 dot 6", "102.7 364.0 3.0 dot 6"}));
+    EXPECT_EQ(Page(view, 1).drawn("5").front(), "96.0 222.0 499.0 222.0 line 5");
+    auto const longest = Page(view, 2).drawn("4").at(0);
+    EXPECT_LT(std::ranges::count(longest, '.'), 3500) << "what a painter draws at once";
+    EXPECT_NE(longest.find(" 297.6 232.4 298.0 196.0 "), std::string::npos) << "no point is lost";
+    // Two curves; one low one; less.
+    for (auto const& [paper, pages] :
+        {std::pair {PrintInfo {420, 595}, 2}, {{420, 310}, 4}, {{420, 300}, 0}, {{340, 595}, 0}})
+        EXPECT_EQ(view.paginate(paper, Page()), pages);
 }
