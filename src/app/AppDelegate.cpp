@@ -57,6 +57,11 @@ void AppDelegate::saveAsGridAction()
     saveAsPdf(ReportKind::Grid);
 }
 
+void AppDelegate::saveAsCurvesAction()
+{
+    saveAsPdf(ReportKind::Curves);
+}
+
 void AppDelegate::saveScreenshotAction()
 {
     m_screenshot = m_runLoop.scheduleAfter(menuCloseDelay, [this] {
@@ -80,12 +85,17 @@ void AppDelegate::printSelectedAction()
     m_reportPrinter.print(ReportKind::Selected);
 }
 
+void AppDelegate::printAsCurvesAction()
+{
+    m_reportPrinter.print(ReportKind::Curves);
+}
+
 bool AppDelegate::validateMenuItem(Command command) const
 {
     bool const needsSelection = command == &AppDelegate::saveSelectedAction
         || command == &AppDelegate::printSelectedAction;
     auto const kind = needsSelection ? ReportKind::Selected : ReportKind::List;
-    return hasReport(kind, m_tensioManager) && !m_tensioManager.isMeasuring.value();
+    return hasReport(kind, m_tensioManager);
 }
 
 void AppDelegate::saveAsPdf(ReportKind kind)

@@ -27,11 +27,13 @@ public:
     void saveSelectedAction();
     void saveAsListAction();
     void saveAsGridAction();
+    void saveAsCurvesAction();
     // A moment later, when the menu that it was chosen from has left the screen.
     void saveScreenshotAction();
     void printAsListAction();
     void printAsGridAction();
     void printSelectedAction();
+    void printAsCurvesAction();
 
     // True if the command is enabled. Commands must not be run otherwise.
     bool validateMenuItem(Command command) const;

@@ -42,6 +42,7 @@ void MainMenu::addFileMenu()
     menu.addSeparator();
     add(menu, QStringLiteral("一覧をPDFとして保存(&L)…"), &AppDelegate::saveAsListAction);
     add(menu, QStringLiteral("グリッドをPDFとして保存(&G)…"), &AppDelegate::saveAsGridAction);
+    add(menu, QStringLiteral("波形をPDFとして保存(&W)…"), &AppDelegate::saveAsCurvesAction);
     menu.addSeparator();
     add(menu, QStringLiteral("画面を保存(&I)…"), &AppDelegate::saveScreenshotAction);
     menu.addSeparator();
@@ -86,6 +87,7 @@ void MainMenu::addPrintMenu(QMenu& menu)
     add(menu, QStringLiteral("グリッドを印刷(&G)…"), &AppDelegate::printAsGridAction,
         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
     add(menu, QStringLiteral("選択した測定を印刷(&S)…"), &AppDelegate::printSelectedAction);
+    add(menu, QStringLiteral("波形を印刷(&W)…"), &AppDelegate::printAsCurvesAction);
 }
 
 void MainMenu::add(

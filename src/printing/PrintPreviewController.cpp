@@ -29,7 +29,7 @@ namespace tensio {
 
 namespace {
 // Room for its bars and half a page at scale 1.
-constexpr QSize smallestSize(900, 460);
+constexpr QSize smallestSize(1000, 460);
 
 // Draws a fine edge around a page, and the background over the hard black shadow that the preview
 // draws to the right of and below it. An effect, since the preview takes every item for a page.
@@ -105,6 +105,7 @@ void PrintPreviewController::connectButtons()
     onClick(m_ui->listButton, [this] { choose(ReportKind::List); });
     onClick(m_ui->gridButton, [this] { choose(ReportKind::Grid); });
     onClick(m_ui->selectedButton, [this] { choose(ReportKind::Selected); });
+    onClick(m_ui->curvesButton, [this] { choose(ReportKind::Curves); });
     onClick(m_ui->previousButton, [this] { turnPage(-1); });
     onClick(m_ui->nextButton, [this] { turnPage(+1); });
     onClick(m_ui->zoomInButton, [this] {
@@ -153,6 +154,7 @@ void PrintPreviewController::show(ReportKind kind)
     m_ui->listButton->setChecked(kind == ReportKind::List);
     m_ui->gridButton->setChecked(kind == ReportKind::Grid);
     m_ui->selectedButton->setChecked(kind == ReportKind::Selected);
+    m_ui->curvesButton->setChecked(kind == ReportKind::Curves);
     choose(kind);
     m_window->show();
     m_preview->fitToWidth();

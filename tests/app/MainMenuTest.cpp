@@ -30,7 +30,7 @@ TEST(MainMenu, EnablesItsCommandsAsTheSessionAllows)
     EXPECT_FALSE(desk.isSleepInhibited);
     for (bool const isSelected : {false, true, false}) {
         desk.manager.measurementList.measurements()[0]->isCounted.setValue(isSelected);
-        EXPECT_EQ(enabled(), isSelected ? 8 : 6);
+        EXPECT_EQ(enabled(), isSelected ? 10 : 8);
     }
 }
 
@@ -51,6 +51,7 @@ TEST(MainMenu, RunsEachCommand)
         {Row {"CSVを", "panel csv", csv("1回目")}, {"選択した測定のCSV", "panel csv", csv("①")},
             {"一覧をPDF", "panel pdf", "1 回目 20.0 kPa 30.0 kPa"},
             {"グリッドをPDF", "panel pdf", "計測回数： 1回目"},
+            {"波形をPDF", "panel pdf", "選択した測定 ① 1回目"},
             {"画面を", "panel png", "picture"}}) {
         desk.saving.log.clear();
         desk.command(title).trigger();
@@ -63,8 +64,9 @@ TEST(MainMenu, RunsEachCommand)
         EXPECT_NE(text.find(written), std::string::npos) << title << text;
         EXPECT_EQ(file.find("\x6a\x21\x64\xec") < file.size(), text != file) << "模擬 in UTF-16";
     }
-    for (auto const& [title, button] : {std::pair {"一覧を印刷", "listButton"},
-             {"グリッドを印刷", "gridButton"}, {"選択した測定を印刷", "selectedButton"}}) {
+    for (auto const& [title, button] :
+        {std::pair {"一覧を印刷", "listButton"}, {"グリッドを印刷", "gridButton"},
+            {"選択した測定を印刷", "selectedButton"}, {"波形を印刷", "curvesButton"}}) {
         desk.command(title).trigger();
         auto& preview = *QApplication::activeModalWidget();
         EXPECT_TRUE(find(preview, button).isChecked()) << title;
