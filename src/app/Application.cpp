@@ -36,8 +36,6 @@ Application::Application(Services services)
     m_delegate.applicationDidFinishLaunching();
     QApplication::setQuitOnLastWindowClosed(
         m_delegate.applicationShouldTerminateAfterLastWindowClosed());
-    m_subscriptions.push_back(m_tensioManager.serialPortManager.isSimulated.observe(
-        [this](bool isSimulated) { m_pdfRenderer.setSimulated(isSimulated); }));
     m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
         [this](bool isMeasuring) { m_services.sleepInhibitor.setInhibited(isMeasuring); }));
     keepSessions();

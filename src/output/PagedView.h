@@ -4,7 +4,8 @@
 
 namespace tensio {
 
-// Base of all reports: keeps the current page and its printable area inside the margins.
+// Base of all reports: keeps the current page, its printable area inside the margins, and whether
+// its readings are simulated.
 class PagedView : public PrintView {
 public:
     // Printable area of the paper, in points; empty until pagination.
@@ -12,6 +13,9 @@ public:
     // Counted from 0.
     int currentPage() const { return m_currentPage; }
 
+    void setSimulated(bool isSimulated) { m_isSimulated = isSimulated; }
+
+    bool isSimulated() const final { return m_isSimulated; }
     int paginate(PrintInfo const& info, PrintCanvas const& canvas) final;
     PrintRect rectForPage(int page) final;
 
@@ -22,6 +26,7 @@ protected:
 private:
     PrintRect m_pageRect;
     int m_currentPage = 0;
+    bool m_isSimulated = false;
 };
 
 // Distance between lines: twice the height of a capital.

@@ -7,15 +7,9 @@
 
 namespace tensio {
 
-bool hasReport(ReportKind kind, TensioManager const& tensioManager)
-{
-    auto const& list = tensioManager.measurementList;
-    bool const isEmpty
-        = kind == ReportKind::Selected ? list.counted().empty() : list.measurements().empty();
-    return !isEmpty && !tensioManager.isMeasuring.value();
-}
+namespace {
 
-std::unique_ptr<PrintView> makeReport(ReportKind kind, TensioManager const& tensioManager)
+std::unique_ptr<PagedView> unmarkedReport(ReportKind kind, TensioManager const& tensioManager)
 {
     auto const& name = tensioManager.username.value();
     auto const& list = tensioManager.measurementList;
@@ -35,6 +29,23 @@ std::unique_ptr<PrintView> makeReport(ReportKind kind, TensioManager const& tens
     return std::make_unique<GridPrintView>(name, selection,
         SelectionSummary {
             list.selectedAverage.value(), list.minSelectedPressure(), list.maxSelectedPressure()});
+}
+
+} // namespace
+
+bool hasReport(ReportKind kind, TensioManager const& tensioManager)
+{
+    auto const& list = tensioManager.measurementList;
+    bool const isEmpty
+        = kind == ReportKind::Selected ? list.counted().empty() : list.measurements().empty();
+    return !isEmpty && !tensioManager.isMeasuring.value();
+}
+
+std::unique_ptr<PrintView> makeReport(ReportKind kind, TensioManager const& tensioManager)
+{
+    auto report = unmarkedReport(kind, tensioManager);
+    report->setSimulated(tensioManager.serialPortManager.isSimulated.value());
+    return report;
 }
 
 } // namespace tensio

@@ -6,6 +6,7 @@
 #include <QPagedPaintDevice>
 #include <QPainter>
 
+#include <algorithm>
 #include <vector>
 
 namespace tensio {
@@ -14,6 +15,7 @@ namespace {
 
 constexpr double pointsPerInch = 72.0;
 constexpr double margin = 72.0;
+constexpr auto simulatedText = "模擬装置の値です（実際の測定ではありません）";
 
 std::vector<int> wantedPages(QPageRanges const& ranges, int count)
 {
@@ -23,6 +25,16 @@ std::vector<int> wantedPages(QPageRanges const& ranges, int count)
             pages.push_back(page);
     }
     return pages;
+}
+
+// In the larger of the margins above and below the layout, which the mark leaves as it is.
+void markSimulated(PrintCanvas& canvas, PrintInfo const& info)
+{
+    constexpr double leastHeight = 10.0;
+    bool const isAbove = info.topMargin >= info.bottomMargin;
+    double const height = std::max(leastHeight, isAbove ? info.topMargin : info.bottomMargin);
+    canvas.drawText({0.0, isAbove ? 0.0 : info.paperHeight - height, info.paperWidth, height},
+        {std::min(10.0, height - 2.0), TextAlignment::Centre, Ink::Target, true}, simulatedText);
 }
 
 } // namespace
@@ -54,7 +66,8 @@ bool hasPages(PrintView& view, QPageLayout const& layout)
 
 bool drawPages(PrintView& view, QPagedPaintDevice& device)
 {
-    auto const count = view.paginate(printInfo(device.pageLayout()), QtPrintCanvas());
+    auto const info = printInfo(device.pageLayout());
+    auto const count = view.paginate(info, QtPrintCanvas());
     auto const pages = wantedPages(device.pageRanges(), count);
     QPainter painter;
     if (pages.empty() || !painter.begin(&device))
@@ -70,6 +83,8 @@ bool drawPages(PrintView& view, QPagedPaintDevice& device)
             return false;
         view.rectForPage(page);
         view.draw(canvas);
+        if (view.isSimulated())
+            markSimulated(canvas, info);
     }
     return painter.end();
 }

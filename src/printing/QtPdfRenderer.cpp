@@ -18,7 +18,7 @@ std::optional<std::string> QtPdfRenderer::render(PrintView& view) const
     buffer.open(QIODevice::WriteOnly);
     {
         QPdfWriter writer(&buffer);
-        writer.setTitle(reportTitle(m_isSimulated));
+        writer.setTitle(reportTitle(view.isSimulated()));
         writer.setCreator(QStringLiteral("tensio"));
         writer.setPageLayout(m_layout);
         if (!drawPages(view, writer))

@@ -16,15 +16,11 @@ public:
     }
     explicit QtPdfRenderer(QPageLayout&&) = delete;
 
-    // Marks the title of the files.
-    void setSimulated(bool isSimulated) { m_isSimulated = isSimulated; }
-
     bool hasRoomFor(PrintView& view) const override;
     std::optional<std::string> render(PrintView& view) const override;
 
 private:
     QPageLayout const& m_layout;
-    bool m_isSimulated = false;
 };
 
 } // namespace tensio

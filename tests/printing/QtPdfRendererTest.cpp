@@ -27,6 +27,17 @@ TEST(QtPdfRenderer, MakesFilesThatCanBeSearched)
         << text;
     QString const lowerHalf = QStringLiteral("-x 0 -y 421 -W 595 -H 421");
     EXPECT_TRUE(pdfText(pdf, lowerHalf.split(u' ')).ends_with(" 99 回目 17.0 kPa 30.0 kPa"));
+
+    list.setSimulated(true);
+    for (auto const& [top, pageEnd] : {std::pair {72.0, " 17.0 kPa 30.0 kPa"},
+             {4.0, "模擬装置の値です（実際の測定ではありません）"}}) {
+        layout.setMargins({40.0, top, 40.0, 72.0});
+        auto const marked = QtPdfRenderer(layout).render(list).value_or("");
+        EXPECT_NE(marked.find("\x6a\x21\x64\xec"), std::string::npos) << "模擬 in the title";
+        auto const markedText = pdfText(marked);
+        EXPECT_EQ(markedText.starts_with("模擬装置の値です"), top > 4.0);
+        EXPECT_TRUE(markedText.ends_with(pageEnd)) << "in the larger margin: " << markedText;
+    }
 }
 
 TEST(QtPdfRenderer, PaginatesForTheCurrentPaper)
