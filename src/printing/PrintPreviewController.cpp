@@ -1,5 +1,6 @@
 #include "printing/PrintPreviewController.h"
 
+#include "controls/DopeRadioButton.h"
 #include "core/SavingMessages.h"
 #include "core/TensioManager.h"
 #include "platform/Alerts.h"
@@ -84,8 +85,8 @@ PrintPreviewController::~PrintPreviewController() = default;
 
 void PrintPreviewController::viewDidLoad()
 {
-    m_printer->setDocName(reportTitle(m_tensioManager.serialPortManager.isSimulated.value()));
     m_printer->setCreator(QStringLiteral("tensio"));
+    m_printer->setPageLayout(m_pageLayout);
     addPages();
     connect(m_preview, &QPrintPreviewWidget::paintRequested, this,
         [this](QPrinter* printer) { showPages(*printer); });
@@ -146,7 +147,6 @@ void PrintPreviewController::addPages()
 
 void PrintPreviewController::show(ReportKind kind)
 {
-    m_printer->setPageLayout(m_pageLayout);
     bool const isSelected = hasReport(ReportKind::Selected, m_tensioManager);
     m_ui->selectedButton->setEnabled(isSelected);
     m_ui->selectedButton->setToolTip(
@@ -156,6 +156,20 @@ void PrintPreviewController::show(ReportKind kind)
     m_ui->selectedButton->setChecked(kind == ReportKind::Selected);
     m_ui->curvesButton->setChecked(kind == ReportKind::Curves);
     choose(kind);
+    open();
+}
+
+void PrintPreviewController::show(std::unique_ptr<PrintView> view, QString const& title)
+{
+    for (auto* choice : m_window->findChildren<DopeRadioButton*>())
+        choice->hide();
+    m_window->setWindowTitle(m_window->windowTitle() + QStringLiteral(" — ") + title);
+    setView(std::move(view));
+    open();
+}
+
+void PrintPreviewController::open()
+{
     m_window->show();
     m_preview->fitToWidth();
     m_ui->printButton->setFocus();
@@ -163,7 +177,13 @@ void PrintPreviewController::show(ReportKind kind)
 
 void PrintPreviewController::choose(ReportKind kind)
 {
-    m_view = makeReport(kind, m_tensioManager);
+    setView(makeReport(kind, m_tensioManager));
+}
+
+void PrintPreviewController::setView(std::unique_ptr<PrintView> view)
+{
+    m_view = std::move(view);
+    m_printer->setDocName(reportTitle(m_view->isSimulated()));
     refresh();
 }
 

@@ -36,6 +36,8 @@ public:
 
     // Only where hasReport().
     void show(ReportKind kind);
+    // Another report, alone: the user is offered no choice. At most once.
+    void show(std::unique_ptr<PrintView> view, QString const& title);
 
 Q_SIGNALS:
     void closed();
@@ -45,6 +47,8 @@ private:
     void connectButtons();
     void addPages();
     void choose(ReportKind kind);
+    void setView(std::unique_ptr<PrintView> view);
+    void open();
     void refresh();
     void showPages(QPrinter& printer);
     void showPosition();

@@ -1,5 +1,7 @@
 #include "printing/ReportPrinter.h"
 
+#include <utility>
+
 namespace tensio {
 
 ReportPrinter::ReportPrinter(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
@@ -14,6 +16,16 @@ ReportPrinter::ReportPrinter(TensioManager& tensioManager, PrintPanels& panels, 
 
 void ReportPrinter::print(ReportKind kind)
 {
+    preview().show(kind);
+}
+
+void ReportPrinter::print(std::unique_ptr<PrintView> report, QString const& title)
+{
+    preview().show(std::move(report), title);
+}
+
+PrintPreviewController& ReportPrinter::preview()
+{
     // Recreated each time so that it sees the current printers.
     m_preview = std::make_unique<PrintPreviewController>(
         m_tensioManager, m_panels, m_alerts, m_pageLayout, m_parent);
@@ -21,7 +33,7 @@ void ReportPrinter::print(ReportKind kind)
     QObject::connect(
         m_preview.get(), &PrintPreviewController::closed, m_preview.get(),
         [this] { m_preview.reset(); }, Qt::QueuedConnection);
-    m_preview->show(kind);
+    return *m_preview;
 }
 
 } // namespace tensio

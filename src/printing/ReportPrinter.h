@@ -12,10 +12,13 @@ public:
     ReportPrinter(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
         QPageLayout& pageLayout, QWidget& parent);
 
-    // Returns at once; only where hasReport().
+    // Both return at once. The first only where hasReport().
     void print(ReportKind kind);
+    void print(std::unique_ptr<PrintView> report, QString const& title);
 
 private:
+    PrintPreviewController& preview();
+
     TensioManager& m_tensioManager;
     PrintPanels& m_panels;
     Alerts& m_alerts;

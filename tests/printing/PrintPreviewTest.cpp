@@ -1,7 +1,9 @@
 #include "core/SavingMessages.h"
+#include "output/ListPrintView.h"
 #include "printing/PageDrawing.h"
 #include "printing/PrintPanels.h"
 #include "printing/PrintPreviewController.h"
+#include "printing/QtPrintPanels.h"
 #include "support/PdfText.h"
 #include "support/Reports.h"
 #include "support/Session.h"
@@ -142,6 +144,39 @@ TEST(PrintPreview, SavesAndPrintsTheChosenPagesOfWhatItShows)
     EXPECT_NE(text.find("計測回数： 70回目"), std::string::npos) << text;
     EXPECT_EQ(text.find("計測回数： 63回目"), std::string::npos) << "page 7: " << text;
     EXPECT_TRUE(isClosed) << "so that the report can be dropped";
+}
+
+TEST(PrintPreview, OffersNoChoiceBesideAReportOfItsOwn)
+{
+    Preview preview;
+    preview.panels.change = [&](QPrinter& printer) {
+        EXPECT_EQ(printer.docName(), reportTitle(true));
+        printer.setPageSize(QPageSize(QPageSize::A7));
+    };
+    preview.session.saving.answer = "/folder/file";
+    auto report = std::make_unique<ListPrintView>("", finishedMeasurements(1));
+    report->setSimulated(true);
+    preview.controller.show(std::move(report), QStringLiteral("経過"));
+    EXPECT_EQ(preview.position(), "1 / 1 ページ");
+    EXPECT_FALSE(preview.button("listButton").isVisible());
+    EXPECT_FALSE(preview.button("curvesButton").isVisible());
+    preview.click("savePdfButton");
+    EXPECT_NE(preview.session.saving.written.find("ListPrintView"), std::string::npos);
+    preview.click("printButton");
+}
+
+TEST(QtPrintPanels, TellOfAgreementAlone)
+{
+    QPrinter printer;
+    for (bool const agrees : {false, true}) {
+        int agreements = 0;
+        QWidget parent;
+        QtPrintPanels().openPageSetup(printer, parent, [&] { ++agreements; });
+        QtPrintPanels().openPrint(printer, 1, parent, [&] { ++agreements; });
+        for (auto* panel : parent.findChildren<QDialog*>())
+            panel->done(agrees ? QDialog::Accepted : QDialog::Rejected);
+        EXPECT_EQ(agreements, agrees ? 2 : 0);
+    }
 }
 
 TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
