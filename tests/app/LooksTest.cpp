@@ -51,6 +51,8 @@ void expectLook(char const* name, QWidget& widget)
     expectLook(name, [&](QPaintDevice& device) { widget.render(&device, {}, {}, {}); });
 }
 
+} // namespace
+
 // Another Qt draws the same in other paths, and rounds otherwise.
 struct Looks : testing::Test {
     void SetUp() override
@@ -59,8 +61,6 @@ struct Looks : testing::Test {
             GTEST_SKIP() << "The kept looks are those of Qt 6.4.";
     }
 };
-
-} // namespace
 
 TEST_F(Looks, Gauge)
 {

@@ -16,7 +16,6 @@ namespace tensio {
 namespace {
 
 constexpr std::size_t wantedMeasurements = 3;
-constexpr int patienceMilliseconds = 60'000;
 
 bool isRecorded(QProcess& program)
 {

@@ -23,8 +23,6 @@ namespace tensio {
 
 namespace {
 
-constexpr int patienceMilliseconds = 60'000;
-
 [[noreturn]] void fail(QString const& text)
 {
     throw DemoFailure(text.toStdString());

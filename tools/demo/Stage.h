@@ -15,6 +15,9 @@ class QWidget;
 
 namespace tensio {
 
+// As long as the session waits for anything.
+inline constexpr int patienceMilliseconds = 60'000;
+
 // The unattended session did not go as it should.
 class DemoFailure : public std::runtime_error {
 public:
