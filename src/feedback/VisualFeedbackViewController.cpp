@@ -55,6 +55,8 @@ void VisualFeedbackViewController::paceFrames(RunLoop& runLoop)
         }));
     m_subscriptions.push_back(throttle<Nothing>(
         m_frameRequest, descriptionInterval, runLoop, [this](Nothing) { describe(); }));
+    m_subscriptions.push_back(
+        runLoop.willPause.observeChanges([this](Nothing) { renderFrame(); }));
     m_ui->graphView->setClock(runLoop);
     connect(m_ui->graphView, &GraphView::needsFrame, this, &VisualFeedbackViewController::redraw);
 }
@@ -146,8 +148,7 @@ void VisualFeedbackViewController::observeChanges()
         if (!shouldReset)
             return;
         m_ui->graphView->plotter()->reset();
-        // At once: the alert of a failed connection would hold the next frame back.
-        renderFrame();
+        redraw();
     });
 }
 

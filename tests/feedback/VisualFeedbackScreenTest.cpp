@@ -182,3 +182,17 @@ TEST(VisualFeedbackScreen, TheEndOfASessionLeavesNoLineWhite)
     screen.session.manager.disconnectAction.apply(Nothing {});
     EXPECT_EQ(lines(), std::pair(QColor(0xe60012), QColor(0xe60012)));
 }
+
+TEST(VisualFeedbackScreen, WhatIsDueIsDrawnBeforeATimerlessPanelOrPicture)
+{
+    LiveArea screen;
+    auto const pixel = [&](int x, int y) { return screen.graph.grab().toImage().pixelColor(x, y); };
+    for (int reading = 0; reading < 20; ++reading)
+        screen.receive(50.0, Seconds(0.1));
+    EXPECT_EQ(pixel(6, 163), QColor(Qt::white)) << "the trace";
+    screen.session.manager.maxPressure.setValue(60.0f);
+    screen.session.manager.shouldReset.setValue(true);
+    screen.session.runLoop.willPause.setValue(Nothing {});
+    EXPECT_EQ(pixel(300, 110), QColor(0x4dd736)) << "the line of the maximum";
+    EXPECT_EQ(pixel(6, 163), QColor(0x001c58));
+}

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "reactive/MutableProperty.h"
+#include "reactive/Signal.h"
 #include "reactive/Subscription.h"
 
 #include <QObject>
@@ -15,6 +17,9 @@ class MainQueue : public QObject {
     Q_OBJECT
 
 public:
+    // Assigned before each hold begins.
+    MutableProperty<Nothing> willHold {Nothing {}};
+
     void post(std::function<void()> work);
     // Nothing runs until the subscription ends. Holds may overlap, and may outlive the queue.
     Subscription hold();

@@ -45,6 +45,12 @@ Subscription start(MainQueue& queue, Seconds interval, bool repeats, std::functi
 
 } // namespace
 
+QtRunLoop::QtRunLoop(MainQueue& queue)
+    : m_queue(queue)
+    , m_pauses(willPause.bindTo(queue.willHold))
+{
+}
+
 Seconds QtRunLoop::now() const
 {
     return std::chrono::steady_clock::now().time_since_epoch();

@@ -10,10 +10,7 @@ class MainQueue;
 class QtRunLoop : public RunLoop {
 public:
     // The queue must outlive the run loop and its timers.
-    explicit QtRunLoop(MainQueue& queue)
-        : m_queue(queue)
-    {
-    }
+    explicit QtRunLoop(MainQueue& queue);
 
     Seconds now() const override;
     Subscription scheduleAfter(Seconds delay, std::function<void()> work) override;
@@ -21,6 +18,7 @@ public:
 
 private:
     MainQueue& m_queue;
+    Subscription m_pauses;
 };
 
 } // namespace tensio

@@ -73,7 +73,10 @@ TEST(QtRunLoop, DeliversOneTickForAllThatWereDueDuringAHoldAndNoneOfAnEndedTimer
     int ticks = 0;
     int watched = 0;
     int once = 0;
+    int pauses = 0;
+    auto const pause = heldLoop.willPause.observeChanges([&](Nothing) { ++pauses; });
     auto hold = held.hold();
+    EXPECT_EQ(pauses, 1);
     auto const timer = heldLoop.scheduleRepeating(Seconds(0.001), [&] { ++ticks; });
     auto ended
         = heldLoop.scheduleAfter(Seconds(0.0), [] { ADD_FAILURE() << "fired after its end"; });
