@@ -38,7 +38,7 @@ private:
     QtAlerts m_alerts {m_mainQueue};
     QtSavePanel m_savePanel {m_mainQueue};
     QtFileWriter m_fileWriter;
-    QtScreen m_screen;
+    QtScreen m_screen {m_mainQueue};
     QtPrintPanels m_printPanels;
     QtSessionStore m_sessionStore;
     QtSleepInhibitor m_sleepInhibitor;

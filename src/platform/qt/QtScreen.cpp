@@ -1,6 +1,7 @@
 #include "platform/qt/QtScreen.h"
 
 #include "platform/CaptureRectangle.h"
+#include "platform/qt/MainQueue.h"
 
 #include <QBuffer>
 #include <QClipboard>
@@ -13,39 +14,59 @@
 
 namespace tensio {
 
+namespace {
+
+// In Qt's coordinates, which begin at the corner of all screens together.
+QRect mainScreen()
+{
+    return QGuiApplication::primaryScreen()->geometry();
+}
+
+#ifndef Q_OS_MACOS
+// The area is that of the window, measured from the main screen's corner.
+QImage pictureOf(QWidget& window, ScreenRect const& area)
+{
+    QPixmap picture;
+    if (QGuiApplication::platformName() == QStringLiteral("xcb")) {
+        // Screens of different scales share no unit: the window's own counts from its own corner.
+        auto* screen = window.screen();
+        auto const origin = mainScreen().topLeft() - screen->geometry().topLeft();
+        auto const rect
+            = QRectF(area.x, area.y, area.width, area.height).translated(origin).toAlignedRect();
+        picture = screen->grabWindow(0, rect.x(), rect.y(), rect.width(), rect.height());
+    }
+    return (picture.isNull() ? window.grab() : picture).toImage();
+}
+#endif
+
+} // namespace
+
 ScreenRect QtScreen::mainWindowFrame() const
 {
     if (!m_window)
         return {};
-    // Qt's coordinates begin at the corner of all screens together.
-    auto const origin = QGuiApplication::primaryScreen()->geometry().topLeft();
-    QRectF const frame = m_window->frameGeometry().translated(-origin);
+    QRectF const frame = m_window->frameGeometry().translated(-mainScreen().topLeft());
     return {
         frame.x(), mainScreenHeight() - frame.y() - frame.height(), frame.width(), frame.height()};
 }
 
 double QtScreen::mainScreenHeight() const
 {
-    return QGuiApplication::primaryScreen()->geometry().height();
+    return mainScreen().height();
 }
 
 void QtScreen::captureToClipboard(ScreenRect const& area)
 {
+    auto const hold = m_queue.hold();
+    if (m_window)
+        m_window->repaint();
 #ifdef Q_OS_MACOS
     QProcess::execute(QStringLiteral("/usr/sbin/screencapture"),
         {QStringLiteral("-c"), QStringLiteral("-R"),
             QString::fromStdString(captureRectangle(area))});
 #else
-    QPixmap picture;
-    if (QGuiApplication::platformName() == QStringLiteral("xcb")) {
-        auto const rect = QRectF(area.x, area.y, area.width, area.height).toAlignedRect();
-        picture = QGuiApplication::primaryScreen()->grabWindow(
-            0, rect.x(), rect.y(), rect.width(), rect.height());
-    }
-    if (picture.isNull() && m_window)
-        picture = m_window->grab();
     // Without a picture the clipboard is empty, so that no other picture is taken for this one.
-    QGuiApplication::clipboard()->setImage(picture.toImage());
+    QGuiApplication::clipboard()->setImage(m_window ? pictureOf(*m_window, area) : QImage());
 #endif
 }
 

@@ -13,7 +13,9 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScreen>
 #include <QTemporaryDir>
+#include <QTest>
 #include <QTimer>
 #include <QWidget>
 
@@ -97,21 +99,34 @@ TEST(QtSavePanel, StartsAtTheDesktopAndCompletesTheTypeBeforeTheQuestionAboutOve
     EXPECT_EQ(questions, 1);
 }
 
-TEST(QtScreen, PutsTheWindowOnTheClipboardAndReadsItBackAsPng)
+// The window on each screen that there is: one without a display; the script two-screens has
+// others.
+TEST(QtScreen, PutsTheWindowAsItIsNowOnTheClipboardAndReadsItBackAsPng)
 {
-    QWidget window;
-    window.setGeometry(100, 50, 300, 200);
-    window.setStyleSheet("background: #123456");
-    window.show();
-    QtScreen screen;
+    MainQueue queue;
+    QtScreen screen(queue);
     QGuiApplication::clipboard()->clear();
-    EXPECT_FALSE(screen.clipboardPng().has_value());
-    screen.setMainWindow(window);
-    auto const frame = screen.mainWindowFrame();
-    EXPECT_EQ(frame.width, window.frameGeometry().width());
-    EXPECT_EQ(frame.y + frame.height, screen.mainScreenHeight() - window.frameGeometry().top());
-    screen.captureToClipboard({100.0, 50.0, 300.0, 200.0});
-    auto const picture = QImage::fromData(QByteArray::fromStdString(*screen.clipboardPng()));
-    EXPECT_EQ(picture.size(), QSize(300, 200));
-    EXPECT_EQ(picture.pixelColor(150, 100), QColor(0x12, 0x34, 0x56));
+    screen.captureToClipboard({0.0, 0.0, 10.0, 10.0});
+    EXPECT_FALSE(screen.clipboardPng().has_value()) << "without a window";
+    for (auto const* place : QGuiApplication::screens()) {
+        QWidget window;
+        window.setGeometry(QRect(place->geometry().topLeft() + QPoint(100, 50), QSize(300, 200)));
+        window.setPalette(Qt::red);
+        window.show();
+        EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
+        screen.setMainWindow(window);
+        auto const due = queue.willHold.observeChanges(
+            [&](Nothing) { window.setPalette(QColor(0x12, 0x34, 0x56)); });
+        auto const frame = screen.mainWindowFrame();
+        auto const top = screen.mainScreenHeight() - frame.y - frame.height;
+        auto const corner
+            = QGuiApplication::primaryScreen()->geometry().topLeft() + QPointF(frame.x, top);
+        EXPECT_EQ(QRectF(corner, QSizeF(frame.width, frame.height)), window.frameGeometry());
+        screen.captureToClipboard({frame.x, top, frame.width, frame.height});
+        auto picture = QImage::fromData(QByteArray::fromStdString(*screen.clipboardPng()));
+        EXPECT_EQ(picture.size(), QSizeF(300.0, 200.0) * window.devicePixelRatioF());
+        auto whole = picture;
+        whole.fill(QColor(0x12, 0x34, 0x56));
+        EXPECT_EQ(picture.convertedTo(whole.format()), whole) << place->name().toStdString();
+    }
 }
