@@ -31,9 +31,10 @@ PressureView::PressureView(float upperBound, float maximum, QColor field, QWidge
 void PressureView::renderFrame()
 {
     auto const ratio = devicePixelRatioF();
+    // One unit larger, as by updateAround.
     for (auto const& area : render()) {
         QRectF const logical(QPointF(area.topLeft()) / ratio, QSizeF(area.size()) / ratio);
-        update(logical.toAlignedRect());
+        update(logical.toAlignedRect().adjusted(-1, -1, 1, 1));
     }
 }
 

@@ -41,6 +41,16 @@ void scaleChildren(QWidget& parent, double scale)
     }
 }
 
+// Qt leaves out opaque widgets when it repaints one that they lie on.
+void updateAll(QWidget& widget, QRect area)
+{
+    widget.update(area);
+    for (auto* child : widget.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+        if (!child->isWindow() && child->geometry().intersects(area))
+            updateAll(*child, area.translated(-child->pos()));
+    }
+}
+
 } // namespace
 
 QRectF designFrame(QWidget const& widget)
@@ -52,7 +62,19 @@ QRectF designFrame(QWidget const& widget)
 void setDesignFrame(QWidget& widget, QRectF frame)
 {
     widget.setProperty(frameProperty, frame);
-    widget.setGeometry(scaled(frame, designScale(widget)));
+    auto const geometry = scaled(frame, designScale(widget));
+    if (widget.geometry() == geometry)
+        return;
+    updateAround(widget);
+    widget.setGeometry(geometry);
+    updateAround(widget);
+}
+
+void updateAround(QWidget& widget)
+{
+    auto& window = *widget.window();
+    QRect const inWindow(widget.mapTo(&window, QPoint(0, 0)), widget.size());
+    updateAll(window, inWindow.adjusted(-1, -1, 1, 1));
 }
 
 double designScale(QWidget const& widget)

@@ -17,6 +17,10 @@ QRectF designFrame(QWidget const& widget);
 // Places the widget at the scale that its tree is shown at.
 void setDesignFrame(QWidget& widget, QRectF frame);
 
+// Repaints the widget and what touches it. At a fractional device pixel ratio Qt does not bring
+// pixels to the screen that belong to the repainted area only in part, such as the widget's edges.
+void updateAround(QWidget& widget);
+
 // The scale that the widget or the nearest ancestor was given by scaleDesign or scaleLayouts; 1
 // until then.
 double designScale(QWidget const& widget);

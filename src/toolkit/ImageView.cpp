@@ -1,5 +1,7 @@
 #include "toolkit/ImageView.h"
 
+#include "toolkit/DesignFrame.h"
+
 #include <QPainter>
 
 #include <utility>
@@ -9,7 +11,7 @@ namespace tensio {
 void ImageView::setPicture(Picture picture)
 {
     m_picture = std::move(picture);
-    update();
+    updateAround(*this);
 }
 
 void ImageView::paintEvent(QPaintEvent* /*event*/)

@@ -6,6 +6,7 @@
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPaintEvent>
 
@@ -71,14 +72,18 @@ struct LiveArea {
 struct PaintCounter : public QObject {
     int paints = 0;
     QRegion painted;
+    // Of all paints, in the window.
+    QRegion all;
 
     explicit PaintCounter(QWidget& widget) { widget.installEventFilter(this); }
 
-    bool eventFilter(QObject*, QEvent* event) override
+    bool eventFilter(QObject* watched, QEvent* event) override
     {
         if (event->type() == QEvent::Paint) {
+            auto const& widget = static_cast<QWidget&>(*watched);
             ++paints;
             painted = static_cast<QPaintEvent*>(event)->region();
+            all |= painted.translated(widget.mapTo(widget.window(), QPoint()));
         }
         return false;
     }
@@ -195,4 +200,31 @@ TEST(VisualFeedbackScreen, WhatIsDueIsDrawnBeforeATimerlessPanelOrPicture)
     screen.session.runLoop.willPause.setValue(Nothing {});
     EXPECT_EQ(pixel(300, 110), QColor(0x4dd736)) << "the line of the maximum";
     EXPECT_EQ(pixel(6, 163), QColor(0x001c58));
+}
+
+TEST(VisualFeedbackScreen, RepaintsAllThatChangesAtAFractionalRatioToo)
+{
+    LiveArea screen;
+    screen.view.show();
+    QApplication::processEvents();
+    for (double const pressure : {50.0, 50.0, 50.0, 51.3, 0.0, 67.7, 33.3}) {
+        auto const before = screen.view.grab().toImage();
+        PaintCounter paints(screen.view);
+        for (auto* widget : screen.view.findChildren<QWidget*>())
+            widget->installEventFilter(&paints);
+        screen.receive(pressure, Seconds(0.3));
+        auto const repainted = paints.all;
+        auto const after = screen.view.grab().toImage();
+        // Qt shows only pixels that belong to the repainted area entirely.
+        double const unit = 1.0 / after.devicePixelRatio();
+        int stale = 0;
+        for (int y = 0; y < after.height(); ++y) {
+            for (int x = 0; x < after.width(); ++x) {
+                QRectF const pixel(x * unit, y * unit, unit, unit);
+                stale += before.pixel(x, y) != after.pixel(x, y)
+                    && !(QRegion(pixel.toAlignedRect()) - repainted).isEmpty();
+            }
+        }
+        EXPECT_EQ(stale, 0) << pressure;
+    }
 }
