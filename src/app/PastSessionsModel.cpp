@@ -62,6 +62,9 @@ int PastSessionsModel::columnCount(QModelIndex const& /*parent*/) const
 
 QVariant PastSessionsModel::data(QModelIndex const& index, int role) const
 {
+    // A view asks for its current row even when there is none.
+    if (!index.isValid())
+        return {};
     if (role == Qt::DisplayRole)
         return text(session(index), index.column());
     return role == Qt::TextAlignmentRole ? alignment(index.column()) : QVariant();
@@ -72,7 +75,7 @@ QVariant PastSessionsModel::headerData(int section, Qt::Orientation orientation,
     static std::array<QString, ColumnCount> const titles {QStringLiteral("日時"),
         QStringLiteral("氏名"), QStringLiteral("測定"), QStringLiteral("最大圧（kPa）"),
         QStringLiteral("CSV"), QStringLiteral("備考")};
-    if (orientation != Qt::Horizontal)
+    if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)
         return {};
     if (role == Qt::DisplayRole)
         return titles.at(static_cast<std::size_t>(section));

@@ -94,9 +94,10 @@ void TensioManager::restoreSession(
     shouldReset.setValue(true);
     username.setValue(name);
     serialPortManager.isSimulated.setValue(isSimulated);
-    measurementList.reset();
+    // Before the list: these still speak of the session before.
     isSavedAsCsv.setValue(false);
     savedPath().setValue({});
+    measurementList.reset();
     for (auto const& each : measurements)
         measurementList.add(each);
     // Published again: header and notices look at the list only when this is assigned.

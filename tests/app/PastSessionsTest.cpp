@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QTest>
 #include <QTreeView>
 
 #include <gtest/gtest.h>
@@ -91,4 +92,6 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     find<QLineEdit>(window, "searchInput").clear();
     EXPECT_EQ(namesAfter("removeAllButton", true), "");
     EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
+    // There is no current row.
+    QTest::keyClick(&find<QTreeView>(window), Qt::Key_C, Qt::ControlModifier);
 }
