@@ -10,11 +10,11 @@ namespace tensio {
 std::string formatLocalTime(Date date, char const* pattern)
 {
     auto const seconds = std::chrono::system_clock::to_time_t(date);
-    std::tm fields {};
-    localtime_r(&seconds, &fields);
     std::ostringstream text;
     text.imbue(std::locale::classic());
-    text << std::put_time(&fields, pattern);
+    // Empty for a date that the system cannot tell.
+    if (auto const* fields = std::localtime(&seconds)) // NOLINT(concurrency-mt-unsafe)
+        text << std::put_time(fields, pattern);
     return text.str();
 }
 

@@ -3,24 +3,28 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <locale.h> // NOLINT(modernize-deprecated-headers): newlocale is POSIX
-#include <stdlib.h> // NOLINT(modernize-deprecated-headers): strtof_l is POSIX
+#include <clocale>
+#include <cstdlib>
 
 namespace tensio {
 
 namespace {
 
-locale_t cLocale()
-{
-    static auto const locale = newlocale(LC_ALL_MASK, "C", nullptr);
-    return locale;
-}
-
+// The comma is the point of other locales.
 bool mayStandInNumber(char character)
 {
-    constexpr std::string_view blanks = "\t\n\v\f\r ";
+    constexpr std::string_view blanksAndComma = "\t\n\v\f\r ,";
     return static_cast<unsigned char>(character) < 0x80
-        && blanks.find(character) == std::string_view::npos;
+        && blanksAndComma.find(character) == std::string_view::npos;
+}
+
+// As std::strtof reads it.
+std::string withPointOfLocale(std::string_view text)
+{
+    std::string result(text);
+    if (auto const point = result.find('.'); point != std::string::npos)
+        result.replace(point, 1, std::localeconv()->decimal_point); // NOLINT(concurrency-mt-unsafe)
+    return result;
 }
 
 // Enough for any double in fixed notation.
@@ -50,10 +54,10 @@ std::optional<float> readNumber(std::string_view text)
 {
     if (text.empty() || !std::ranges::all_of(text, mayStandInNumber))
         return std::nullopt;
-    std::string const terminated(text);
+    auto const number = withPointOfLocale(text);
     char* end = nullptr;
-    auto const value = strtof_l(terminated.c_str(), &end, cLocale());
-    return end == terminated.c_str() + terminated.size() ? std::optional(value) : std::nullopt;
+    auto const value = std::strtof(number.c_str(), &end);
+    return end == number.c_str() + number.size() ? std::optional(value) : std::nullopt;
 }
 
 } // namespace tensio

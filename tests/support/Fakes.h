@@ -8,8 +8,9 @@
 #include "platform/Screen.h"
 #include "platform/UserDefaults.h"
 
-#include <ctime>
+#include <iomanip>
 #include <map>
+#include <sstream>
 #include <typeinfo>
 #include <utility>
 
@@ -24,7 +25,7 @@ struct ManualClock : Clock {
     static Date localTime(char const* text)
     {
         std::tm parts {};
-        strptime(text, "%Y-%m-%d %H:%M:%S", &parts);
+        std::istringstream(text) >> std::get_time(&parts, "%Y-%m-%d %H:%M:%S");
         parts.tm_isdst = -1;
         return std::chrono::system_clock::from_time_t(std::mktime(&parts));
     }
