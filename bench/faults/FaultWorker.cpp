@@ -1,6 +1,7 @@
 #include "FaultWorker.h"
 
 #include "Recording.h"
+#include "core/CsvBuilder.h"
 #include "platform/qt/QtSaving.h"
 
 #include <QCoreApplication>
@@ -55,8 +56,8 @@ int record(QDir const& folder)
     auto const& measurements = session.manager.measurementList.measurements();
     mark(faultsEnd);
     bool const isWhole = measurements.size() == 3 && measurements[2]->pressurePoints->size() == 60
-        && QtFileWriter().writeAtomically(folder.filePath(savedFile).toStdString(),
-            session.csvFiles.all("花子", "", measurements));
+        && QtFileWriter().writeAtomically(
+            folder.filePath(savedFile).toStdString(), csvOfAll("花子", "", measurements));
     counting.end();
     mark(faultsBegin);
     recording.reset();

@@ -29,8 +29,7 @@ TEST(Settings, OnlyANumberAboveZeroReplacesTheFirstDefaultAndAChoiceIsKept)
             Session fakes;
             QtUserDefaults userDefaults(QString::fromStdString(path));
             TensioManager manager(fakes.ports, fakes.runLoop, fakes.clock, userDefaults,
-                {fakes.csvFiles, fakes.pdfRenderer, fakes.saving, fakes.saving, fakes.saving,
-                    fakes.alerts});
+                {fakes.pdfRenderer, fakes.saving, fakes.saving, fakes.saving, fakes.alerts});
             EXPECT_EQ(manager.defaultTargetPressure.value(), target) << value.substr(0, 40) << mode;
             manager.setTargetPressure(55);
         }
