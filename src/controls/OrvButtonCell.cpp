@@ -26,7 +26,8 @@ void OrvButtonCell::drawTitle(QPainter& painter, QRectF frame) const
         return;
     painter.setFont(*font);
     painter.setPen(QColor(255, 0, 0));
-    painter.drawText(frame.translated(0.0, 1.0), Qt::AlignHCenter | Qt::AlignVCenter, title);
+    // From the top, as the arrow.
+    painter.drawText(frame.translated(0.0, 1.0), Qt::AlignHCenter | Qt::AlignTop, title);
 }
 
 } // namespace tensio

@@ -83,11 +83,8 @@ void PopUpButton::paintEvent(QPaintEvent* /*event*/)
     cellFont.setPixelSize(14);
     cellFont.setBold(true);
     OrvButtonCell const cell {cellFont, text(), isDown()};
-    // The cell's arrow is 3 units from its end; in the design it is 10 from the button's, and
-    // level.
-    QRectF const cellFrame(0.0, frame.center().y() - 12.0, frame.width() - 7.0, 24.0);
-    cell.drawBorderAndBackground(painter, cellFrame);
-    cell.drawTitle(painter, cellFrame);
+    cell.drawBorderAndBackground(painter, frame);
+    cell.drawTitle(painter, frame);
     drawOutline(painter, frame);
 }
 

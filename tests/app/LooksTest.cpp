@@ -106,7 +106,7 @@ TEST_F(Looks, Buttons)
     PopUpButton popUp;
     popUp.addItem({QStringLiteral("70%"), 0});
     popUp.setTitle(QStringLiteral("70%"));
-    popUp.resize(112, 28);
+    popUp.resize(112, 26);
     expectLook("pop-up", popUp);
     popUp.setDown(true);
     expectLook("pop-up-pressed", popUp);
