@@ -15,16 +15,17 @@ AppDelegate::AppDelegate(TensioManager& tensioManager, RunLoop& runLoop, QMenu& 
     ReportPrinter& reportPrinter)
     : m_tensioManager(tensioManager)
     , m_runLoop(runLoop)
+    , m_statusMenu(defaultTargetMenu)
     , m_defaultTargetMenu(defaultTargetMenu)
     , m_statusItem(QIcon(QStringLiteral(":/tensio.svg")))
     , m_reportPrinter(reportPrinter)
 {
-    m_statusItem.setContextMenu(&defaultTargetMenu);
     m_statusItem.setToolTip(QStringLiteral("tensio — 目標圧の初期値"));
 }
 
 void AppDelegate::applicationDidFinishLaunching()
 {
+    m_statusItem.setContextMenu(&m_statusMenu);
     m_tensioManager.setUpTargetPressureMenu(m_defaultTargetMenu);
     // Under X a status bar may come later. Elsewhere it cannot, and Qt complains when it is
     // missing.

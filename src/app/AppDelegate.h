@@ -17,8 +17,11 @@ public:
     AppDelegate(TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu,
         ReportPrinter& reportPrinter);
 
-    // Fills the menu of default targets and shows its item in the system's status bar, where there
-    // is one.
+    // Not shown, and without a menu, until launching has finished.
+    QSystemTrayIcon const& statusItem() const { return m_statusItem; }
+
+    // Gives the status item the menu of default targets, fills the menu, and shows the item where
+    // there is a status bar.
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
@@ -43,6 +46,7 @@ private:
 
     TensioManager& m_tensioManager;
     RunLoop& m_runLoop;
+    QMenu& m_statusMenu;
     QtMenu m_defaultTargetMenu;
     QSystemTrayIcon m_statusItem;
     ReportPrinter& m_reportPrinter;

@@ -34,6 +34,20 @@ TEST(MainMenu, EnablesItsCommandsAsTheSessionAllows)
     }
 }
 
+TEST(AppDelegate, GivesTheStatusItemItsMenuAtLaunch)
+{
+    struct NoPrinter : ReportPrinter {
+        void print(ReportKind) override { }
+    };
+    Session session;
+    QMenu menu;
+    NoPrinter printer;
+    AppDelegate delegate(session.manager, session.runLoop, menu, printer);
+    EXPECT_EQ(delegate.statusItem().contextMenu(), nullptr);
+    delegate.applicationDidFinishLaunching();
+    EXPECT_EQ(delegate.statusItem().contextMenu(), &menu);
+}
+
 TEST(MainMenu, RunsEachCommand)
 {
     Desk desk;
