@@ -24,11 +24,13 @@ Application::Application(Services services)
           {m_pdfRenderer, services.savePanel, services.fileWriter, services.screen,
               services.alerts})
     , m_sessionRecorder(m_tensioManager, services.sessionStore, services.runLoop, services.clock)
-    , m_windowController(m_tensioManager, services.runLoop, services.alerts, m_printMenu)
+    , m_windowController(m_tensioManager, services.runLoop, services.alerts)
     , m_reportPrinter(
           m_tensioManager, services.printPanels, services.alerts, m_pageLayout, window())
-    , m_delegate(m_tensioManager, services.runLoop, m_defaultTargetMenu, m_reportPrinter)
-    , m_mainMenu(window(), m_defaultTargetMenu, m_printMenu, m_delegate, m_tensioManager)
+    , m_delegate(m_tensioManager, services.runLoop, m_windowController.defaultTargetMenu(),
+          m_reportPrinter)
+    , m_mainMenu(window(), m_windowController.defaultTargetMenu(), m_windowController.printMenu(),
+          m_delegate, m_tensioManager)
     , m_helpMenu(window(), services.portInspector)
 {
     m_windowController.addCommands(m_mainMenu.measurementMenu(), m_mainMenu.viewMenu());

@@ -11,7 +11,6 @@
 #include "printing/QtPdfRenderer.h"
 #include "printing/ReportPrinter.h"
 
-#include <QMenu>
 #include <QObject>
 
 namespace tensio {
@@ -38,8 +37,6 @@ private:
     QtPdfRenderer m_pdfRenderer {m_pageLayout};
     TensioManager m_tensioManager;
     SessionRecorder m_sessionRecorder;
-    QMenu m_defaultTargetMenu;
-    QMenu m_printMenu;
     MainWindowController m_windowController;
     ReportPrinter m_reportPrinter;
     AppDelegate m_delegate;

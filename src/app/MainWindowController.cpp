@@ -9,8 +9,8 @@
 namespace tensio {
 
 MainWindowController::MainWindowController(
-    TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu)
-    : m_contentController(tensioManager, runLoop, alerts, printMenu, m_window.contentView())
+    TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts)
+    : m_contentController(tensioManager, runLoop, alerts, m_printMenu, m_window.contentView())
 {
     windowDidLoad();
     m_subscriptions.push_back(tensioManager.serialPortManager.isSimulated.observe(
@@ -34,7 +34,7 @@ void MainWindowController::fitToDesign()
         static_cast<int>(TensioViewController::height));
     auto const available = m_window.screen()->availableGeometry();
     auto const size = openingSize(design, available.size(), assumedFrame, menuHeight);
-    m_window.setMinimumSize(design / 2 + QSize(0, menuHeight));
+    m_window.setMinimumSize((design / 2 + QSize(0, menuHeight)).boundedTo(size));
     m_window.resize(size);
     QRect frame({}, size.grownBy(assumedFrame));
     frame.moveCenter(available.center());

@@ -3,6 +3,7 @@
 #include "app/MainWindow.h"
 #include "app/TensioViewController.h"
 
+#include <QMenu>
 #include <QObject>
 
 namespace tensio {
@@ -13,10 +14,12 @@ class MainWindowController : public QObject {
 
 public:
     // Everything handed in must outlive the controller.
-    MainWindowController(
-        TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu);
+    MainWindowController(TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts);
 
     MainWindow& window() { return m_window; }
+    // Both empty; of the window, so that they follow its scale.
+    QMenu& printMenu() { return m_printMenu; }
+    QMenu& defaultTargetMenu() { return m_defaultTargetMenu; }
     // Which stored session the window shows; empty when it shows the latest connection's.
     void showPastSessionInTitle(QString const& session);
     void showNotices(SessionRecorder& recorder, SessionStore& store)
@@ -39,6 +42,8 @@ private:
     void updateTitle();
 
     MainWindow m_window;
+    QMenu& m_printMenu {*new QMenu(&m_window)};
+    QMenu& m_defaultTargetMenu {*new QMenu(&m_window)};
     TensioViewController m_contentController;
     bool m_isSimulated = false;
     QString m_pastSession;

@@ -76,15 +76,22 @@ void TensioViewController::fit(QSizeF size)
         static_cast<int>(std::lround((size.height() - scale * height) / 2.0)));
 }
 
-// Menus, alerts and Qt's own dialogs follow the window in steps of an eighth. By its whole size,
-// since the height of the menu bar depends on the scale.
+// Menus, alerts and Qt's own dialogs follow the window in steps of an eighth, but never become
+// smaller than designed; only the menu bar does, so that all its menus fit. By the window's whole
+// size, since the height of the menu bar depends on the scale.
 void TensioViewController::scaleMenusAndAlerts()
 {
     auto& window = *m_contentView.window();
     auto const fitting = std::min(window.width() / width, window.height() / height);
-    auto const scale = std::max(std::floor(fitting * 8.0) / 8.0, 1.0);
-    if (std::exchange(m_menuScale, scale) != scale)
-        window.setStyleSheet(styleSheet(scale));
+    auto const scale = std::floor(fitting * 8.0) / 8.0;
+    if (std::exchange(m_menuScale, scale) == scale)
+        return;
+    auto const bar
+        = QStringLiteral("QMenuBar { font-size: %1px; } QMenuBar::item { padding: %2px %3px; }")
+              .arg(std::max(1, qRound(14.0 * scale)))
+              .arg(qRound(4.0 * scale))
+              .arg(qRound(10.0 * scale));
+    window.setStyleSheet(styleSheet(std::max(scale, 1.0)) + bar);
 }
 
 void TensioViewController::addCommands(QMenu& measurementMenu, QMenu& viewMenu)
