@@ -2,16 +2,19 @@
 
 #include "toolkit/DesignFrame.h"
 
-#include <QFile>
+#include <QAbstractTextDocumentLayout>
 #include <QImageReader>
+#include <QPainter>
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QTextBlock>
 #include <QTextList>
 #include <QTextTable>
+#include <QTimer>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tensio {
 
@@ -91,6 +94,11 @@ void ruleTables(QTextDocument& document, double scale)
     }
 }
 
+QString fileOf(QTextFormat const& picture, QUrl const& page)
+{
+    return u':' + page.resolved(QUrl(picture.toImageFormat().name())).path();
+}
+
 } // namespace
 
 GuideView::GuideView(QWidget* parent)
@@ -103,8 +111,6 @@ GuideView::GuideView(QWidget* parent)
 
 QVariant GuideView::loadResource(int type, QUrl const& name)
 {
-    if (type == QTextDocument::ImageResource)
-        return fitted(name);
     auto const resource = QTextBrowser::loadResource(type, name);
     if (type != QTextDocument::MarkdownResource)
         return resource;
@@ -116,7 +122,9 @@ QVariant GuideView::loadResource(int type, QUrl const& name)
 
 void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
 {
+    m_pictures.clear();
     QTextBrowser::doSetSource(url, type);
+    document()->documentLayout()->registerHandler(QTextFormat::ImageObject, this);
     auto const scale = designScale(*this);
     document()->setDocumentMargin(margin * scale);
     formatHeadings(*document(), scale);
@@ -131,44 +139,51 @@ void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
 
 void GuideView::resizeEvent(QResizeEvent* event)
 {
-    QTextBrowser::resizeEvent(event);
-    if (event->oldSize().width() != event->size().width())
-        fitPictures();
-}
-
-void GuideView::fitPictures()
-{
     // Keeps the line at the top of the view in place.
     auto const atTop = cursorForPosition({0, 0});
     auto const offset = cursorRect(atTop).top();
-    for (auto block = document()->begin(); block.isValid(); block = block.next()) {
-        for (auto fragment = block.begin(); !fragment.atEnd(); ++fragment) {
-            auto const image = fragment.fragment().charFormat().toImageFormat();
-            if (!image.isValid())
-                continue;
-            QUrl const name(image.name());
-            document()->addResource(
-                QTextDocument::ImageResource, document()->baseUrl().resolved(name), fitted(name));
-            document()->markContentsDirty(
-                fragment.fragment().position(), fragment.fragment().length());
-        }
-    }
-    verticalScrollBar()->setValue(verticalScrollBar()->value() + cursorRect(atTop).top() - offset);
+    QTextBrowser::resizeEvent(event);
+    auto& bar = *verticalScrollBar();
+    if (bar.value() > 0)
+        bar.setValue(bar.value() + cursorRect(atTop).top() - offset);
 }
 
-QImage GuideView::fitted(QUrl const& name) const
+QSizeF GuideView::intrinsicSize(QTextDocument*, int, QTextFormat const& format)
 {
-    QImage const image(QStringLiteral(":") + source().resolved(name).path());
-    if (image.isNull())
-        return image;
-    auto const ratio = devicePixelRatioF();
+    auto const size = QImageReader(fileOf(format, source())).size();
     auto const scale = designScale(*this);
     auto const room = viewport()->width() - (2.0 * margin + 8.0) * scale;
-    auto const width = std::clamp(room, 1.0, image.width() * scale);
-    auto result = image.scaledToWidth(
-        static_cast<int>(std::lround(width * ratio)), Qt::SmoothTransformation);
-    result.setDevicePixelRatio(ratio);
-    return result;
+    auto const width = std::clamp(room, 1.0, std::max(size.width() * scale, 1.0));
+    return {width, std::round(size.height() * width / std::max(size.width(), 1))};
+}
+
+void GuideView::drawObject(
+    QPainter* painter, QRectF const& frame, QTextDocument*, int, QTextFormat const& format)
+{
+    auto& picture = m_pictures[fileOf(format, source())];
+    painter->drawImage(frame, picture.shown);
+    auto const size = (frame.size() * devicePixelRatioF()).toSize();
+    if (std::exchange(picture.size, size) != size)
+        QTimer::singleShot(0, this, &GuideView::prepareNextPicture);
+}
+
+// Reading takes as long as scaling: a step each.
+void GuideView::prepareNextPicture()
+{
+    auto const next = std::ranges::find_if(m_pictures,
+        [](auto const& entry) { return entry.second.shown.size() != entry.second.size; });
+    if (next == m_pictures.end())
+        return;
+    auto& picture = next->second;
+    if (picture.source.isNull()) {
+        if (!picture.source.load(next->first))
+            return;
+    } else {
+        picture.shown = std::exchange(picture.source, {})
+                            .scaled(picture.size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+        viewport()->update();
+    }
+    QTimer::singleShot(0, this, &GuideView::prepareNextPicture);
 }
 
 } // namespace tensio

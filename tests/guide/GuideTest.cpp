@@ -3,6 +3,7 @@
 
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTest>
 #include <QTextBlock>
 
 #include <gtest/gtest.h>
@@ -29,10 +30,8 @@ TEST(Guide, EveryLinkAndPictureIsThere)
                 if (!format.anchorHref().isEmpty())
                     links << view.source().resolved(QUrl(format.anchorHref()));
                 if (auto const image = format.toImageFormat(); image.isValid()) {
-                    QUrl const name(image.name());
-                    auto const picture
-                        = view.document()->resource(QTextDocument::ImageResource, name);
-                    EXPECT_FALSE(picture.value<QImage>().isNull()) << image.name().toStdString();
+                    auto const file = view.source().resolved(QUrl(image.name())).path();
+                    EXPECT_FALSE(QImage(u':' + file).isNull()) << file.toStdString();
                 }
             }
         }
@@ -51,4 +50,29 @@ TEST(Guide, ButtonsTurnToItsPagesAndBack)
     EXPECT_EQ(view.source().fileName(), QStringLiteral("install.ja.md"));
     buttons.front()->click();
     EXPECT_EQ(view.source().fileName(), QStringLiteral("guide.ja.md"));
+}
+
+TEST(Guide, PicturesComeIntoSightAsWideAsTheView)
+{
+    GuideView view(nullptr);
+    view.setSource(QUrl(QStringLiteral("qrc:/help/guide.ja.md")));
+    view.show();
+    for (int const width : {700, 300}) {
+        view.resize(width, 2000);
+        // The graph in the first picture, as a share of the view.
+        auto const graphWidth = [&] {
+            auto const page = view.grab().toImage();
+            QRect graph;
+            for (int x = 0; x < page.width(); ++x) {
+                for (int y = 0; y < page.height(); ++y) {
+                    auto const color = page.pixelColor(x, y);
+                    if (color.red() < 20 && color.green() < 45 && color.blue() > 70)
+                        graph |= QRect(x, y, 1, 1);
+                }
+            }
+            return 1.0 * graph.width() / page.width();
+        };
+        EXPECT_TRUE(QTest::qWaitFor([&] { return graphWidth() > 0.3; })) << width;
+        EXPECT_LT(graphWidth(), 0.5) << width;
+    }
 }
