@@ -43,6 +43,13 @@ Application::Application(Services services)
     keepSessions();
     connect(qApp, &QCoreApplication::aboutToQuit, this,
         [this] { m_delegate.applicationWillTerminate(); });
+    // Whether the program ends is decided later, and may not be in time for the port.
+    connect(qApp, &QGuiApplication::commitDataRequest, this, &Application::finish);
+}
+
+void Application::finish()
+{
+    m_tensioManager.disconnectAction.apply(Nothing {});
 }
 
 void Application::keepSessions()

@@ -25,6 +25,8 @@ public:
     explicit Application(Services services);
 
     TensioManager& tensioManager() { return m_tensioManager; }
+    // Finishes a session that runs and closes its port.
+    void finish();
     MainWindow& window() { return m_windowController.window(); }
 
 private:

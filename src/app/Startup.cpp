@@ -1,11 +1,14 @@
 #include "app/Startup.h"
 
-#include <QApplication>
+#include "toolkit/Look.h"
+
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QTranslator>
 
 namespace tensio {
+
+namespace {
 
 void identifyProgram(QApplication& application)
 {
@@ -17,6 +20,19 @@ void identifyProgram(QApplication& application)
     if (translator->load(
             QStringLiteral("qtbase_ja"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(translator);
+}
+
+} // namespace
+
+std::unique_ptr<StartedProgram> startProgram(QApplication& application)
+{
+    identifyProgram(application);
+    applyLook(application);
+    auto program = std::make_unique<StartedProgram>();
+    auto& window = program->application.window();
+    program->services.setMainWindow(window);
+    window.show();
+    return program;
 }
 
 } // namespace tensio

@@ -1,11 +1,25 @@
 #pragma once
 
-class QApplication;
+#include "app/Application.h"
+#include "app/QtServices.h"
+#include "platform/qt/ProcessEnd.h"
+
+#include <QApplication>
+
+#include <memory>
 
 namespace tensio {
 
-// Name, version and language of the program, which Qt's own panels and the paths of its files
-// follow. Called before anything else of the program is made.
-void identifyProgram(QApplication& application);
+// The program on the services of the system. When the process is asked to end, it quits as if its
+// window were closed.
+struct StartedProgram {
+    QtServices services;
+    Application application {services.services()};
+    ProcessEnd processEnd {[] { QApplication::quit(); }, [this] { application.finish(); }};
+};
+
+// Gives the program its name, language and look, which Qt's own panels and the paths of its files
+// follow, and shows its window.
+std::unique_ptr<StartedProgram> startProgram(QApplication& application);
 
 } // namespace tensio

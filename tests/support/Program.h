@@ -1,7 +1,6 @@
 #pragma once
 
-#include "app/Application.h"
-#include "app/QtServices.h"
+#include "app/Startup.h"
 #include "device-simulator/Terminal.h"
 #include "support/RuntimeFolder.h"
 #include "support/Ui.h"
@@ -12,7 +11,7 @@
 #include <QTest>
 #include <QTimer>
 
-#include <optional>
+#include <memory>
 
 namespace tensio {
 
@@ -22,8 +21,7 @@ class Program {
 public:
     RuntimeFolder folder;
     std::unique_ptr<Terminal> terminal;
-    std::optional<QtServices> services;
-    std::optional<Application> application;
+    std::unique_ptr<StartedProgram> started;
     QStringList alerts;
 
     Program()
@@ -31,8 +29,7 @@ public:
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
         qputenv("XDG_DATA_HOME", QFile::encodeName(folder.path()));
         plugIn();
-        application.emplace(services.emplace().services());
-        application->window().show();
+        started = startProgram(*qApp);
         QObject::connect(&m_user, &QTimer::timeout, [this] {
             if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
                 alerts << box->text();
@@ -42,7 +39,8 @@ public:
         m_user.start(1);
     }
 
-    TensioManager& manager() { return application->tensioManager(); }
+    TensioManager& manager() { return started->application.tensioManager(); }
+    MainWindow& window() { return started->application.window(); }
 
     // In place of the terminal before.
     void plugIn()

@@ -2,10 +2,7 @@
 #include "Gallery.h"
 #include "LatencyMeter.h"
 #include "Session.h"
-#include "app/Application.h"
-#include "app/QtServices.h"
 #include "app/Startup.h"
-#include "toolkit/Look.h"
 
 #include <QTemporaryDir>
 #include <QTimer>
@@ -55,8 +52,6 @@ int main(int argc, char** argv)
         std::fputs(usage, stderr);
         return 2;
     }
-    tensio::identifyProgram(meter);
-    tensio::applyLook(meter);
     // The sessions of the person at the machine stay out of it.
     QTemporaryDir const data;
     auto const mode = QApplication::arguments().at(1);
@@ -64,11 +59,8 @@ int main(int argc, char** argv)
         qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
     if (!mode.startsWith(u'-') && !tensio::hasSurvivedACrash(mode))
         return 1;
-    tensio::QtServices services;
-    tensio::Application application(services.services());
-    services.setMainWindow(application.window());
-    application.window().show();
-    QTimer::singleShot(
-        0, &meter, [&] { meter.exit(play(application, meter, QApplication::arguments())); });
+    auto const program = tensio::startProgram(meter);
+    QTimer::singleShot(0, &meter,
+        [&] { meter.exit(play(program->application, meter, QApplication::arguments())); });
     return tensio::LatencyMeter::exec();
 }

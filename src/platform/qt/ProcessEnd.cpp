@@ -1,0 +1,106 @@
+#include "platform/qt/ProcessEnd.h"
+
+#include <cstdlib>
+#include <utility>
+#ifdef Q_OS_UNIX
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <unistd.h>
+#endif
+
+namespace tensio {
+
+namespace {
+
+// Handlers of signals and of exit() are plain functions, which find what they need only here.
+std::function<void()> const* exitHandler = nullptr;
+
+void handleExit()
+{
+    if (auto const* handler = std::exchange(exitHandler, nullptr))
+        (*handler)();
+}
+
+#ifdef Q_OS_UNIX
+
+constexpr int requests[] {SIGTERM, SIGHUP, SIGINT};
+int signalPipe[2] {-1, -1};
+
+// Little else is allowed in a signal handler.
+void handleSignal(int /*signal*/)
+{
+    int const error = errno;
+    [[maybe_unused]] auto const written = write(signalPipe[1], "", 1);
+    errno = error;
+}
+
+void answer(int signal)
+{
+    struct sigaction action { };
+    sigaction(signal, nullptr, &action);
+    if (action.sa_handler == SIG_IGN)
+        return;
+    action.sa_handler = handleSignal;
+    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
+    sigaction(signal, &action, nullptr);
+}
+
+#endif
+
+} // namespace
+
+ProcessEnd::ProcessEnd(std::function<void()> onRequest, std::function<void()> onExit)
+    : m_onRequest(std::move(onRequest))
+    , m_onExit(std::move(onExit))
+{
+    [[maybe_unused]] static int const isRegistered = std::atexit(handleExit);
+    exitHandler = &m_onExit;
+    watchSignals();
+}
+
+#ifdef Q_OS_UNIX
+
+void ProcessEnd::watchSignals()
+{
+    if (pipe(signalPipe) != 0)
+        return;
+    for (auto const end : signalPipe)
+        fcntl(end, F_SETFD, FD_CLOEXEC);
+    m_notifier = std::make_unique<QSocketNotifier>(signalPipe[0], QSocketNotifier::Read);
+    QObject::connect(m_notifier.get(), &QSocketNotifier::activated, m_notifier.get(), [this] {
+        m_notifier->setEnabled(false);
+        m_onRequest();
+    });
+    for (auto const signal : requests)
+        answer(signal);
+}
+
+ProcessEnd::~ProcessEnd()
+{
+    exitHandler = nullptr;
+    if (!m_notifier)
+        return;
+    for (auto const signal : requests) {
+        struct sigaction action { };
+        sigaction(signal, nullptr, &action);
+        if (action.sa_handler == handleSignal)
+            std::signal(signal, SIG_DFL);
+    }
+    m_notifier.reset();
+    for (auto const end : signalPipe)
+        close(end);
+}
+
+#else
+
+void ProcessEnd::watchSignals() { }
+
+ProcessEnd::~ProcessEnd()
+{
+    exitHandler = nullptr;
+}
+
+#endif
+
+} // namespace tensio
