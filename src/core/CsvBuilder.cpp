@@ -1,6 +1,8 @@
 #include "core/CsvBuilder.h"
 
+#include "core/DateText.h"
 #include "core/NumberText.h"
+#include "core/SavingMessages.h"
 #include "core/SelectionMarks.h"
 
 #include <algorithm>
@@ -72,6 +74,21 @@ std::string const& CsvBuilder::buildSelected(
     return m_csv;
 }
 
+std::string const& CsvBuilder::buildCourse(Course const& course)
+{
+    if (course.isSimulated)
+        m_csv += simulatedMessage + m_newline + m_newline;
+    m_csv += "測定日時" + m_col + "回数" + m_col + "最大圧（kPa）" + m_col + "平均（kPa）" + m_col
+        + "目標圧（kPa）" + m_newline;
+    for (auto const& entry : course.entries) {
+        m_csv += dateAndMinute(entry.start) + m_col + std::to_string(entry.presses);
+        for (auto const pressure : {entry.best, entry.average})
+            m_csv += m_col + (entry.presses > 0 ? pressureText(pressure) : "");
+        m_csv += m_col + pressureText(entry.target) + m_newline;
+    }
+    return m_csv;
+}
+
 void CsvBuilder::appendTitles(Measurements const& measurements)
 {
     std::array<std::string, 4> rows;
@@ -120,6 +137,14 @@ std::string csvOfSelected(std::string const& name, std::string const& date,
     Measurements const& measurements, float average, float min, float max)
 {
     return begin(name, date).buildSelected(measurements, average, min, max);
+}
+
+std::string csvOfCourse(Course const& course)
+{
+    auto const& entries = course.entries;
+    auto const period
+        = dateAndMinute(entries.front().start) + " 〜 " + dateAndMinute(entries.back().start);
+    return begin(course.name, period).buildCourse(course);
 }
 
 } // namespace tensio

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "core/Course.h"
 #include "core/Measurement.h"
 
 #include <string>
@@ -20,6 +21,9 @@ public:
     std::string const& buildSelected(
         Measurements const& measurements, float average, float min, float max);
 
+    // A line for each session.
+    std::string const& buildCourse(Course const& course);
+
 private:
     void appendTitles(Measurements const& measurements);
     void appendPoints(Measurements const& measurements);
@@ -36,5 +40,6 @@ std::string csvOfAll(
 // At most three measurements; average, smallest and largest best pressure in kPa.
 std::string csvOfSelected(std::string const& name, std::string const& date,
     Measurements const& measurements, float average, float min, float max);
+std::string csvOfCourse(Course const& course);
 
 } // namespace tensio

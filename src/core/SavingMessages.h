@@ -8,4 +8,7 @@ constexpr auto printFailedMessage = "印刷に失敗しました。";
 constexpr auto paperTooSmallMessage
     = "用紙が小さすぎるため、測定結果を配置できません。\n用紙サイズか余白を変更してください。";
 
+// On pages and in files of simulated readings.
+constexpr auto simulatedMessage = "模擬装置の値です（実際の測定ではありません）";
+
 } // namespace tensio

@@ -1,5 +1,6 @@
 #include "printing/PageDrawing.h"
 
+#include "core/SavingMessages.h"
 #include "printing/QtPrintCanvas.h"
 
 #include <QPageRanges>
@@ -15,7 +16,6 @@ namespace {
 
 constexpr double pointsPerInch = 72.0;
 constexpr double margin = 72.0;
-constexpr auto simulatedText = "模擬装置の値です（実際の測定ではありません）";
 
 std::vector<int> wantedPages(QPageRanges const& ranges, int count)
 {
@@ -34,7 +34,7 @@ void markSimulated(PrintCanvas& canvas, PrintInfo const& info)
     bool const isAbove = info.topMargin >= info.bottomMargin;
     double const height = std::max(leastHeight, isAbove ? info.topMargin : info.bottomMargin);
     canvas.drawText({0.0, isAbove ? 0.0 : info.paperHeight - height, info.paperWidth, height},
-        {std::min(10.0, height - 2.0), TextAlignment::Centre, Ink::Target, true}, simulatedText);
+        {std::min(10.0, height - 2.0), TextAlignment::Centre, Ink::Target, true}, simulatedMessage);
 }
 
 } // namespace

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/Clock.h"
+
+#include <optional>
+#include <span>
+#include <string>
+#include <vector>
+
+namespace tensio {
+
+struct SessionSummary;
+
+// What a session contributes to the course of a person; pressures in kPa.
+struct CourseEntry {
+    Date start;
+    // Finished measurements; without any, best and average say nothing.
+    int presses = 0;
+    float best = 0.0f;
+    // Of the best pressures of all measurements.
+    float average = 0.0f;
+    float target = 0.0f;
+};
+
+// Sessions of one name, at least one, oldest first.
+struct Course {
+    std::string name;
+    bool isSimulated = false;
+    std::vector<CourseEntry> entries;
+};
+
+// Why these sessions do not make a course, as a sentence for the user; nothing when they do.
+std::optional<std::string> courseRefusal(std::span<SessionSummary const> sessions);
+
+} // namespace tensio

@@ -1,0 +1,37 @@
+#include "core/CsvBuilder.h"
+#include "platform/SessionStore.h"
+#include "support/Fakes.h"
+
+#include <gtest/gtest.h>
+
+using namespace tensio;
+
+TEST(Course, IsOfOneNameAndOfOneKindOfDevice)
+{
+    SessionSummary const real {1, {}, "山田"};
+    SessionSummary const other {2, {}, "山田 "};
+    SessionSummary const simulated {3, {}, "山田", 0, 0.0f, false, true};
+    for (auto const& [sessions, reason] :
+        std::initializer_list<std::pair<std::vector<SessionSummary>, std::optional<std::string>>> {
+            {{real}, {}}, {{simulated, simulated}, {}}, {{}, "経過を見る測定を選んでください。"},
+            {{real, real, other},
+                "氏名の異なる測定は、1つの経過にできません。同じ氏名の測定だけを選んでください。"},
+            {{real, simulated}, "模擬装置の測定と実際の測定は、1つの経過にできません。"}})
+        EXPECT_EQ(courseRefusal(sessions), reason);
+}
+
+TEST(Course, IsACsvFileToo)
+{
+    Course course {"山\t田", false,
+        {{ManualClock::localTime("2026-04-01 10:30:00"), 6, 21.84f, 19.2f, 20.0f},
+            {ManualClock::localTime("2026-11-20 09:05:00"), 0, 0.0f, 0.0f, 35.0f}}};
+    std::string const head
+        = "氏名\t山 田\r\n測定日時\t2026/04/01 10:30 〜 2026/11/20 09:05\r\n\r\n";
+    std::string const table
+        = "測定日時\t回数\t最大圧（kPa）\t平均（kPa）\t目標圧（kPa）\r\n"
+          "2026/04/01 10:30\t6\t21.8\t19.2\t20.0\r\n2026/11/20 09:05\t0\t\t\t35.0\r\n";
+    EXPECT_EQ(csvOfCourse(course), head + table);
+    course.isSimulated = true;
+    EXPECT_EQ(
+        csvOfCourse(course), head + "模擬装置の値です（実際の測定ではありません）\r\n\r\n" + table);
+}
