@@ -11,19 +11,16 @@ namespace {
 
 constexpr double fontSize = 8.0;
 constexpr double textHeight = 10.0;
-// Beside the plot, for numbers on the left and the target's name on the right.
-constexpr double gutter = 24.0;
-// Above the plot, for the unit; the rest of the margins is below it.
-constexpr double head = 18.0;
+// Around the plot, for the names, the numbers and the target's name.
+constexpr double head = 27.0;
+constexpr double foot = 16.0;
+constexpr double leftGutter = 24.0;
+constexpr double rightGutter = 20.0;
+
 constexpr double tickLength = 4.0;
-constexpr double belowTick = 5.5;
-constexpr double valueWidth = 22.0;
+constexpr double tickTextWidth = 30.0;
+constexpr double figureWidth = 4.4;
 constexpr double dotRadius = 3.0;
-
-constexpr double mostSteps = 7.0;
-constexpr float lowestTop = 10.0f;
-constexpr float highestTop = 200.0f;
-
 // Of a column narrower than the pen only its lowest and highest points are kept: a painter needs
 // seconds for ten minutes of points.
 constexpr double columnWidth = 0.5;
@@ -35,12 +32,11 @@ void append(std::vector<PrintPoint>& line, PrintPoint point)
         return;
     }
     auto& other = line[line.size() - 2];
-    auto& last = line.back();
-    auto const [low, high] = std::minmax(other.y, last.y);
+    auto const [low, high] = std::minmax(other.y, line.back().y);
     if (point.y >= low && point.y <= high)
         return;
     other.y = point.y < low ? high : low;
-    last = point;
+    line.back() = point;
 }
 
 bool overlap(PrintRect const& one, PrintRect const& other)
@@ -53,6 +49,7 @@ bool overlap(PrintRect const& one, PrintRect const& other)
 
 Scale scaleUpTo(double value)
 {
+    constexpr double mostSteps = 7.0;
     double step = 1.0;
     for (int index = 0; step * mostSteps < value; ++index)
         step *= index % 3 == 1 ? 2.5 : 2.0;
@@ -61,85 +58,77 @@ Scale scaleUpTo(double value)
 
 Scale pressureScale(std::vector<float> const& pressures)
 {
-    float top = lowestTop;
+    float top = 10.0f;
     for (auto const pressure : pressures) {
         if (std::isfinite(pressure))
             top = std::max(top, pressure);
     }
-    return scaleUpTo(static_cast<double>(std::min(top, highestTop)));
+    return scaleUpTo(static_cast<double>(std::min(top, 200.0f)));
 }
 
 Chart::Chart(PrintCanvas& canvas, PrintRect const& frame, Scale const& pressures, double range)
     : m_canvas(canvas)
-    , m_plot {frame.x + gutter, frame.y + head, frame.width - 2.0 * gutter, frame.height - margins}
+    , m_plot {frame.x + leftGutter, frame.y + head, frame.width - leftGutter - rightGutter,
+          frame.height - head - foot}
     , m_pressures(pressures)
     , m_range(range)
 {
+    drawGrid();
 }
 
 void Chart::drawGrid() const
 {
-    double const right = m_plot.x + m_plot.width;
-    for (double pressure = 0.0; pressure <= m_pressures.top; pressure += m_pressures.step) {
-        double const y = place({0.0, static_cast<float>(pressure)}).y;
-        auto const stroke = pressure > 0.0 ? Stroke {Ink::Hairline, 0.5} : Stroke {Ink::Text, 0.8};
-        m_canvas.strokeLine({{m_plot.x, y}, {right, y}}, stroke);
-        drawText({m_plot.x - gutter, y - textHeight / 2.0, gutter - 5.0, textHeight},
-            TextAlignment::Right, Ink::Caption, formatFixed(static_cast<float>(pressure), 0));
+    auto const write = [&](double y, std::string const& text) {
+        drawText({m_plot.x - leftGutter, y - textHeight / 2.0, leftGutter - 6.0, textHeight},
+            TextAlignment::Right, Ink::Caption, text);
+    };
+    write(m_plot.y - 12.0, "kPa");
+    for (double step = 0.0; step <= m_pressures.top; step += m_pressures.step) {
+        auto const pressure = static_cast<float>(step);
+        drawLine({{0.0, pressure}, {m_range, pressure}},
+            step > 0.0 ? Stroke {Ink::Hairline, 0.5} : Stroke {Ink::Text, 0.8});
+        write(place({0.0, pressure}).y, formatFixed(pressure, 0));
     }
-    drawText({m_plot.x - gutter, m_plot.y - head + 1.0, gutter - 5.0, textHeight},
-        TextAlignment::Right, Ink::Caption, "kPa");
 }
 
-void Chart::drawTick(double x) const
+void Chart::drawLegend(double x, Ink ink, std::string const& text) const
 {
-    double const y = m_plot.y + m_plot.height;
-    m_canvas.strokeLine({{positionOf(x), y}, {positionOf(x), y + tickLength}}, {Ink::Text, 0.8});
+    drawText({m_plot.x + x, m_plot.y - head, m_plot.width - x, textHeight}, TextAlignment::Left,
+        ink, text);
 }
 
-void Chart::drawTickText(double x, std::string const& text) const
+void Chart::drawTick(double x, TextAlignment alignment, std::string const& text) const
 {
+    auto const top = place({x, 0.0f});
+    m_canvas.strokeLine({top, {top.x, top.y + tickLength}}, {Ink::Text, 0.8});
+    double const left
+        = alignment == TextAlignment::Centre ? top.x - tickTextWidth / 2.0 : top.x + 3.0;
     drawText(
-        {positionOf(x) - gutter, m_plot.y + m_plot.height + belowTick, 2.0 * gutter, textHeight},
-        TextAlignment::Centre, Ink::Caption, text);
-}
-
-void Chart::drawTextAfterTick(double x, double width, std::string const& text) const
-{
-    drawText({positionOf(x) + 3.0, m_plot.y + m_plot.height + belowTick, width, textHeight},
-        TextAlignment::Left, Ink::Caption, text);
+        {left, top.y + tickLength + 1.5, tickTextWidth, textHeight}, alignment, Ink::Caption, text);
 }
 
 void Chart::drawLine(std::vector<ChartPoint> const& points, Stroke stroke) const
 {
     std::vector<PrintPoint> line;
-    auto const end = [&] {
-        if (line.size() > 1)
-            m_canvas.strokeLine(line, stroke);
-        line.clear();
-    };
     for (auto const& point : points) {
-        if (std::isnan(point.pressure))
-            end();
-        else
+        if (!std::isnan(point.pressure))
             append(line, place(point));
     }
-    end();
+    if (line.size() > 1)
+        m_canvas.strokeLine(line, stroke);
 }
 
-void Chart::drawTargetText(float pressure) const
+void Chart::drawTarget(std::vector<ChartPoint> const& points) const
 {
-    if (std::isnan(pressure))
-        return;
-    auto const end = place({m_range, pressure});
-    drawText({end.x + 3.0, end.y - textHeight / 2.0, gutter - 3.0, textHeight}, TextAlignment::Left,
-        Ink::Target, "目標");
+    drawLine(points, {Ink::Target, 1.2});
+    auto const end = place(points.back());
+    if (!std::isnan(end.y))
+        drawText({end.x + 3.0, end.y - textHeight / 2.0, rightGutter - 3.0, textHeight},
+            TextAlignment::Left, Ink::Target, "目標");
 }
 
 void Chart::drawDot(ChartPoint point, Ink ink, bool isOpen)
 {
-    if (std::isnan(point.pressure))
-        return;
     auto const centre = place(point);
     double const radius = isOpen ? 2.0 : dotRadius;
     m_canvas.fillCircle(centre, radius, ink);
@@ -150,27 +139,27 @@ void Chart::drawDot(ChartPoint point, Ink ink, bool isOpen)
 
 void Chart::drawValue(ChartPoint point, Ink ink)
 {
-    if (std::isnan(point.pressure))
-        return;
+    auto const text = pressureText(point.pressure);
     auto const dot = place(point);
-    double const right = m_plot.x + m_plot.width - valueWidth;
-    PrintRect const rect {std::clamp(dot.x - valueWidth / 2.0, m_plot.x, right),
-        dot.y - dotRadius - textHeight - 1.0, valueWidth, textHeight};
+    double const width = std::min(figureWidth * static_cast<double>(text.size()) + 1.0, 40.0);
+    // Beside the numbers of the scale.
+    double const left = m_plot.x - 5.0;
+    PrintRect const rect {std::clamp(dot.x - width / 2.0, left, m_plot.x + m_plot.width - width),
+        dot.y - dotRadius - textHeight, width, textHeight};
     if (std::ranges::any_of(m_taken, [&](auto const& taken) { return overlap(rect, taken); }))
         return;
     m_taken.push_back(rect);
     // No line shall cross the figures.
     double const middle = rect.y + textHeight / 2.0;
-    m_canvas.strokeLine(
-        {{rect.x, middle}, {rect.x + valueWidth, middle}}, {Ink::Paper, textHeight});
-    m_canvas.drawText(
-        rect, {fontSize, TextAlignment::Centre, ink, true}, pressureText(point.pressure));
+    m_canvas.strokeLine({{rect.x, middle}, {rect.x + width, middle}}, {Ink::Paper, fontSize});
+    m_canvas.drawText(rect, {fontSize, TextAlignment::Centre, ink, true}, text);
 }
 
 PrintPoint Chart::place(ChartPoint point) const
 {
     double const pressure = std::clamp(static_cast<double>(point.pressure), 0.0, m_pressures.top);
-    return {positionOf(point.x), m_plot.y + m_plot.height * (1.0 - pressure / m_pressures.top)};
+    return {m_plot.x + point.x / m_range * m_plot.width,
+        m_plot.y + m_plot.height * (1.0 - pressure / m_pressures.top)};
 }
 
 void Chart::drawText(

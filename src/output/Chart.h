@@ -23,37 +23,33 @@ Scale pressureScale(std::vector<float> const& pressures);
 struct ChartPoint {
     // In units of the chart's range.
     double x = 0.0;
-    // kPa. Beyond the scale it is drawn at its end; NaN is not drawn.
+    // kPa. Beyond the scale it is drawn at its end.
     float pressure = 0.0f;
 };
 
-// A chart of pressures over time. What is drawn first lies below.
+// A chart of pressures over time, with a line and a number for each step. What is drawn first lies
+// below.
 class Chart {
 public:
-    // The frame has room for the plot, from x = 0 to the range, and for all texts beside it.
+    // The frame has room for the plot, from x = 0 to the range, and for all texts around it. The
+    // range is above 0.
     Chart(PrintCanvas& canvas, PrintRect const& frame, Scale const& pressures, double range);
 
-    // The frame's height beyond that of the plot.
-    static constexpr double margins = 36.0;
-
-    // Lines and numbers, and the line of x.
-    void drawGrid() const;
-    void drawTick(double x) const;
-    // Below a tick: in its middle or, with that width in points, to its right.
-    void drawTickText(double x, std::string const& text) const;
-    void drawTextAfterTick(double x, double width, std::string const& text) const;
+    // Above the plot, inside the frame; values stay below it.
+    void drawLegend(double x, Ink ink, std::string const& text) const;
+    // With a text in its middle or, as a name of what follows, to its right.
+    void drawTick(double x, TextAlignment alignment, std::string const& text) const;
+    // Points without a number are passed over.
     void drawLine(std::vector<ChartPoint> const& points, Stroke stroke) const;
-    // Beside the right end.
-    void drawTargetText(float pressure) const;
+    // Named beside its end.
+    void drawTarget(std::vector<ChartPoint> const& points) const;
     // Filled, or open.
     void drawDot(ChartPoint point, Ink ink, bool isOpen = false);
     // Above the point; left out where it would cover a dot or another value.
     void drawValue(ChartPoint point, Ink ink);
 
-    PrintRect const& plot() const { return m_plot; }
-
 private:
-    double positionOf(double x) const { return m_plot.x + x / m_range * m_plot.width; }
+    void drawGrid() const;
     PrintPoint place(ChartPoint point) const;
     void drawText(PrintRect rect, TextAlignment alignment, Ink ink, std::string const& text) const;
 

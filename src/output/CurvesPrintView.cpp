@@ -3,11 +3,9 @@
 #include "core/NumberText.h"
 #include "core/SelectionMarks.h"
 #include "output/Chart.h"
-#include "output/PageHeading.h"
 #include "output/ReportDate.h"
 
 #include <algorithm>
-#include <cmath>
 #include <span>
 #include <utility>
 
@@ -55,15 +53,11 @@ void drawCurve(
     PrintCanvas& canvas, PrintRect const& frame, Scales const& scales, Measurement const& curve)
 {
     Chart chart(canvas, frame, scales.pressure, scales.time.top);
-    chart.drawGrid();
-    for (double time = 0.0; time <= scales.time.top; time += scales.time.step) {
-        chart.drawTick(time);
-        bool const isLast = time + scales.time.step > scales.time.top;
-        chart.drawTickText(time, formatFixed(static_cast<float>(time), 0) + (isLast ? "秒" : ""));
-    }
+    for (double time = 0.0; time <= scales.time.top; time += scales.time.step)
+        chart.drawTick(time, TextAlignment::Centre,
+            formatFixed(static_cast<float>(time), 0) + (time < scales.time.top ? "" : "秒"));
     auto const target = *curve.targetPressure;
-    chart.drawLine({{0.0, target}, {scales.time.top, target}}, {Ink::Target, 1.2});
-    chart.drawTargetText(target);
+    chart.drawTarget({{0.0, target}, {scales.time.top, target}});
 
     auto const& points = *curve.pressurePoints;
     // The line begins at rest, as on the screen.
@@ -120,7 +114,7 @@ void CurvesPrintView::draw(PrintCanvas& canvas) const
         = Curves(m_measurements)
               .subspan(first, std::min(m_curvesPerPage, m_measurements.size() - first));
     auto const& page = pageRect();
-    drawHeading(canvas, page, "波形", m_name,
+    drawHeading(canvas, "波形", m_name,
         dateOfDay(*curves.front()->timeStamp) + (m_isSelection ? "　選択した測定" : ""));
     auto const scales = scalesOf(curves);
     double const height = (page.height - headingHeight) / static_cast<double>(m_curvesPerPage);

@@ -16,6 +16,18 @@ PrintRect PagedView::rectForPage(int page)
     return m_pageRect;
 }
 
+void PagedView::drawHeading(PrintCanvas& canvas, std::string const& title, std::string const& name,
+    std::string const& remark) const
+{
+    auto const write = [&](double start, double end, TextStyle style, std::string const& text) {
+        canvas.drawText({m_pageRect.x + start, m_pageRect.y, end - start, 16.0}, style, text);
+    };
+    double const remarkStart = 0.6 * m_pageRect.width;
+    write(0.0, 40.0, {16.0, TextAlignment::Left, Ink::Text, true}, title);
+    write(44.0, remarkStart - 8.0, {13.0, TextAlignment::Left, Ink::Text, true}, name);
+    write(remarkStart, m_pageRect.width, {9.0, TextAlignment::Right, Ink::Caption}, remark);
+}
+
 double lineHeight(PrintCanvas const& canvas, double fontSize)
 {
     return 2.0 * canvas.capHeight(fontSize);

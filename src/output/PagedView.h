@@ -23,6 +23,11 @@ protected:
     // Returns the number of pages for pageRect(); 0 when nothing fits.
     virtual int layOut(PrintCanvas const& canvas) = 0;
 
+    static constexpr double headingHeight = 38.0;
+    // The kind of report and whose it is, and a remark on the right.
+    void drawHeading(PrintCanvas& canvas, std::string const& title, std::string const& name,
+        std::string const& remark) const;
+
 private:
     PrintRect m_pageRect;
     int m_currentPage = 0;

@@ -1,3 +1,4 @@
+#include "output/CoursePrintView.h"
 #include "output/CurvesPrintView.h"
 #include "output/GridPrintView.h"
 #include "output/ListPrintView.h"
@@ -15,18 +16,19 @@ using namespace tensio;
 
 namespace {
 
-// The ordinals on all pages, in the order in which they are drawn.
-std::string ordinals(PrintView& view, int pages)
+// What the pattern's group stands for on all pages, in the order in which it is drawn; ordinals
+// unless another is given.
+std::string found(PrintView& view, int pages, char const* pattern = "([0-9]+) ?回目")
 {
-    std::string ordinals;
+    std::string found;
     for (int page = 1; page <= pages; ++page) {
         for (auto const& line : Page(view, page).lines) {
-            std::smatch ordinal;
-            if (std::regex_search(line, ordinal, std::regex("([0-9]+) ?回目")))
-                ordinals += ordinal.str(1) + " ";
+            std::smatch match;
+            if (std::regex_search(line, match, std::regex(pattern)))
+                found += match.str(1) + " ";
         }
     }
-    return ordinals;
+    return found;
 }
 
 } // namespace
@@ -47,10 +49,10 @@ TEST(PrintViews, FillPagesWithoutGapsOrRepeatsAndRefuseAPaperThatHoldsNothing)
             expected += std::to_string(number) + " ";
         ListPrintView list("", finishedMeasurements(count));
         EXPECT_EQ(list.paginate(paper, Page()), listPages) << count;
-        EXPECT_EQ(ordinals(list, listPages), listPages > 0 ? expected : "");
+        EXPECT_EQ(found(list, listPages), listPages > 0 ? expected : "");
         GridPrintView grid("", finishedMeasurements(count));
         EXPECT_EQ(grid.paginate(paper, Page()), gridPages) << count;
-        EXPECT_EQ(ordinals(grid, gridPages), gridPages > 0 ? expected : "");
+        EXPECT_EQ(found(grid, gridPages), gridPages > 0 ? expected : "");
         // The sixth block, in the second row.
         EXPECT_TRUE(count < 9 || Page(grid, 1).lines.at(50) == "377.0 262.0 140.0 175.0 frame");
     }
@@ -107,18 +109,78 @@ TEST(CurvesPrintView, DrawsTheCurvesOfAPageOnOneScale)
     measurements[3]->pressurePoints->at(6001) = 13.0f;
     CurvesPrintView view("山田", measurements, false);
     ASSERT_EQ(view.paginate({}, Page()), 2);
-    // Axes from 96 to 499 and, for the first curve, from 300 up to 144: 6 s and 60 kPa.
+    // Axes from 96 to 503 and, for the first curve, from 302 up to 153: 6 s and 60 kPa.
     EXPECT_EQ(Page(view, 1).drawn("4"),
-        (Page::Lines {"96.0 300.0 99.4 222.0 102.7 274.0 line 4", "102.7 364.0 106.1 520.0 line 4",
-            "96.0 740.0 99.4 584.0 line 4"}));
+        (Page::Lines {"96.0 302.0 99.4 227.5 102.8 277.2 line 4",
+            "96.0 522.0 102.8 373.0 106.2 522.0 line 4", "96.0 742.0 99.4 593.0 line 4"}));
     EXPECT_EQ(
-        Page(view, 1).drawn("6"), (Page::Lines {"102.7 274.0 3.0 dot 6", "102.7 364.0 3.0 dot 6"}));
-    EXPECT_EQ(Page(view, 1).drawn("5").front(), "96.0 222.0 499.0 222.0 line 5");
+        Page(view, 1).drawn("6"), (Page::Lines {"102.8 277.2 3.0 dot 6", "102.8 373.0 3.0 dot 6"}));
+    EXPECT_EQ(Page(view, 1).drawn("5").front(), "96.0 227.5 503.0 227.5 line 5");
     auto const longest = Page(view, 2).drawn("4").at(0);
     EXPECT_LT(std::ranges::count(longest, '.'), 3500) << "what a painter draws at once";
-    EXPECT_NE(longest.find(" 297.6 232.4 298.0 196.0 "), std::string::npos) << "no point is lost";
+    EXPECT_NE(longest.find(" 299.6 237.4 "), std::string::npos) << "no point is lost";
     // Two curves; one low one; less.
     for (auto const& [paper, pages] :
         {std::pair {PrintInfo {420, 595}, 2}, {{420, 310}, 4}, {{420, 300}, 0}, {{340, 595}, 0}})
         EXPECT_EQ(view.paginate(paper, Page()), pages);
+}
+
+TEST(CoursePrintView, PlotsAndListsAllSessionsOverPages)
+{
+    auto const at = ManualClock::localTime;
+    CoursePrintView view({"山田", false,
+        {{at("2026-04-01 10:00:00"), 2, 20.0f, 10.0f, 15.0f},
+            {at("2026-04-01 10:30:00"), 0, 0, 0, 30},
+            {at("2026-04-01 11:00:00"), 3, 25.0f, INFINITY, 30.0f},
+            {at("2026-04-01 11:01:00"), 1, 26.0f, 26.0f, 30.0f}}});
+    ASSERT_EQ(view.paginate({}, Page()), 1);
+    Page const page(view, 1);
+    // Two hours from 96 to 503, 30 kPa from 348 up to 141.
+    EXPECT_EQ(page.drawn("4"),
+        (Page::Lines {"96.0 210.0 299.5 175.5 302.9 168.6 line 4", "96.0 210.0 3.0 dot 4",
+            "299.5 175.5 3.0 dot 4", "302.9 168.6 3.0 dot 4"}));
+    EXPECT_EQ(page.drawn("5"),
+        Page::Lines {"96.0 244.5 197.8 244.5 197.8 141.0 299.5 141.0 299.5 141.0 302.9 141.0 "
+                     "302.9 141.0 503.0 141.0 line 5"});
+    EXPECT_EQ(found(view, 1, "8.0 \\| (.*)"), "26.0 20.0 ") << "25.0 has no room";
+    EXPECT_EQ(found(view, 1, " 9.0 [<>] (.*)"),
+        "2026年04月01日 〜 2026年04月01日　4回 2026年04月01日 10:00 2回 20.0 kPa 10.0 kPa 15.0 kPa "
+        "2026年04月01日 10:30 0回 — — 30.0 kPa 2026年04月01日 11:00 3回 25.0 kPa inf kPa 30.0 kPa "
+        "2026年04月01日 11:01 1回 26.0 kPa 26.0 kPa 30.0 kPa ");
+
+    constexpr PrintInfo landscape {842, 595};
+    std::tuple<int, PrintInfo, int> const rows[] {{24, {}, 1}, {25, {}, 2}, {66, {}, 2},
+        {67, {}, 3}, {13, landscape, 1}, {14, landscape, 2}, {1, {300, 842}, 0},
+        {1, {595, 300}, 0}};
+    for (auto const& [count, paper, pages] : rows) {
+        Course course;
+        std::string expected;
+        for (int number = 1; number <= count; ++number) {
+            course.entries.push_back({at("2026-04-01 10:00:00"), number});
+            expected += std::to_string(number) + " ";
+        }
+        CoursePrintView many(course);
+        EXPECT_EQ(many.paginate(paper, Page()), pages) << count;
+        EXPECT_EQ(found(many, pages, "> ([0-9]+)回$"), pages > 0 ? expected : "");
+    }
+}
+
+TEST(DateTicks, AreAsFewAsAPageHasRoomFor)
+{
+    for (auto const& [first, last, texts] :
+        {std::tuple {"2026-11-20 09:59:59", "2026-11-20 11:00:00", "9:00 10:00 11:00 12:00 "},
+            {"2026-12-30 09:00:00", "2027-01-02 00:00:00", "12/30 12/31 1/01 1/02 1/03 "},
+            {"2028-02-20 23:00:00", "2028-03-12 01:00:00", "2/20 2/27 3/05 3/12 3/19 "},
+            {"2026-09-30 10:00:00", "2027-02-01 10:00:00", "9月 10月 11月 12月 1月 2月 3月 "},
+            {"2025-11-30 10:00:00", "2027-01-31 10:00:00",
+                "2025/11 2026/02 2026/05 2026/08 2026/11 2027/02 "},
+            {"2022-12-31 23:00:00", "2026-04-01 10:00:00",
+                "2022/12 2023/12 2024/12 2025/12 2026/12 "}}) {
+        std::string found;
+        for (auto const& tick :
+            dateTicks(ManualClock::localTime(first), ManualClock::localTime(last)))
+            found += tick.text + " ";
+        EXPECT_EQ(found, texts);
+    }
+    EXPECT_EQ(dateTicks(Date(), Date() + std::chrono::hours(24 * 365 * 80)).size(), 81);
 }
