@@ -28,10 +28,9 @@ void MeasurementList::add(std::shared_ptr<Measurement> measurement)
         && measurement->pressurePoints);
     if (m_measurements.size() >= MEASUREMENTS_MAX_COUNT)
         return;
-    m_subscriptions.push_back(
-        measurement->isCounted.observeChanges([this](bool) { updateSelectedAverage(); }));
+    observeSelection(*measurement);
     m_measurements.push_back(std::move(measurement));
-    m_startingIndex = std::max<std::ptrdiff_t>(0, std::ssize(m_measurements) - ITEMS);
+    showLast();
     publish();
 }
 
@@ -43,12 +42,15 @@ void MeasurementList::setStartingIndex(std::ptrdiff_t index)
     publish();
 }
 
-void MeasurementList::reset()
+void MeasurementList::assign(Measurements measurements)
 {
     m_subscriptions.clear();
-    m_measurements.clear();
-    m_startingIndex = 0;
-    selectedAverage.setValue(0.0f);
+    m_measurements = std::move(measurements);
+    m_measurements.resize(std::min(m_measurements.size(), MEASUREMENTS_MAX_COUNT));
+    for (auto const& each : m_measurements)
+        observeSelection(*each);
+    showLast();
+    updateSelectedAverage();
     publish();
 }
 
@@ -72,6 +74,17 @@ float MeasurementList::minSelectedPressure() const
     auto const selection = counted();
     return selection.empty() ? 0.0f
                              : *(*std::ranges::min_element(selection, isLower))->bestPressure;
+}
+
+void MeasurementList::observeSelection(Measurement& measurement)
+{
+    m_subscriptions.push_back(
+        measurement.isCounted.observeChanges([this](bool) { updateSelectedAverage(); }));
+}
+
+void MeasurementList::showLast()
+{
+    m_startingIndex = std::max<std::ptrdiff_t>(0, std::ssize(m_measurements) - ITEMS);
 }
 
 void MeasurementList::updateSelectedAverage()

@@ -29,8 +29,11 @@ public:
     void add(std::shared_ptr<Measurement> measurement);
     // Ignores an index below 0 and one that would leave fewer than ITEMS visible.
     void setStartingIndex(std::ptrdiff_t index);
+    // Replaces all measurements, publishing once. They must be finished; a list holds at most
+    // MEASUREMENTS_MAX_COUNT. The visible range is the last.
+    void assign(Measurements measurements);
     // Empties the list, the visible range and the selection.
-    void reset();
+    void reset() { assign({}); }
 
     // The selected measurements, in list order.
     Measurements counted() const;
@@ -39,6 +42,8 @@ public:
     float minSelectedPressure() const;
 
 private:
+    void observeSelection(Measurement& measurement);
+    void showLast();
     void updateSelectedAverage();
     void updateEnabledStates();
     void publish() const;

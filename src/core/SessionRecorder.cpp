@@ -21,16 +21,6 @@ bool isAboveZero(float pressure)
     return pressure > 0.0f;
 }
 
-std::shared_ptr<Measurement> measurementOf(StoredMeasurement const& stored)
-{
-    auto measurement = std::make_shared<Measurement>(stored.number);
-    measurement->bestPressure = stored.best;
-    measurement->targetPressure = stored.target;
-    measurement->timeStamp = stored.timeStamp;
-    measurement->pressurePoints = stored.points;
-    return measurement;
-}
-
 } // namespace
 
 SessionRecorder::SessionRecorder(
@@ -180,12 +170,10 @@ bool SessionRecorder::open(SessionId session)
         = canOpen.value() ? m_store.load(session, StoredPoints::Loaded) : std::nullopt;
     if (!stored)
         return false;
-    Measurements measurements;
-    std::ranges::transform(stored->measurements, std::back_inserter(measurements), measurementOf);
     m_isRecording = false;
     m_session = session;
     m_isMarked = false;
-    m_tensioManager.restoreSession(stored->summary.name, measurements, stored->summary.isSimulated);
+    m_tensioManager.restoreSession(*stored);
     pastSession.setValue(stored->summary);
     return true;
 }

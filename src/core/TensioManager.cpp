@@ -2,6 +2,7 @@
 
 #include "core/NumberText.h"
 #include "platform/Menu.h"
+#include "platform/SessionStore.h"
 
 #include <algorithm>
 #include <cmath>
@@ -16,6 +17,25 @@ constexpr float fallbackTargetPressure = 30.0f;
 constexpr int highestOffered = 80;
 constexpr int lowestOffered = 10;
 constexpr int offeredStep = 5;
+
+Measurements measurementsOf(StoredSession const& session)
+{
+    Measurements measurements;
+    for (auto const& stored : session.measurements) {
+        auto& measurement
+            = *measurements.emplace_back(std::make_shared<Measurement>(stored.number));
+        measurement.bestPressure = stored.best;
+        measurement.targetPressure = stored.target;
+        measurement.timeStamp = stored.timeStamp;
+        measurement.pressurePoints = stored.points;
+    }
+    return measurements;
+}
+
+void publish(auto const&... properties)
+{
+    (properties.publish(), ...);
+}
 } // namespace
 
 TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock const& clock,
@@ -70,9 +90,10 @@ void TensioManager::connectionStarted()
 {
     m_measurementCount = 1;
     measurement = std::make_shared<Measurement>(m_measurementCount);
+    isSavedAsCsv.prepare(false);
+    savedPath().prepare({});
     measurementList.reset();
-    isSavedAsCsv.setValue(false);
-    savedPath().setValue({});
+    publish(isSavedAsCsv, savedPath());
     isRecording.setValue(false);
     isMeasuring.setValue(true);
     m_hasMeaningfulData = false;
@@ -84,24 +105,21 @@ void TensioManager::connectionStarted()
     shouldReset.setValue(true);
 }
 
-void TensioManager::restoreSession(
-    std::string const& name, Measurements const& measurements, bool isSimulated)
+void TensioManager::restoreSession(StoredSession const& session)
 {
+    currentPressure.prepare(0.0f);
     // No live value of another subject may remain beside the restored measurements.
-    currentPressure.setValue(0.0f);
-    targetPressure.setValue(0.0f);
-    maxPressure.setValue(0.0f);
-    shouldReset.setValue(true);
-    username.setValue(name);
-    serialPortManager.isSimulated.setValue(isSimulated);
-    // Before the list: these still speak of the session before.
-    isSavedAsCsv.setValue(false);
-    savedPath().setValue({});
-    measurementList.reset();
-    for (auto const& each : measurements)
-        measurementList.add(each);
-    // Published again: header and notices look at the list only when this is assigned.
-    isMeasuring.setValue(false);
+    targetPressure.prepare(0.0f);
+    maxPressure.prepare(0.0f);
+    shouldReset.prepare(true);
+    username.prepare(session.summary.name);
+    serialPortManager.isSimulated.prepare(session.summary.isSimulated);
+    isSavedAsCsv.prepare(false);
+    savedPath().prepare({});
+    measurementList.assign(measurementsOf(session));
+    // Header and notices look at the list when isMeasuring is published.
+    publish(currentPressure, targetPressure, maxPressure, shouldReset, username,
+        serialPortManager.isSimulated, isSavedAsCsv, savedPath(), isMeasuring);
 }
 
 void TensioManager::receivePressure(float pressure)

@@ -15,6 +15,7 @@
 namespace tensio {
 
 class Menu;
+struct StoredSession;
 
 // The session manager: owns the link and the list of measurements, publishes the live values, cuts
 // the stream of pressures into measurements, keeps the target, and offers the commands of the user
@@ -83,9 +84,9 @@ public:
     // The tick of the reset timer: finishes the measurement if no record came since the last tick.
     void onReset();
 
-    // Puts a finished session into the list, as if it had just been finished; only while none runs.
-    void restoreSession(
-        std::string const& name, Measurements const& measurements, bool isSimulated);
+    // Puts a finished session into the window, as if it had just been finished; only while none
+    // runs. Nothing is published before all of it is assigned.
+    void restoreSession(StoredSession const& session);
 
     // Fills the menu of default targets. Not owned; must outlive its use through setTargetPressure.
     void setUpTargetPressureMenu(Menu& menu);

@@ -27,9 +27,17 @@ public:
     // or destroy this property.
     void setValue(T value)
     {
+        prepare(std::move(value));
+        publish();
+    }
+
+    // The two halves of setValue(), for values that change together: none is published before all
+    // are assigned.
+    void prepare(T value) { m_state->value = std::move(value); }
+    void publish() const
+    {
         // The copy outlives an observer that destroys this property.
         auto const state = m_state;
-        state->value = std::move(value);
         state->listeners.call();
     }
 
