@@ -43,9 +43,9 @@ int record(QDir const& folder)
 {
     mark(faultsBegin);
     std::optional<Recording> recording(folder.filePath(storeFile));
-    auto& [session, store, recorder] = *recording;
-    int messages = recorder.problem.value() == StoreProblem::None ? 0 : 1;
-    auto counting = recorder.problem.observeChanges(
+    auto& [session, store, archive] = *recording;
+    int messages = archive.problem.value() == StoreProblem::None ? 0 : 1;
+    auto counting = archive.problem.observeChanges(
         [&](StoreProblem problem) { messages += problem == StoreProblem::None ? 0 : 1; });
     auto const print = [](char const* sign) { std::cout << sign << std::flush; };
     for (int burst = 0; burst < 3; ++burst) {

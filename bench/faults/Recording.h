@@ -1,6 +1,6 @@
 #pragma once
 
-#include "core/SessionRecorder.h"
+#include "core/SessionArchive.h"
 #include "platform/qt/QtSessionStore.h"
 #include "support/Session.h"
 
@@ -10,7 +10,7 @@ namespace tensio {
 struct Recording {
     explicit Recording(QString const& path)
         : store(path)
-        , recorder(session.manager, store, session.runLoop, session.clock)
+        , archive(session.manager, store, session.runLoop, session.clock)
     {
         session.connect();
     }
@@ -29,7 +29,7 @@ struct Recording {
 
     Session session;
     QtSessionStore store;
-    SessionRecorder recorder;
+    SessionArchive archive;
 };
 
 // As a press makes them, from its beginning.

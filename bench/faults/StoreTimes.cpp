@@ -88,7 +88,7 @@ TEST(StoreTimes, WithTenThousandSessions)
     Recording recording(place.path);
     QWidget parent;
     auto const openings = timesOf(5, [&] {
-        PastSessionsWindow window(recording.recorder, recording.store, parent);
+        PastSessionsWindow window(recording.archive, parent);
         window.show();
         window.grab();
         EXPECT_EQ(window.findChild<QTreeView*>()->model()->rowCount(), 10'000);

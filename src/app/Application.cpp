@@ -23,7 +23,7 @@ Application::Application(Services services)
     , m_tensioManager(services.ports, services.runLoop, services.clock, services.userDefaults,
           {m_pdfRenderer, services.savePanel, services.fileWriter, services.screen,
               services.alerts})
-    , m_sessionRecorder(m_tensioManager, services.sessionStore, services.runLoop, services.clock)
+    , m_sessionArchive(m_tensioManager, services.sessionStore, services.runLoop, services.clock)
     , m_windowController(m_tensioManager, services.runLoop, services.alerts)
     , m_reportPrinter(
           m_tensioManager, services.printPanels, services.alerts, m_pageLayout, window())
@@ -54,19 +54,17 @@ void Application::finish()
 
 void Application::keepSessions()
 {
-    m_windowController.showNotices(m_sessionRecorder, m_services.sessionStore);
-    m_mainMenu.addPastSessions(m_sessionRecorder.canOpen, [this] { openPastSessions(); });
-    m_subscriptions.push_back(m_sessionRecorder.pastSession.observe([this](auto const& session) {
+    m_windowController.showNotices(m_sessionArchive);
+    m_mainMenu.addPastSessions(m_sessionArchive.canOpen, [this] { openPastSessions(); });
+    m_subscriptions.push_back(m_sessionArchive.shown.observe([this](auto const& session) {
         m_windowController.showPastSessionInTitle(session ? titleOf(*session) : QString());
     }));
 }
 
 void Application::openPastSessions()
 {
-    auto* sessions = new PastSessionsWindow(m_sessionRecorder, m_services.sessionStore, window());
+    auto* sessions = new PastSessionsWindow(m_sessionArchive, window());
     sessions->setAttribute(Qt::WA_DeleteOnClose);
-    connect(sessions, &PastSessionsWindow::sessionsRemoved, this,
-        [this] { m_windowController.refreshNotices(); });
     sessions->open();
 }
 

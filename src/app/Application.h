@@ -5,7 +5,7 @@
 #include "app/MainMenu.h"
 #include "app/MainWindowController.h"
 #include "app/Services.h"
-#include "core/SessionRecorder.h"
+#include "core/SessionArchive.h"
 #include "core/TensioManager.h"
 #include "printing/PageDrawing.h"
 #include "printing/QtPdfRenderer.h"
@@ -15,8 +15,8 @@
 
 namespace tensio {
 
-// Puts the program together: the one session manager, the recorder, the window and its menus. Needs
-// a QApplication.
+// Puts the program together: the one session manager, the archive of sessions, the window and its
+// menus. Needs a QApplication.
 class Application : public QObject {
     Q_OBJECT
 
@@ -38,7 +38,7 @@ private:
     QPageLayout m_pageLayout {defaultPageLayout()};
     QtPdfRenderer m_pdfRenderer {m_pageLayout};
     TensioManager m_tensioManager;
-    SessionRecorder m_sessionRecorder;
+    SessionArchive m_sessionArchive;
     MainWindowController m_windowController;
     ReportPrinter m_reportPrinter;
     AppDelegate m_delegate;

@@ -22,11 +22,7 @@ public:
     QMenu& defaultTargetMenu() { return m_defaultTargetMenu; }
     // Which stored session the window shows; empty when it shows the latest connection's.
     void showPastSessionInTitle(QString const& session);
-    void showNotices(SessionRecorder& recorder, SessionStore& store)
-    {
-        m_contentController.showNotices(recorder, store);
-    }
-    void refreshNotices() { m_contentController.refreshNotices(); }
+    void showNotices(SessionArchive& archive) { m_contentController.showNotices(archive); }
     void addCommands(QMenu& measurementMenu, QMenu& viewMenu)
     {
         m_contentController.addCommands(measurementMenu, viewMenu);

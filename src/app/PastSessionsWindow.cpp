@@ -1,7 +1,7 @@
 #include "app/PastSessionsWindow.h"
 
 #include "core/DateText.h"
-#include "core/SessionRecorder.h"
+#include "core/SessionArchive.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/WindowSize.h"
 #include "ui_PastSessions.h"
@@ -18,11 +18,9 @@ namespace {
 constexpr std::size_t all = std::numeric_limits<int>::max();
 }
 
-PastSessionsWindow::PastSessionsWindow(
-    SessionRecorder& recorder, SessionStore& store, QWidget& parent)
+PastSessionsWindow::PastSessionsWindow(SessionArchive& archive, QWidget& parent)
     : QDialog(&parent)
-    , m_recorder(recorder)
-    , m_store(store)
+    , m_archive(archive)
     , m_ui(std::make_unique<Ui::PastSessions>())
 {
     m_ui->setupUi(this);
@@ -58,7 +56,7 @@ void PastSessionsWindow::setUpList()
 
 void PastSessionsWindow::search()
 {
-    auto page = m_store.sessions(std::nullopt, all);
+    auto page = m_archive.sessions(std::nullopt, all);
     std::erase_if(page.sessions, [this](auto const& session) {
         return !QString::fromStdString(session.name)
                     .contains(m_ui->searchInput->text(), Qt::CaseInsensitive);
@@ -83,7 +81,7 @@ void PastSessionsWindow::openSelected()
     auto const index = m_ui->sessionList->currentIndex();
     if (!index.isValid())
         return;
-    if (m_recorder.open(m_model.session(index).id))
+    if (m_archive.open(m_model.session(index).id))
         close();
     else
         warn(QStringLiteral("この測定は読み込めませんでした。"));
@@ -98,17 +96,17 @@ void PastSessionsWindow::removeSelected()
     auto const date = QString::fromStdString(dateAndMinute(session.start));
     ask(QStringLiteral("%1　%2（%3回）を削除します。\n元に戻すことはできません。")
             .arg(date, QString::fromStdString(session.name), QString::number(session.count)),
-        [this, id = session.id] { return m_store.remove({id}); });
+        [this, id = session.id] { return m_archive.remove({id}); });
 }
 
 void PastSessionsWindow::removeAll()
 {
     ask(QStringLiteral("以前の測定を%1件すべて削除します。\n元に戻すことはできません。")
-            .arg(m_store.sessions(std::nullopt, all).sessions.size()),
-        [this] { return m_store.removeAll(); });
+            .arg(m_archive.sessions(std::nullopt, all).sessions.size()),
+        [this] { return m_archive.removeAll(); });
 }
 
-void PastSessionsWindow::ask(QString const& question, std::function<bool()> const& remove)
+void PastSessionsWindow::ask(QString const& question, std::function<StoreProblem()> const& remove)
 {
     auto* box = new QMessageBox(
         QMessageBox::Warning, QStringLiteral("tensio"), question, QMessageBox::NoButton, this);
@@ -118,9 +116,7 @@ void PastSessionsWindow::ask(QString const& question, std::function<bool()> cons
     box->setDefaultButton(keep);
     box->setEscapeButton(keep);
     connect(doRemove, &QAbstractButton::clicked, this, [this, remove] {
-        if (remove())
-            Q_EMIT sessionsRemoved();
-        else
+        if (remove() != StoreProblem::None)
             warn(QStringLiteral("削除できませんでした。"));
         search();
     });

@@ -12,7 +12,7 @@ class PastSessions;
 
 namespace tensio {
 
-class SessionRecorder;
+class SessionArchive;
 
 // The list of the stored sessions: searched by name, one put into the window, one or all deleted.
 class PastSessionsWindow : public QDialog {
@@ -20,13 +20,9 @@ class PastSessionsWindow : public QDialog {
     Q_DISABLE_COPY_MOVE(PastSessionsWindow)
 
 public:
-    // The recorder and the store must outlive the window.
-    PastSessionsWindow(SessionRecorder& recorder, SessionStore& store, QWidget& parent);
+    // The archive must outlive the window.
+    PastSessionsWindow(SessionArchive& archive, QWidget& parent);
     ~PastSessionsWindow() override;
-
-Q_SIGNALS:
-    // One or all have been removed from the store.
-    void sessionsRemoved();
 
 private:
     void setUpList();
@@ -36,11 +32,10 @@ private:
     void removeSelected();
     void removeAll();
     // Asks first; the safe answer is the default.
-    void ask(QString const& question, std::function<bool()> const& remove);
+    void ask(QString const& question, std::function<StoreProblem()> const& remove);
     void warn(QString const& message);
 
-    SessionRecorder& m_recorder;
-    SessionStore& m_store;
+    SessionArchive& m_archive;
     std::unique_ptr<Ui::PastSessions> m_ui;
     PastSessionsModel m_model;
 };

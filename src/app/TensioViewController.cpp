@@ -100,15 +100,10 @@ void TensioViewController::addCommands(QMenu& measurementMenu, QMenu& viewMenu)
     m_history->addCommands(viewMenu);
 }
 
-void TensioViewController::showNotices(SessionRecorder& recorder, SessionStore& store)
+void TensioViewController::showNotices(SessionArchive& archive)
 {
     m_sessionNotices = std::make_unique<SessionNotices>(
-        m_tensioManager, recorder, store, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
-}
-
-void TensioViewController::refreshNotices()
-{
-    m_sessionNotices->refresh();
+        archive, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
 }
 
 } // namespace tensio

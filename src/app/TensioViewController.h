@@ -21,9 +21,8 @@ class HeaderViewController;
 class HistoryViewController;
 class InfoControlsViewController;
 class RunLoop;
+class SessionArchive;
 class SessionNotices;
-class SessionRecorder;
-class SessionStore;
 class TensioManager;
 class VisualFeedbackViewController;
 
@@ -47,10 +46,8 @@ public:
     void viewWillLayout();
     // Scales the design uniformly to the size, in the window's units, and centres it.
     void fit(QSizeF size);
-    // Shows the notices about stored sessions. Both must outlive the controller.
-    void showNotices(SessionRecorder& recorder, SessionStore& store);
-    // After stored sessions have been removed. Only after showNotices.
-    void refreshNotices();
+    // Shows the notices about stored sessions. The archive must outlive the controller.
+    void showNotices(SessionArchive& archive);
     // The panels' commands that have keys.
     void addCommands(QMenu& measurementMenu, QMenu& viewMenu);
 

@@ -1,8 +1,7 @@
 #include "panels/SessionNotices.h"
 
 #include "core/DateText.h"
-#include "core/SessionRecorder.h"
-#include "core/TensioManager.h"
+#include "core/SessionArchive.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/DesignFrame.h"
 #include "ui_StoreProblem.h"
@@ -50,10 +49,8 @@ QString textOf(StoreProblem problem)
 
 } // namespace
 
-SessionNotices::SessionNotices(TensioManager& tensioManager, SessionRecorder& recorder,
-    SessionStore& store, QWidget& unsavedView, QWidget& problemView)
-    : m_recorder(recorder)
-    , m_store(store)
+SessionNotices::SessionNotices(SessionArchive& archive, QWidget& unsavedView, QWidget& problemView)
+    : m_archive(archive)
     , m_unsavedView(unsavedView)
     , m_problemView(problemView)
     , m_unsaved(std::make_unique<Ui::UnsavedSession>())
@@ -66,32 +63,22 @@ SessionNotices::SessionNotices(TensioManager& tensioManager, SessionRecorder& re
     setAccessibleRole(*m_problem->storeProblemLabel, QAccessible::Notification);
     connect(m_problem->hideProblemButton, &QPushButton::clicked, &m_problemView, &QWidget::hide);
     m_subscriptions.push_back(
-        m_recorder.problem.observe([this](StoreProblem problem) { showProblem(textOf(problem)); }));
+        m_archive.problem.observe([this](StoreProblem problem) { showProblem(textOf(problem)); }));
     m_subscriptions.push_back(
-        tensioManager.isMeasuring.observeChanges([this](bool) { m_unsavedView.hide(); }));
+        m_archive.unsaved.observe([this](auto const& session) { showUnsaved(session); }));
     connect(
         m_unsaved->openUnsavedButton, &QPushButton::clicked, this, &SessionNotices::openUnsaved);
-    connect(m_unsaved->putAsideButton, &QPushButton::clicked, this, [this] {
-        m_store.dismiss(m_unsavedId);
-        m_unsavedView.hide();
-    });
-    showUnsaved(m_store.unsavedSession());
+    connect(m_unsaved->putAsideButton, &QPushButton::clicked, this,
+        [this] { m_archive.dismissUnsaved(); });
 }
 
 SessionNotices::~SessionNotices() = default;
-
-void SessionNotices::refresh()
-{
-    if (!m_unsavedView.isHidden())
-        showUnsaved(m_store.unsavedSession());
-}
 
 void SessionNotices::showUnsaved(std::optional<SessionSummary> const& session)
 {
     m_unsavedView.setVisible(session.has_value());
     if (!session)
         return;
-    m_unsavedId = session->id;
     m_unsaved->unsavedSimulatedLabel->setVisible(session->isSimulated);
     m_unsaved->unsavedDetailLabel->setText(
         QStringLiteral("%1　%2　%3回")
@@ -102,9 +89,7 @@ void SessionNotices::showUnsaved(std::optional<SessionSummary> const& session)
 
 void SessionNotices::openUnsaved()
 {
-    if (m_recorder.open(m_unsavedId))
-        m_store.dismiss(m_unsavedId);
-    else
+    if (auto const session = m_archive.unsaved.value(); session && !m_archive.open(session->id))
         showProblem(QStringLiteral("この測定は読み込めませんでした。管理者に知らせてください。"));
 }
 

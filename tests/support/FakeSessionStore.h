@@ -7,11 +7,14 @@
 
 namespace tensio {
 
-// Sessions in memory. The next `refusals` writes are refused.
+// Sessions in memory. The next `refusals` changes are refused.
 struct FakeSessionStore : SessionStore {
     std::map<SessionId, StoredSession> stored;
     std::vector<SessionId> ended;
+    std::vector<SessionId> dismissed;
     std::size_t finishedMeasurements = 0;
+    std::size_t longestPart = 0;
+    int checkpoints = 0;
     int refusals = 0;
     StoreProblem reason = StoreProblem::None;
 
@@ -20,40 +23,60 @@ struct FakeSessionStore : SessionStore {
 
     std::optional<SessionId> begin(SessionHead const& head, MeasurementPart const& part) override
     {
-        if (refusals > 0)
-            return --refusals, std::nullopt;
-        auto const id = static_cast<SessionId>(stored.size()) + 1;
-        stored[id].summary = {id, head.start, head.name, 0, 0.0f, false, head.isSimulated};
-        return write(id, part) ? std::optional(id) : std::nullopt;
+        if (isRefused())
+            return std::nullopt;
+        auto const id = ++m_lastId;
+        stored[id] = {{id, head.start, head.name, 0, 0.0f, false, head.isSimulated}, {},
+            head.target, head.targetPercent};
+        write(id, part);
+        return id;
     }
     bool write(SessionId session, MeasurementPart const& part) override
     {
-        if (refusals > 0)
-            return --refusals < 0;
-        auto& summary = stored[session].summary;
-        auto& measurements = stored[session].measurements;
+        if (isRefused())
+            return false;
+        auto const found = stored.find(session);
+        if (found == stored.end())
+            return true;
+        auto& [summary, measurements, target, percent] = found->second;
         summary.count = std::max(summary.count, part.number);
+        summary.best = std::max(summary.best, part.best);
         measurements.resize(static_cast<std::size_t>(summary.count));
         auto& measurement = measurements.at(static_cast<std::size_t>(part.number) - 1);
         auto points = std::move(measurement.points);
         points.insert(points.end(), part.points.begin(), part.points.end());
         measurement = {part.number, part.best, part.target, part.timeStamp, std::move(points)};
         finishedMeasurements += part.isFinished ? 1 : 0;
+        longestPart = std::max(longestPart, part.points.size());
         return true;
     }
-    bool end(SessionId session, Date) override { return ended.push_back(session), true; }
+    bool end(SessionId session, Date) override { return noted(ended, session); }
 
     bool markSaved(SessionId session) override
     {
-        return refusals == 0 && (stored[session].summary.isSaved = true);
+        bool const isDone = !isRefused();
+        if (isDone && stored.contains(session))
+            stored[session].summary.isSaved = true;
+        return isDone;
     }
-    bool dismiss(SessionId session) override { return (m_dismissed = session) != 0; }
+    bool dismiss(SessionId session) override { return noted(dismissed, session); }
     bool remove(std::vector<SessionId> const& sessions) override
     {
-        return std::ranges::all_of(sessions, [this](auto id) { return stored.erase(id) == 1; });
+        bool const isDone = !isRefused();
+        for (auto const id : sessions) {
+            if (isDone)
+                stored.erase(id);
+        }
+        return isDone;
     }
-    bool removeAll() override { return stored.clear(), true; }
-    void checkpoint() override { }
+    bool removeAll() override
+    {
+        bool const isDone = !isRefused();
+        if (isDone)
+            stored.clear();
+        return isDone;
+    }
+    void checkpoint() override { ++checkpoints; }
 
     SessionPage sessions(std::optional<SessionSummary> const& last, std::size_t most) override
     {
@@ -68,7 +91,7 @@ struct FakeSessionStore : SessionStore {
     std::optional<SessionSummary> unsavedSession() override
     {
         bool const isNone = stored.empty() || stored.rbegin()->second.summary.isSaved
-            || stored.rbegin()->first == m_dismissed;
+            || std::ranges::count(dismissed, stored.rbegin()->first) > 0;
         return isNone ? std::nullopt : std::optional(stored.rbegin()->second.summary);
     }
     std::optional<StoredSession> load(SessionId session, StoredPoints) override
@@ -77,7 +100,16 @@ struct FakeSessionStore : SessionStore {
     }
 
 private:
-    SessionId m_dismissed = 0;
+    bool isRefused() { return refusals > 0 && refusals-- > 0; }
+    bool noted(std::vector<SessionId>& sessions, SessionId session)
+    {
+        bool const isDone = !isRefused();
+        if (isDone)
+            sessions.push_back(session);
+        return isDone;
+    }
+
+    SessionId m_lastId = 0;
 };
 
 } // namespace tensio

@@ -1,4 +1,4 @@
-#include "core/SessionRecorder.h"
+#include "core/SessionArchive.h"
 
 #include "support/FakeSessionStore.h"
 #include "support/Session.h"
@@ -13,7 +13,7 @@ using Points = std::vector<float>;
 
 struct Recorded : Session {
     FakeSessionStore store;
-    std::optional<SessionRecorder> recorder {std::in_place, manager, store, runLoop, clock};
+    std::optional<SessionArchive> archive {std::in_place, manager, store, runLoop, clock};
 
     void begin(std::string const& name, bool isSimulated = true)
     {
@@ -31,7 +31,7 @@ struct Recorded : Session {
 
 } // namespace
 
-TEST(SessionRecorder, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
+TEST(SessionArchive, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
 {
     Recorded session;
     session.begin("山田 花子");
@@ -41,6 +41,7 @@ TEST(SessionRecorder, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
     session.clock.date += std::chrono::minutes(1);
     session.runLoop.advance(Seconds(2.5));
     EXPECT_EQ(session.store.finishedMeasurements, 1U);
+    EXPECT_EQ(session.store.checkpoints, 1);
     EXPECT_EQ(session.stored(0).points, (Points {0.0f, -3.0f, 20.0f, 35.0f}));
     EXPECT_EQ(
         std::tuple(session.stored(0).best, session.stored(0).target), std::tuple(35.0f, 20.0f));
@@ -57,18 +58,20 @@ TEST(SessionRecorder, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
         std::tuple(session.stored(1).best, session.stored(1).target), std::tuple(13.0f, 20.0f));
     session.receive(std::vector(1300, 9.0));
     session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(session.stored(1).points.size(), 1204U) << "a write must stay short";
-    session.recorder.reset();
-    EXPECT_EQ(session.stored(1).points.size(), 1304U) << "the program ends";
+    EXPECT_EQ(session.stored(1).points.size(), 1304U);
+    EXPECT_EQ(session.store.longestPart, 1200U) << "a write must stay short";
+    session.receive({14.0});
+    session.archive.reset();
+    EXPECT_EQ(session.stored(1).points.size(), 1305U) << "the program ends";
     auto const& summary = session.store.stored.at(1).summary;
     EXPECT_EQ(std::tuple(summary.name, summary.isSimulated), std::tuple("山田 花子", true));
 }
 
-TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
+TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
 {
     Recorded session;
     std::vector<StoreProblem> problems;
-    auto const observing = session.recorder->problem.observeChanges(
+    auto const observing = session.archive->problem.observeChanges(
         [&](auto problem) { problems.push_back(problem); });
     session.begin("");
     session.store.reason = StoreProblem::NoSpace;
@@ -83,8 +86,10 @@ TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     session.runLoop.advance(Seconds(0.9));
     EXPECT_EQ(session.store.finishedMeasurements, 4U) << "a backlog must not stop the display";
     session.store.refusals = 100;
+    auto const checkpoints = session.store.checkpoints;
     session.finish();
-    EXPECT_FALSE(session.recorder->open(1)) << "what is not stored yet would be lost";
+    EXPECT_EQ(session.store.checkpoints, checkpoints + 1) << "not before the records have ended";
+    EXPECT_FALSE(session.archive->open(1)) << "what is not stored yet would be lost";
     session.store.refusals = 0;
     session.runLoop.advance(Seconds(1.0));
     EXPECT_EQ(session.store.finishedMeasurements, 10U);
@@ -92,7 +97,7 @@ TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     EXPECT_EQ(session.stored(9).points, Points {30.0f});
     EXPECT_EQ(problems.size(), 4U);
     EXPECT_EQ(problems.back(), StoreProblem::None);
-    EXPECT_TRUE(session.recorder->canOpen.value());
+    EXPECT_TRUE(session.archive->canOpen.value());
     session.saving.answer = "/file.csv";
     session.store.refusals = 100;
     session.manager.saveCsv();
@@ -101,35 +106,10 @@ TEST(SessionRecorder, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     EXPECT_TRUE(session.store.stored[1].summary.isSaved);
 }
 
-TEST(SessionRecorder, OpensPastSessionsThoughNothingCanBeStoredOnceTheListIsACsvFile)
+TEST(SessionArchive, PutsAPastSessionBackOnlyBetweenSessions)
 {
     Recorded session;
-    session.store.refusals = 1000;
-    session.begin("次郎");
-    session.press({10.0});
-    session.finish();
-    session.begin("太郎");
-    session.store.refusals = 0;
-    session.press({20.0});
-    session.finish();
-    session.store.refusals = 1000;
-    session.begin("花子");
-    session.press({30.0});
-    session.finish();
-    EXPECT_FALSE(session.recorder->open(1));
-    session.saving.answer = "/file.csv";
-    session.manager.saveCsv();
-    EXPECT_TRUE(session.recorder->open(1));
-    session.store.refusals = 0;
-    session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(session.store.ended, std::vector {SessionId {1}})
-        << "neither what was refused until the list was cleared, nor a past session";
-}
-
-TEST(SessionRecorder, PutsAPastSessionBackOnlyBetweenSessions)
-{
-    Recorded session;
-    auto& recorder = *session.recorder;
+    auto& archive = *session.archive;
     auto const areSaved = [&] {
         std::vector<bool> saved;
         for (auto const& [id, stored] : session.store.stored)
@@ -138,24 +118,24 @@ TEST(SessionRecorder, PutsAPastSessionBackOnlyBetweenSessions)
     };
     session.begin("山田 花子");
     session.press({20.0});
-    ASSERT_FALSE(recorder.open(1));
+    ASSERT_FALSE(archive.open(1));
     session.finish();
     session.begin("別の人", false);
     session.press({50.0});
     session.finish();
     session.saving.answer = "/file.csv";
     session.manager.saveCsv();
-    ASSERT_TRUE(recorder.open(1));
+    ASSERT_TRUE(archive.open(1));
     session.runLoop.advance(Seconds(1.0));
     EXPECT_EQ(areSaved(), (std::vector {false, true})) << "what was saved was another session";
     EXPECT_EQ(session.bestPressures(), std::vector {20.0f});
     EXPECT_EQ(session.manager.username.value(), "山田 花子");
     EXPECT_EQ(session.manager.maxPressure.value(), 0.0f) << "of another person";
-    EXPECT_EQ(recorder.pastSession.value().value().id, 1);
+    EXPECT_EQ(archive.shown.value().value().id, 1);
     EXPECT_TRUE(session.manager.serialPortManager.isSimulated.value());
     session.manager.saveCsv();
     session.begin("三人目");
-    EXPECT_FALSE(recorder.pastSession.value());
+    EXPECT_FALSE(archive.shown.value());
     session.press({60.0});
     session.finish();
     EXPECT_EQ(areSaved(), (std::vector {true, true, false}));

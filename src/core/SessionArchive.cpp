@@ -1,0 +1,185 @@
+#include "core/SessionArchive.h"
+
+#include "core/TensioManager.h"
+
+#include <limits>
+
+namespace tensio {
+
+namespace {
+
+constexpr Seconds interval {1.0};
+// While a session runs, a backlog is written so few parts at a time that the display does not
+// stutter.
+constexpr std::size_t maxParts = 4;
+constexpr auto allParts = std::numeric_limits<std::size_t>::max();
+
+} // namespace
+
+SessionArchive::SessionArchive(
+    TensioManager& tensioManager, SessionStore& store, RunLoop& runLoop, Clock const& clock)
+    : problem(store.problem())
+    , canOpen(store.isOpen())
+    , unsaved(store.unsavedSession())
+    , m_tensioManager(tensioManager)
+    , m_store(store)
+    , m_clock(clock)
+{
+    // That the store could not be opened has been reported already.
+    if (!m_store.isOpen())
+        return;
+    m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
+        [this](bool isMeasuring) { isMeasuring ? start() : measurementFinished(); }));
+    m_subscriptions.push_back(
+        m_tensioManager.sliceOfMeasurements.observeChanges([this](Measurements const& slice) {
+            // An empty list is that of the next session.
+            if (!slice.empty())
+                measurementFinished();
+        }));
+    m_subscriptions.push_back(runLoop.scheduleRepeating(interval, [this] { record(); }));
+    m_subscriptions.push_back(m_tensioManager.isSavedAsCsv.observeChanges([this](bool isSaved) {
+        if (isSaved)
+            record();
+    }));
+}
+
+SessionArchive::~SessionArchive()
+{
+    if (m_writer)
+        m_writer->catchUp(allParts, m_clock.now());
+}
+
+void SessionArchive::start()
+{
+    m_writer.emplace(m_tensioManager, m_store, m_clock.now());
+    m_session = 0;
+    m_isMarked = false;
+    canOpen.prepare(false);
+    shown.prepare(std::nullopt);
+    unsaved.prepare(std::nullopt);
+    canOpen.publish();
+    shown.publish();
+    unsaved.publish();
+    updateProblem(true);
+}
+
+void SessionArchive::measurementFinished()
+{
+    if (!m_writer)
+        return;
+    record();
+    // It waits for the disk, as nothing may while records come.
+    if (!m_tensioManager.isRecording.value())
+        m_store.checkpoint();
+}
+
+void SessionArchive::record()
+{
+    if (!m_writer && !isMarkDue() && m_dueDismissal == 0)
+        return;
+    updateProblem(write() && markSaved() && dismissDue());
+    updateCanOpen();
+}
+
+bool SessionArchive::write()
+{
+    if (!m_writer)
+        return true;
+    bool const isMeasuring = m_tensioManager.isMeasuring.value();
+    bool const isWritten = m_writer->catchUp(isMeasuring ? maxParts : allParts, m_clock.now());
+    m_session = m_writer->session();
+    if (isMeasuring || !isWritten)
+        return isWritten;
+    bool const isEnded = m_writer->end(m_clock.now());
+    if (isEnded)
+        m_writer.reset();
+    return isEnded;
+}
+
+bool SessionArchive::isMarkDue() const
+{
+    return m_session != 0 && !m_isMarked && m_tensioManager.isSavedAsCsv.value();
+}
+
+bool SessionArchive::markSaved()
+{
+    if (!isMarkDue())
+        return true;
+    m_isMarked = m_store.markSaved(m_session);
+    return m_isMarked;
+}
+
+bool SessionArchive::dismissDue()
+{
+    bool const isDone = m_dueDismissal == 0 || m_store.dismiss(m_dueDismissal);
+    if (isDone)
+        m_dueDismissal = 0;
+    return isDone;
+}
+
+void SessionArchive::updateProblem(bool isAccepted)
+{
+    // What the opening found stays until a change has been refused.
+    if (isAccepted && !m_isRefused)
+        return;
+    m_isRefused = !isAccepted;
+    auto const newProblem = isAccepted ? StoreProblem::None : m_store.problem();
+    if (newProblem != problem.value())
+        problem.setValue(newProblem);
+}
+
+void SessionArchive::updateCanOpen()
+{
+    bool const isKept
+        = !m_writer || m_writer->hasAllFinished() || m_tensioManager.isSavedAsCsv.value();
+    bool const isPossible = isKept && !m_tensioManager.isMeasuring.value();
+    if (isPossible != canOpen.value())
+        canOpen.setValue(isPossible);
+}
+
+bool SessionArchive::open(SessionId session)
+{
+    auto const stored
+        = canOpen.value() ? m_store.load(session, StoredPoints::Loaded) : std::nullopt;
+    if (!stored)
+        return false;
+    m_writer.reset();
+    m_session = session;
+    m_isMarked = false;
+    m_dueDismissal = session;
+    shown.prepare(stored->summary);
+    unsaved.prepare(std::nullopt);
+    m_tensioManager.restoreSession(*stored);
+    shown.publish();
+    unsaved.publish();
+    record();
+    return true;
+}
+
+void SessionArchive::dismissUnsaved()
+{
+    if (auto const session = unsaved.value()) {
+        m_dueDismissal = session->id;
+        unsaved.setValue(std::nullopt);
+        record();
+    }
+}
+
+StoreProblem SessionArchive::remove(std::vector<SessionId> const& sessions)
+{
+    return removed(m_store.remove(sessions));
+}
+
+StoreProblem SessionArchive::removeAll()
+{
+    return removed(m_store.removeAll());
+}
+
+StoreProblem SessionArchive::removed(bool isDone)
+{
+    if (unsaved.value())
+        unsaved.setValue(m_store.unsavedSession());
+    return isDone ? StoreProblem::None : m_store.problem();
+}
+
+} // namespace tensio
