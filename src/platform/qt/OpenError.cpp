@@ -12,13 +12,12 @@ namespace {
 
 QString userMessage(QSerialPort const& port, QString const& node)
 {
-    QFileInfo const info(node);
-    bool const isMissing = port.error() == QSerialPort::DeviceNotFoundError || !info.exists();
-    if (isMissing)
+    if (port.error() == QSerialPort::DeviceNotFoundError)
         return QStringLiteral(
             "測定器が見つかりません（%1）。\nケーブルを接続し直してから、もう一度お試しください。")
             .arg(node);
-    if (!info.isReadable()) {
+    // Elsewhere than on Unix a port is no file.
+    if (QFileInfo const info(node); info.exists() && !info.isReadable()) {
         return QStringLiteral("測定器のポートを開く権限がありません（%1）。\n"
                               "このコンピューターの管理者に、ポートの使用許可を依頼してください。")
             .arg(node);
