@@ -2,6 +2,7 @@
 
 #include "platform/qt/FrontWindow.h"
 #include "platform/qt/MainQueue.h"
+#include "platform/qt/SyncFile.h"
 
 #include <QFileDialog>
 #include <QFileInfo>
@@ -10,9 +11,6 @@
 #include <QStandardPaths>
 
 #include <utility>
-#ifdef Q_OS_UNIX
-#include <unistd.h>
-#endif
 
 namespace tensio {
 
@@ -21,13 +19,7 @@ namespace {
 // A full disk or a quota may be reported only when the system writes its own buffers out.
 bool flushToDisk(QSaveFile& file)
 {
-    if (!file.flush() || file.error() != QFileDevice::NoError)
-        return false;
-#ifdef Q_OS_UNIX
-    return fsync(file.handle()) == 0;
-#else
-    return true;
-#endif
+    return file.flush() && file.error() == QFileDevice::NoError && syncFile(file.handle());
 }
 
 // In Qt's own panel the accessible names of these controls are the values they show.
