@@ -4,13 +4,13 @@
 #include "core/DeviceRecord.h"
 #include "platform/Clock.h"
 #include "platform/qt/MainQueue.h"
+#include "platform/qt/MakeSleepInhibitor.h"
 #include "platform/qt/QtAlerts.h"
 #include "platform/qt/QtRunLoop.h"
 #include "platform/qt/QtSaving.h"
 #include "platform/qt/QtScreen.h"
 #include "platform/qt/QtSerialPortList.h"
 #include "platform/qt/QtSessionStore.h"
-#include "platform/qt/QtSleepInhibitor.h"
 #include "platform/qt/QtUserDefaults.h"
 #include "printing/QtPrintPanels.h"
 
@@ -23,7 +23,7 @@ public:
     Services services()
     {
         return {m_ports, m_ports, m_runLoop, m_clock, m_userDefaults, m_alerts, m_savePanel,
-            m_fileWriter, m_screen, m_printPanels, m_sessionStore, m_sleepInhibitor};
+            m_fileWriter, m_screen, m_printPanels, m_sessionStore, *m_sleepInhibitor};
     }
 
     // The window that screenshots show. Not owned; must outlive their use.
@@ -41,7 +41,7 @@ private:
     QtScreen m_screen {m_mainQueue};
     QtPrintPanels m_printPanels;
     QtSessionStore m_sessionStore;
-    QtSleepInhibitor m_sleepInhibitor;
+    std::unique_ptr<SleepInhibitor> m_sleepInhibitor = makeSleepInhibitor();
 };
 
 } // namespace tensio

@@ -13,7 +13,7 @@ namespace tensio {
 
 // Asks the desktop's screen saver, or the login manager where there is none. No call waits for an
 // answer. The system ends the inhibition when the program dies.
-class QtSleepInhibitor
+class DBusSleepInhibitor
     : public QObject
     , public SleepInhibitor {
     Q_OBJECT
@@ -22,9 +22,9 @@ public:
     using Bus = std::function<QDBusConnection()>;
 
     // A bus is opened when it is first needed.
-    explicit QtSleepInhibitor(
+    explicit DBusSleepInhibitor(
         Bus session = &QDBusConnection::sessionBus, Bus system = &QDBusConnection::systemBus);
-    ~QtSleepInhibitor() override;
+    ~DBusSleepInhibitor() override;
 
     void setInhibited(bool isInhibited) override;
 

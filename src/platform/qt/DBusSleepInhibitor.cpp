@@ -1,4 +1,6 @@
-#include "platform/qt/QtSleepInhibitor.h"
+#include "platform/qt/DBusSleepInhibitor.h"
+
+#include "platform/qt/MakeSleepInhibitor.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -23,18 +25,18 @@ QDBusMessage screenSaverCall(QString const& method)
 
 } // namespace
 
-QtSleepInhibitor::QtSleepInhibitor(Bus session, Bus system)
+DBusSleepInhibitor::DBusSleepInhibitor(Bus session, Bus system)
     : m_session(std::move(session))
     , m_system(std::move(system))
 {
 }
 
-QtSleepInhibitor::~QtSleepInhibitor()
+DBusSleepInhibitor::~DBusSleepInhibitor()
 {
     setInhibited(false);
 }
 
-void QtSleepInhibitor::setInhibited(bool isInhibited)
+void DBusSleepInhibitor::setInhibited(bool isInhibited)
 {
     if (isInhibited == std::exchange(m_isInhibited, isInhibited))
         return;
@@ -48,7 +50,7 @@ void QtSleepInhibitor::setInhibited(bool isInhibited)
         release(*std::exchange(m_cookie, std::nullopt));
 }
 
-void QtSleepInhibitor::inhibitScreenSaver()
+void DBusSleepInhibitor::inhibitScreenSaver()
 {
     auto const bus = m_session();
     // A call on a bus that is not there never finishes.
@@ -71,7 +73,7 @@ void QtSleepInhibitor::inhibitScreenSaver()
     });
 }
 
-void QtSleepInhibitor::inhibitLoginManager()
+void DBusSleepInhibitor::inhibitLoginManager()
 {
     auto const bus = m_system();
     if (!bus.isConnected())
@@ -90,11 +92,16 @@ void QtSleepInhibitor::inhibitLoginManager()
     });
 }
 
-void QtSleepInhibitor::release(quint32 cookie)
+void DBusSleepInhibitor::release(quint32 cookie)
 {
     auto call = screenSaverCall(QStringLiteral("UnInhibit"));
     call << cookie;
     m_session().asyncCall(call, timeout);
+}
+
+std::unique_ptr<SleepInhibitor> makeSleepInhibitor()
+{
+    return std::make_unique<DBusSleepInhibitor>();
 }
 
 } // namespace tensio

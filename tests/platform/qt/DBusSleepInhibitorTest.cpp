@@ -1,4 +1,4 @@
-#include "platform/qt/QtSleepInhibitor.h"
+#include "platform/qt/DBusSleepInhibitor.h"
 
 #include <QDBusMessage>
 #include <QDBusServer>
@@ -34,7 +34,7 @@ struct Desktop : QDBusVirtualObject {
 
 } // namespace
 
-TEST(QtSleepInhibitor, ReleasesWhatItWasGrantedEvenWhenTheAnswerComesLate)
+TEST(DBusSleepInhibitor, ReleasesWhatItWasGrantedEvenWhenTheAnswerComesLate)
 {
     Desktop desktop;
     QDBusServer server("unix:tmpdir=/tmp");
@@ -47,15 +47,15 @@ TEST(QtSleepInhibitor, ReleasesWhatItWasGrantedEvenWhenTheAnswerComesLate)
     auto const none = [] { return QDBusConnection("none"); };
     ASSERT_TRUE(bus().isConnected() && QTest::qWaitFor([&] { return isReady; }));
     {
-        QtSleepInhibitor inhibitor(bus, none);
+        DBusSleepInhibitor inhibitor(bus, none);
         for (bool const isInhibited : {true, true, false, true})
             inhibitor.setInhibited(isInhibited);
         // Which of the two requests is answered first is up to the bus.
         EXPECT_TRUE(desktop.hears({"++-1", "++-2"}));
     }
     EXPECT_TRUE(desktop.hears({"++-1-2", "++-2-1"}));
-    QtSleepInhibitor(none, none).setInhibited(true);
-    QtSleepInhibitor inhibitor(none, bus);
+    DBusSleepInhibitor(none, none).setInhibited(true);
+    DBusSleepInhibitor inhibitor(none, bus);
     inhibitor.setInhibited(true);
     EXPECT_TRUE(desktop.hears({"++-1-2L", "++-2-1L"})) << "without a screen saver";
     QDBusConnection::disconnectFromPeer("bus");
