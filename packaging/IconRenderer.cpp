@@ -5,11 +5,12 @@
 
 #include <cstdio>
 
-// Draws an SVG file as a square PNG file, with the renderer that draws it in the program.
+// Draws an SVG file as a square picture of the format that the suffix says, with the renderer that
+// draws it in the program.
 int main(int argc, char** argv)
 {
     if (argc != 4) {
-        std::fputs("usage: tensio-icon-renderer SVG SIZE PNG\n", stderr);
+        std::fputs("usage: tensio-icon-renderer SVG SIZE PICTURE\n", stderr);
         return 2;
     }
     QSvgRenderer drawing(QFile::decodeName(argv[1]));
@@ -19,6 +20,6 @@ int main(int argc, char** argv)
     QPainter painter(&picture);
     drawing.render(&painter);
     painter.end();
-    bool const isWritten = drawing.isValid() && picture.save(QFile::decodeName(argv[3]), "PNG");
+    bool const isWritten = drawing.isValid() && picture.save(QFile::decodeName(argv[3]));
     return isWritten ? 0 : 1;
 }
