@@ -40,6 +40,9 @@ QString textOf(StoreProblem problem)
     case StoreProblem::NoSpace:
         return QStringLiteral(
             "測定を自動保存できません。空き容量を確かめ、終了後にCSVを保存してください。");
+    case StoreProblem::Vanished:
+        return QStringLiteral(
+            "以前の測定の記録が見つからないため、新しく記録します。管理者に知らせてください。");
     case StoreProblem::Damaged:
         return QStringLiteral(
             "自動保存の記録が壊れています。測定を終えたらCSVを保存してください。");

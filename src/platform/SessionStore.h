@@ -4,6 +4,7 @@
 #include "reactive/Interface.h"
 
 #include <cstddef>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -65,6 +66,10 @@ struct StoredSession {
     // Of the whole session: base target, and the percentage applied to it (1.0 stands for 100 %).
     float target = 0.0f;
     float targetPercent = 1.0f;
+    // None when the program ended first.
+    std::optional<Date> end;
+    // False when damage hides a measurement, or the points of one.
+    bool isComplete = true;
 };
 
 enum class StoredPoints { Loaded, LeftOut };
@@ -74,6 +79,8 @@ struct SessionPage {
     std::vector<SessionSummary> sessions;
     // False when damage hides some.
     bool isComplete = true;
+    // Files that were moved away lie beside the store; removeAll() removes them too.
+    bool hasMovedFiles = false;
 };
 
 enum class StoreProblem {
@@ -81,14 +88,33 @@ enum class StoreProblem {
     // Nothing can be stored or read: a second program has the store open, or it cannot be opened.
     InUse,
     NotOpened,
-    // Old sessions were renamed at the opening; new ones are stored.
+    // A file was moved away at the opening, and a new one begun. What could still be read of a
+    // damaged one is in the new one.
     NewerSetAside,
     DamagedSetAside,
-    // A change was refused; a later one may succeed.
+    // A change was refused; a later one may succeed. Found by the opening, NotWritable means that
+    // the store can only be read, NoSpace that it could not be opened.
     NoSpace,
     NotWritable,
+    // The file was deleted, emptied or replaced after the opening. The store goes on with the file
+    // that is there now, or with a new one.
+    Vanished,
     // Damage showed after the opening: nothing more is stored, but undamaged sessions are readable.
     Damaged
+};
+
+enum class TransferState { Running, Done, NoSpace, NotWritable, NotABackup, Newer };
+
+// Copies sessions between the store and another file, in steps of at most 20 ms. Destroyed before
+// it is Done, it changes nothing and leaves no file. While it exists, the store refuses changes;
+// the store must outlive it.
+class SessionTransfer : public Interface {
+public:
+    virtual TransferState step() = 0;
+    // From 0 to 1.
+    virtual double progress() const = 0;
+    // Sessions written so far.
+    virtual int count() const = 0;
 };
 
 // The sessions on the disk. Each change is made as a whole or not at all. False or an empty result
@@ -113,8 +139,10 @@ public:
     virtual bool dismiss(SessionId session) = 0;
     // Leaves nothing of them on the disk.
     virtual bool remove(std::vector<SessionId> const& sessions) = 0;
+    // Also the files that were moved away.
     virtual bool removeAll() = 0;
-    // Moves what was written from the journal into the file; waits for the disk.
+    // Moves what was written from the journal into the file; waits for the disk. To be called while
+    // no records come.
     virtual void checkpoint() = 0;
 
     // At most that many sessions older than the last one of the page before; the newest if none.
@@ -122,6 +150,11 @@ public:
     // The newest session, if it is neither saved nor dismissed.
     virtual std::optional<SessionSummary> unsavedSession() = 0;
     virtual std::optional<StoredSession> load(SessionId session, StoredPoints points) = 0;
+
+    // Replaces the file at the path, in UTF-8, once all sessions are copied.
+    virtual std::unique_ptr<SessionTransfer> backUp(std::string const& path) = 0;
+    // Adds the sessions that are not there yet, all of them at the end.
+    virtual std::unique_ptr<SessionTransfer> restore(std::string const& path) = 0;
 };
 
 } // namespace tensio

@@ -98,6 +98,8 @@ struct FakeSessionStore : SessionStore {
     {
         return stored.contains(session) ? std::optional(stored[session]) : std::nullopt;
     }
+    std::unique_ptr<SessionTransfer> backUp(std::string const&) override { return nullptr; }
+    std::unique_ptr<SessionTransfer> restore(std::string const&) override { return nullptr; }
 
 private:
     bool isRefused() { return refusals > 0 && refusals-- > 0; }

@@ -1,6 +1,7 @@
 #include "platform/qt/QtSessionStore.h"
 
-#include <QSqlError>
+#include "platform/qt/QtSessionTransfer.h"
+
 #include <QStandardPaths>
 
 #include <algorithm>
@@ -42,8 +43,8 @@ Durability durabilityOf(MeasurementPart const& part)
 QString const& summaryColumns()
 {
     static QString const columns
-        = QStringLiteral("SELECT id, start, name, count, best, saved, simulated, target, percent "
-                         "FROM session WHERE count > 0 ");
+        = QStringLiteral("SELECT id, start, name, count, best, saved, simulated, target, percent, "
+                         "ended FROM session ");
     return columns;
 }
 
@@ -68,11 +69,15 @@ QtSessionStore::QtSessionStore(QString const& path)
 
 std::optional<SessionId> QtSessionStore::begin(SessionHead const& head, MeasurementPart const& part)
 {
+    // The caller hears of it, and the next call stores the session.
+    if (m_database.reopenIfVanished())
+        return std::nullopt;
     SessionId id = 0;
     bool const isDone = m_database.change(durabilityOf(part), [&] {
         auto* const inserted = m_database.run(
-            QStringLiteral("INSERT INTO session (start, name, target, percent, simulated) "
-                           "VALUES (?, ?, ?, ?, ?)"),
+            QStringLiteral(
+                "INSERT INTO session (start, name, target, percent, simulated, identity) "
+                "VALUES (?, ?, ?, ?, ?, lower(hex(randomblob(16))))"),
             {stored(head.start), QString::fromStdString(head.name), stored(head.target),
                 stored(head.targetPercent), head.isSimulated});
         id = inserted ? inserted->lastInsertId().toLongLong() : 0;
@@ -120,12 +125,10 @@ bool QtSessionStore::writePoints(SessionId session, MeasurementPart const& part)
 
 bool QtSessionStore::end(SessionId session, Date date)
 {
-    bool const isDone = m_database.change(Durability::ProgramEnd, [&] {
+    return m_database.change(Durability::ProgramEnd, [&] {
         return m_database.run(
             QStringLiteral("UPDATE session SET ended = ? WHERE id = ?"), {stored(date), session});
     });
-    m_database.checkpoint();
-    return isDone;
 }
 
 bool QtSessionStore::markSaved(SessionId session)
@@ -146,83 +149,92 @@ bool QtSessionStore::remove(std::vector<SessionId> const& sessions)
                 QStringLiteral("DELETE FROM measurement WHERE session = ?"), {session})
             && m_database.run(QStringLiteral("DELETE FROM session WHERE id = ?"), {session});
     };
-    bool const isDone = m_database.change(
-        Durability::PowerCut, [&] { return std::ranges::all_of(sessions, removeOne); });
-    // Nothing of the session may stay in the journal.
-    m_database.checkpoint();
-    return isDone;
-}
-
-bool QtSessionStore::removeAll()
-{
-    bool const isDone = m_database.change(Durability::PowerCut, [this] {
-        return m_database.run(QStringLiteral("DELETE FROM points"))
-            && m_database.run(QStringLiteral("DELETE FROM measurement"))
-            && m_database.run(QStringLiteral("DELETE FROM session"));
-    });
-    m_database.checkpoint();
-    return isDone;
+    // Nothing of them may stay in the journal.
+    return m_database.change(Durability::PowerCut, [&] {
+        return std::ranges::all_of(sessions, removeOne);
+    }) && m_database.checkpoint();
 }
 
 SessionPage QtSessionStore::sessions(std::optional<SessionSummary> const& last, std::size_t most)
 {
+    constexpr auto end = std::numeric_limits<qint64>::max();
     SessionPage page;
-    auto* const rows
-        = m_database.run(summaryColumns() + QStringLiteral("AND id < ? ORDER BY id DESC LIMIT ?"),
-            {last ? last->id : std::numeric_limits<SessionId>::max(), static_cast<qint64>(most)});
-    while (rows && rows->next())
-        page.sessions.push_back(summaryOf(*rows));
-    page.isComplete = rows && !rows->lastError().isValid();
+    page.isComplete = m_database.read(summaryColumns()
+            + QStringLiteral("WHERE (start, id) < (?, ?) ORDER BY start DESC, id DESC LIMIT ?"),
+        {last ? stored(last->start) : end, last ? last->id : end, static_cast<qint64>(most)},
+        [&](QSqlQuery const& row) { page.sessions.push_back(summaryOf(row)); });
+    page.hasMovedFiles = m_database.hasMovedFiles();
     return page;
 }
 
 std::optional<SessionSummary> QtSessionStore::unsavedSession()
 {
-    auto* const newest = m_database.run(summaryColumns()
-        + QStringLiteral("AND saved = 0 AND aside = 0 "
-                         "AND id = (SELECT max(id) FROM session WHERE count > 0)"));
-    if (!newest || !newest->next())
-        return std::nullopt;
-    auto const summary = summaryOf(*newest);
-    newest->finish();
-    return summary;
+    std::optional<SessionSummary> unsaved;
+    m_database.read(
+        QStringLiteral("%1 WHERE id = (SELECT id FROM session ORDER BY start DESC, id DESC LIMIT 1)"
+                       " AND saved = 0 AND aside = 0")
+            .arg(summaryColumns()),
+        {}, [&](QSqlQuery const& row) { unsaved = summaryOf(row); });
+    return unsaved;
 }
 
 std::optional<StoredSession> QtSessionStore::load(SessionId session, StoredPoints points)
 {
-    auto* const row = m_database.run(summaryColumns() + QStringLiteral("AND id = ?"), {session});
-    if (!row || !row->next())
-        return std::nullopt;
-    StoredSession found {summaryOf(*row), {}, row->value(7).toFloat(), row->value(8).toFloat()};
-    row->finish();
-    auto* const rows = m_database.run(
-        QStringLiteral("SELECT number, best, target, time FROM measurement WHERE session = ? "
-                       "ORDER BY number"),
-        {session});
-    while (rows && rows->next()) {
-        found.measurements.push_back(StoredMeasurement {rows->value(0).toInt(),
-            rows->value(1).toFloat(), rows->value(2).toFloat(), dateOf(rows->value(3)), {}});
+    std::optional<StoredSession> found;
+    m_database.read(
+        summaryColumns() + QStringLiteral("WHERE id = ?"), {session}, [&](QSqlQuery const& row) {
+            found = {summaryOf(row), {}, row.value(7).toFloat(), row.value(8).toFloat(), {}, true};
+            if (!row.isNull(9))
+                found->end = dateOf(row.value(9));
+        });
+    // One by one: damage hides only what it has hit.
+    for (int number = 1; found && number <= found->summary.count; ++number) {
+        auto measurement = readMeasurement(session, number);
+        bool const isRead
+            = measurement && (points == StoredPoints::LeftOut || readPoints(session, *measurement));
+        found->isComplete = found->isComplete && isRead;
+        if (measurement)
+            found->measurements.push_back(*std::move(measurement));
     }
-    bool const areRead = points == StoredPoints::LeftOut
-        || std::ranges::all_of(found.measurements,
-            [&](auto& measurement) { return readPoints(session, measurement); });
-    return rows && !rows->lastError().isValid() && areRead ? std::optional(std::move(found))
-                                                           : std::nullopt;
+    return found;
+}
+
+std::optional<StoredMeasurement> QtSessionStore::readMeasurement(SessionId session, int number)
+{
+    std::optional<StoredMeasurement> found;
+    m_database.read(
+        QStringLiteral(
+            "SELECT best, target, time FROM measurement WHERE session = ? AND number = ?"),
+        {session, number}, [&](QSqlQuery const& row) {
+            found = {
+                number, row.value(0).toFloat(), row.value(1).toFloat(), dateOf(row.value(2)), {}};
+        });
+    return found;
 }
 
 bool QtSessionStore::readPoints(SessionId session, StoredMeasurement& measurement)
 {
-    auto* const rows = m_database.run(
+    auto& points = measurement.points;
+    bool const areRead = m_database.read(
         QStringLiteral("SELECT kpa FROM points WHERE session = ? AND number = ? ORDER BY first"),
-        {session, measurement.number});
-    while (rows && rows->next()) {
-        auto const bytes = rows->value(0).toByteArray();
-        auto const before = measurement.points.size();
-        measurement.points.resize(before + static_cast<std::size_t>(bytes.size()) / sizeof(float));
-        std::memcpy(measurement.points.data() + before, bytes.constData(),
-            (measurement.points.size() - before) * sizeof(float));
-    }
-    return rows && !rows->lastError().isValid();
+        {session, measurement.number}, [&](QSqlQuery const& row) {
+            auto const bytes = row.value(0).toByteArray();
+            auto const before = points.size();
+            points.resize(before + static_cast<std::size_t>(bytes.size()) / sizeof(float));
+            std::memcpy(points.data() + before, bytes.constData(),
+                (points.size() - before) * sizeof(float));
+        });
+    return areRead && !points.empty();
+}
+
+std::unique_ptr<SessionTransfer> QtSessionStore::backUp(std::string const& path)
+{
+    return std::make_unique<QtSessionBackup>(m_database, QString::fromStdString(path));
+}
+
+std::unique_ptr<SessionTransfer> QtSessionStore::restore(std::string const& path)
+{
+    return std::make_unique<QtSessionRestore>(m_database, QString::fromStdString(path));
 }
 
 bool QtSessionStore::changeDurably(QString const& statement, QVariantList const& values)

@@ -24,16 +24,21 @@ public:
     bool markSaved(SessionId session) override;
     bool dismiss(SessionId session) override;
     bool remove(std::vector<SessionId> const& sessions) override;
-    bool removeAll() override;
+    bool removeAll() override { return m_database.removeAll(); }
     void checkpoint() override { m_database.checkpoint(); }
 
     SessionPage sessions(std::optional<SessionSummary> const& last, std::size_t most) override;
     std::optional<SessionSummary> unsavedSession() override;
     std::optional<StoredSession> load(SessionId session, StoredPoints points) override;
 
+    std::unique_ptr<SessionTransfer> backUp(std::string const& path) override;
+    std::unique_ptr<SessionTransfer> restore(std::string const& path) override;
+
 private:
     bool writePart(SessionId session, MeasurementPart const& part);
     bool writePoints(SessionId session, MeasurementPart const& part);
+    std::optional<StoredMeasurement> readMeasurement(SessionId session, int number);
+    // False without all points; a measurement has some.
     bool readPoints(SessionId session, StoredMeasurement& measurement);
     bool changeDurably(QString const& statement, QVariantList const& values = {});
 

@@ -1,0 +1,99 @@
+#include "platform/qt/SessionFile.h"
+
+#include "platform/qt/SyncFile.h"
+
+#include <QDateTime>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <filesystem>
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
+
+namespace tensio {
+
+StoreProblem prepareSessionFile(QString const& path)
+{
+    auto const folder = QFileInfo(path).path();
+    std::error_code error;
+    std::filesystem::create_directories(folder.toStdU16String(), error);
+    if (error == std::errc::no_space_on_device)
+        return StoreProblem::NoSpace;
+    QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite))
+        return file.open(QIODevice::ReadOnly) ? StoreProblem::NotWritable : StoreProblem::NotOpened;
+    bool const isPrivate = file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    return isPrivate ? StoreProblem::None : StoreProblem::NotOpened;
+}
+
+bool moveSessionFile(QString const& path, char const* reason)
+{
+    auto const now = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
+    auto const moved = QStringLiteral("%1.%2-%3").arg(path, QString::fromLatin1(reason), now);
+    if (QFile::exists(journalOf(path)) && !QFile::rename(journalOf(path), journalOf(moved)))
+        return false;
+    if (QFile::rename(path, moved))
+        return true;
+    QFile::rename(journalOf(moved), journalOf(path));
+    return false;
+}
+
+QStringList movedSessionFiles(QString const& path, char const* reason)
+{
+    QFileInfo const file(path);
+    auto names = file.dir().entryList(
+        {QStringLiteral("%1.%2-*").arg(file.fileName(), QString::fromLatin1(reason))}, QDir::Files,
+        QDir::Name);
+    for (auto& name : names)
+        name = file.dir().filePath(name);
+    return names;
+}
+
+QString journalOf(QString const& path)
+{
+    return path + QStringLiteral("-wal");
+}
+
+bool wipeFile(QString const& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadWrite))
+        return false;
+    QByteArray const zeros(1 << 20, '\0');
+    qint64 const size = file.size();
+    while (file.pos() < size) {
+        if (file.write(zeros.constData(), std::min(size - file.pos(), zeros.size())) <= 0)
+            return false;
+    }
+    return file.flush() && syncFile(file.handle()) && file.remove();
+}
+
+bool flushFile(QString const& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly) && syncFile(file.handle());
+}
+
+bool replaceFile(QString const& from, QString const& to)
+{
+    std::error_code error;
+    std::filesystem::rename(from.toStdU16String(), to.toStdU16String(), error);
+    return !error;
+}
+
+quint64 fileNumber(QString const& path)
+{
+#ifdef Q_OS_UNIX
+    struct stat status { };
+    bool const isThere = stat(QFile::encodeName(path).constData(), &status) == 0;
+    return isThere && status.st_size > 0 ? status.st_ino : 0;
+#else
+    return QFileInfo(path).size() > 0 ? 1 : 0;
+#endif
+}
+
+} // namespace tensio

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "platform/SessionStore.h"
+
+#include <QString>
+#include <QStringList>
+
+namespace tensio {
+
+// What the file system does for the file of the sessions while it is not open.
+
+// Makes it and its folder if they are missing, for the user alone. None, NoSpace, NotOpened, or
+// NotWritable when it can only be read.
+StoreProblem prepareSessionFile(QString const& path);
+
+// Appends the reason and the time to the names of the file and its journal, or of neither.
+bool moveSessionFile(QString const& path, char const* reason);
+
+// Those that were moved, with their journals; the latest last.
+QStringList movedSessionFiles(QString const& path, char const* reason);
+
+QString journalOf(QString const& path);
+
+// Overwrites the file before deleting it.
+bool wipeFile(QString const& path);
+
+bool flushFile(QString const& path);
+// In one step.
+bool replaceFile(QString const& from, QString const& to);
+
+// Another one, or 0, once the file was replaced, emptied or deleted.
+quint64 fileNumber(QString const& path);
+
+} // namespace tensio
