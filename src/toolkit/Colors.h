@@ -8,6 +8,6 @@ namespace tensio::colors {
 constexpr QColor accent {0x00, 0x67, 0xb8};
 constexpr QColor text {0x1f, 0x29, 0x37};
 constexpr QColor placeholder {0x4b, 0x55, 0x63};
-constexpr QColor border {0xb8, 0xbe, 0xc8};
+constexpr QColor border {0x73, 0x7b, 0x88};
 
 } // namespace tensio::colors
