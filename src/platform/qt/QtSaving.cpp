@@ -8,8 +8,10 @@
 #include <QFileInfo>
 #include <QLineEdit>
 #include <QSaveFile>
+#include <QScreen>
 #include <QStandardPaths>
 
+#include <algorithm>
 #include <utility>
 
 namespace tensio {
@@ -57,6 +59,7 @@ public:
         setAcceptMode(AcceptSave);
         setDefaultSuffix(m_type);
         describeControls(*this);
+        fitScreen();
     }
 
     // Completes the name before QFileDialog asks about overwriting.
@@ -69,6 +72,15 @@ public:
     }
 
 private:
+    // The style sheet's least width is more than small screens have.
+    void fitScreen()
+    {
+        auto const room = screen()->availableSize() - QSize(8, 42);
+        ensurePolished();
+        setMinimumWidth(std::min(minimumWidth(), room.width()));
+        resize(sizeHint().expandedTo(minimumSize()).boundedTo(room));
+    }
+
     QString m_type;
 };
 

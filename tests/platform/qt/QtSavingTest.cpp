@@ -87,6 +87,7 @@ TEST(QtSavePanel, StartsAtTheDesktopAndCompletesTheTypeBeforeTheQuestionAboutOve
         QTimer::singleShot(0, [&] {
             auto& panel = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
             EXPECT_EQ(panel.directory(), desktop);
+            EXPECT_LT(panel.width(), panel.screen()->size().width());
             auto& input = *panel.findChild<QLineEdit*>("fileNameEdit");
             input.setText(QString::fromStdString(name));
             QTimer::singleShot(0, &panel, confirm);
