@@ -1,6 +1,6 @@
-#include "LatencyMeter.h"
+#include "demo/LatencyMeter.h"
 
-#include "Stage.h"
+#include "demo/Stage.h"
 
 #include <QFile>
 

@@ -1,7 +1,7 @@
-#include "Session.h"
+#include "demo/Session.h"
 
-#include "LatencyMeter.h"
 #include "app/Application.h"
+#include "demo/LatencyMeter.h"
 #include "feedback/GraphView.h"
 #include "panels/HistorySlice.h"
 #include "platform/qt/VirtualPorts.h"
@@ -38,6 +38,7 @@ void Session::play()
     lookAtMenus();
     printReports();
     loseDevice();
+    lookAtPastSessions();
     report();
 }
 
@@ -225,6 +226,15 @@ void Session::loseDevice()
     m_stage.click(QStringLiteral("okButton"));
     m_stage.waitForAlert();
     m_stage.takePicture(QStringLiteral("17-after-the-loss"));
+}
+
+void Session::lookAtPastSessions()
+{
+    std::puts("Look at the stored sessions.");
+    m_stage.chooseFromMenu(QStringLiteral("以前の測定を開く(&O)…"));
+    m_stage.waitFor(300);
+    m_stage.takePicture(QStringLiteral("18-past-sessions"));
+    m_stage.click(QStringLiteral("closeButton"));
 }
 
 void Session::report() const

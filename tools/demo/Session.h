@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Stage.h"
+#include "demo/Stage.h"
 #include "output/Reports.h"
 
 #include <QProcess>
@@ -34,6 +34,7 @@ private:
     void printReports();
     void drawPage(ReportKind kind, QString const& pictureName);
     void loseDevice();
+    void lookAtPastSessions();
     void report() const;
 
     Application& m_application;

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QDir>
-#include <QSize>
 #include <QString>
 #include <QStringList>
 
@@ -14,9 +13,6 @@ class QMenu;
 class QWidget;
 
 namespace tensio {
-
-// As long as the session waits for anything.
-inline constexpr int patienceMilliseconds = 60'000;
 
 // The unattended session did not go as it should.
 class DemoFailure : public std::runtime_error {
@@ -32,9 +28,6 @@ public:
     // Pictures go into the folder, which is made where it is missing.
     Stage(QMainWindow& window, QString const& folder);
 
-    // The size of the window below its menu bar.
-    void resizeContent(QSize size) const;
-
     // Runs the event loop until the condition holds; throws DemoFailure when it does not within a
     // minute.
     void waitUntil(QString const& what, std::function<bool()> const& condition) const;
@@ -42,10 +35,8 @@ public:
 
     void click(QString const& name) const;
     void type(QString const& name, QString const& text) const;
-    // The next alert must say this; it is pictured and answered with the button of that text, or
-    // its first one.
-    void expectAlert(
-        QString const& text, QString const& pictureName, QString const& answer = QString());
+    // The next alert must say this; it is pictured and answered with its first button.
+    void expectAlert(QString const& text, QString const& pictureName);
     // Waits until the expected alert has been shown and closed.
     void waitForAlert() const;
 
@@ -75,7 +66,6 @@ private:
     QDir m_folder;
     QString m_expectedAlert;
     QString m_alertPicture;
-    QString m_alertAnswer;
     QString m_wrongAlert;
     QString m_expectedFile;
     QString m_panelPicture;

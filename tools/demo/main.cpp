@@ -1,8 +1,6 @@
-#include "Crash.h"
-#include "Gallery.h"
-#include "LatencyMeter.h"
-#include "Session.h"
 #include "app/Startup.h"
+#include "demo/LatencyMeter.h"
+#include "demo/Session.h"
 
 #include <QTemporaryDir>
 #include <QTimer>
@@ -14,25 +12,14 @@ namespace {
 constexpr auto usage
     = "usage: tensio-demo FOLDER [HOURS]\n"
       "Plays an unattended session and leaves its pictures and files in the folder. With HOURS, so "
-      "much pressing is on the graph already.\n"
-      "usage: tensio-demo --gallery FOLDER\n"
-      "Leaves pictures of other sizes, longest texts and all states of the controls in the "
-      "folder.\n";
+      "much pressing is on the graph already.\n";
 
 int play(
     tensio::Application& application, tensio::LatencyMeter& meter, QStringList const& arguments)
 {
-    auto const mode = arguments.at(1);
-    auto const folder = mode.startsWith(u'-') ? arguments.value(2) : mode;
+    auto const& folder = arguments.at(1);
     try {
-        if (mode == QStringLiteral("--gallery"))
-            tensio::Gallery(application, folder).show();
-        else if (mode == tensio::measureUntilKilledOption)
-            tensio::measureUntilKilled(application, folder);
-        else if (mode == tensio::recoverOption)
-            tensio::recover(application, folder);
-        else
-            tensio::Session(application, meter, folder, arguments.value(2).toInt()).play();
+        tensio::Session(application, meter, folder, arguments.value(2).toInt()).play();
     } catch (tensio::DemoFailure const& failure) {
         std::fprintf(stderr, "The session failed: %s\n", failure.what());
         return 1;
@@ -54,11 +41,7 @@ int main(int argc, char** argv)
     }
     // The sessions of the person at the machine stay out of it.
     QTemporaryDir const data;
-    auto const mode = QApplication::arguments().at(1);
-    if (mode != tensio::measureUntilKilledOption && mode != tensio::recoverOption)
-        qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
-    if (!mode.startsWith(u'-') && !tensio::hasSurvivedACrash(mode))
-        return 1;
+    qputenv("XDG_DATA_HOME", data.path().toLocal8Bit());
     auto const program = tensio::startProgram(meter);
     QTimer::singleShot(0, &meter,
         [&] { meter.exit(play(program->application, meter, QApplication::arguments())); });

@@ -1,4 +1,4 @@
-#include "Simulator.h"
+#include "device-simulator/Simulator.h"
 
 #include <algorithm>
 #include <chrono>

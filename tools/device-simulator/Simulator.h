@@ -1,7 +1,7 @@
 #pragma once
 
-#include "Terminal.h"
 #include "device-simulator/PressingStory.h"
+#include "device-simulator/Terminal.h"
 
 #include <QFile>
 #include <QTimer>

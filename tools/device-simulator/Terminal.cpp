@@ -1,4 +1,4 @@
-#include "Terminal.h"
+#include "device-simulator/Terminal.h"
 
 #include <cerrno>
 #include <cstdlib>

@@ -1,5 +1,5 @@
-#include "Simulator.h"
 #include "device-simulator/RecordedStream.h"
+#include "device-simulator/Simulator.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
