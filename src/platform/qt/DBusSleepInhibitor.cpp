@@ -33,7 +33,7 @@ DBusSleepInhibitor::DBusSleepInhibitor(Bus session, Bus system)
 
 DBusSleepInhibitor::~DBusSleepInhibitor()
 {
-    setInhibited(false);
+    QtSleepInhibitor::setInhibited(false);
 }
 
 void DBusSleepInhibitor::setInhibited(bool isInhibited)

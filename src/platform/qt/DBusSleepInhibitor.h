@@ -17,6 +17,7 @@ class DBusSleepInhibitor
     : public QObject
     , public SleepInhibitor {
     Q_OBJECT
+    Q_DISABLE_COPY_MOVE(QtSleepInhibitor)
 
 public:
     using Bus = std::function<QDBusConnection()>;

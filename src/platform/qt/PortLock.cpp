@@ -42,7 +42,7 @@ QString abandonedLock(QString const& node)
         QStringLiteral("/tmp/"), QStringLiteral("/var/tmp/"), QStringLiteral("/var/lock/lockdev/"),
         QStringLiteral("/run/lock/")};
     for (auto const& folder : folders) {
-        QString const lock = folder + lockName(node);
+        QString lock = folder + lockName(node);
         if (namesNoLivingProcess(lock))
             return lock;
     }
