@@ -13,7 +13,6 @@ namespace tensio {
 // which measurements are shown.
 class StatusLine : public QObject {
     Q_OBJECT
-    Q_DISABLE_COPY_MOVE(StatusLine)
 
 public:
     // The saved button stands where the hint does and opens the folder. Nothing is owned; all must
