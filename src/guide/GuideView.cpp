@@ -111,7 +111,7 @@ GuideView::GuideView(QWidget* parent)
 
 QVariant GuideView::loadResource(int type, QUrl const& name)
 {
-    auto const resource = QTextBrowser::loadResource(type, name);
+    auto resource = QTextBrowser::loadResource(type, name);
     if (type != QTextDocument::MarkdownResource)
         return resource;
     // Qt would show a space for the end of a line, also between Japanese characters.
