@@ -24,6 +24,7 @@ public:
     // there is a status bar.
     void applicationDidFinishLaunching();
     void applicationWillTerminate();
+    // NOLINTNEXTLINE(readability-convert-member-functions-to-static): asked of the delegate.
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
 
     void saveCsvAction();
