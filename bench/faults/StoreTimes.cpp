@@ -1,5 +1,5 @@
 #include "Recording.h"
-#include "app/PastSessionsWindow.h"
+#include "sessions/PastSessionsWindow.h"
 
 #include <QCoreApplication>
 #include <QElapsedTimer>

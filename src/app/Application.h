@@ -10,6 +10,7 @@
 #include "printing/PageDrawing.h"
 #include "printing/QtPdfRenderer.h"
 #include "printing/ReportPrinter.h"
+#include "sessions/SessionCommands.h"
 
 #include <QObject>
 
@@ -30,9 +31,6 @@ public:
     MainWindow& window() { return m_windowController.window(); }
 
 private:
-    void keepSessions();
-    void openPastSessions();
-
     Services m_services;
     // The current paper of PDF files and of the printer.
     QPageLayout m_pageLayout {defaultPageLayout()};
@@ -42,6 +40,7 @@ private:
     MainWindowController m_windowController;
     ReportPrinter m_reportPrinter;
     AppDelegate m_delegate;
+    SessionCommands m_sessionCommands;
     MainMenu m_mainMenu;
     HelpMenu m_helpMenu;
     Subscriptions m_subscriptions;

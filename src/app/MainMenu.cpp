@@ -1,6 +1,7 @@
 #include "app/MainMenu.h"
 
 #include "core/TensioManager.h"
+#include "sessions/SessionCommands.h"
 
 #include <QMainWindow>
 #include <QMenuBar>
@@ -10,12 +11,12 @@
 namespace tensio {
 
 MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMenu,
-    AppDelegate& delegate, TensioManager& tensioManager)
+    AppDelegate& delegate, SessionCommands& sessionCommands, TensioManager& tensioManager)
     : m_window(window)
     , m_delegate(delegate)
 {
     m_window.menuBar()->setAccessibleName(QStringLiteral("メニュー"));
-    addFileMenu();
+    addFileMenu(sessionCommands);
     m_measurementMenu = m_window.menuBar()->addMenu(QStringLiteral("測定(&M)"));
     addViewMenu();
     addPrintMenu(printMenu);
@@ -32,10 +33,11 @@ MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMe
     validate();
 }
 
-void MainMenu::addFileMenu()
+void MainMenu::addFileMenu(SessionCommands& sessionCommands)
 {
     auto& menu = *m_window.menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
-    menu.setObjectName(QStringLiteral("fileMenu"));
+    sessionCommands.addTo(menu);
+    menu.addSeparator();
     add(menu, QStringLiteral("CSVを保存(&S)…"), &AppDelegate::saveCsvAction, QKeySequence::Save);
     add(menu, QStringLiteral("選択した測定のCSVを保存(&C)…"), &AppDelegate::saveSelectedAction,
         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
@@ -49,19 +51,6 @@ void MainMenu::addFileMenu()
     auto* quit = menu.addAction(QStringLiteral("tensioを終了(&Q)"), &m_window, &QWidget::close);
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     quit->setMenuRole(QAction::QuitRole);
-}
-
-void MainMenu::addPastSessions(MutableProperty<bool>& canOpen, std::function<void()> open)
-{
-    auto& menu = *m_window.findChild<QMenu*>(QStringLiteral("fileMenu"));
-    auto* command = new QAction(QStringLiteral("以前の測定を開く(&O)…"), this);
-    command->setShortcut(QKeySequence::Open);
-    connect(command, &QAction::triggered, this, std::move(open));
-    auto* const first = menu.actions().constFirst();
-    menu.insertAction(first, command);
-    menu.insertSeparator(first);
-    m_subscriptions.push_back(
-        canOpen.observe([command](bool isPossible) { command->setEnabled(isPossible); }));
 }
 
 void MainMenu::addViewMenu()

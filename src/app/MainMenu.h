@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "reactive/MutableProperty.h"
 #include "reactive/Subscription.h"
 
 #include <QKeySequence>
@@ -16,27 +15,26 @@ class QMenu;
 
 namespace tensio {
 
+class SessionCommands;
+
 // The menu bar of the main window but for the help: the delegate's commands, each enabled while the
-// delegate says so, the full screen, and the menu of default targets. It gives the print menu,
-// which the header's button opens as well, its commands.
+// delegate says so, those of stored sessions, the full screen, and the menu of default targets. It
+// gives the print menu, which the header's button opens as well, its commands.
 class MainMenu : public QObject {
     Q_OBJECT
 
 public:
     // Nothing is owned; all must outlive the menu bar's use.
     MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMenu, AppDelegate& delegate,
-        TensioManager& tensioManager);
+        SessionCommands& sessionCommands, TensioManager& tensioManager);
     ~MainMenu() override = default;
-
-    // The command that opens a stored session, enabled while that is possible.
-    void addPastSessions(MutableProperty<bool>& canOpen, std::function<void()> open);
 
     // Filled by the panels.
     QMenu& measurementMenu() { return *m_measurementMenu; }
     QMenu& viewMenu() { return *m_viewMenu; }
 
 private:
-    void addFileMenu();
+    void addFileMenu(SessionCommands& sessionCommands);
     void addViewMenu();
     void addPrintMenu(QMenu& menu);
     void add(QMenu& menu, QString const& title, AppDelegate::Command command,

@@ -1,5 +1,7 @@
 #include "app/MainWindowController.h"
 
+#include "core/DateText.h"
+#include "core/SessionArchive.h"
 #include "core/TensioManager.h"
 #include "toolkit/WindowSize.h"
 
@@ -8,13 +10,18 @@
 
 namespace tensio {
 
-MainWindowController::MainWindowController(
-    TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts)
-    : m_contentController(tensioManager, runLoop, alerts, m_printMenu, m_window.contentView())
+MainWindowController::MainWindowController(TensioManager& tensioManager,
+    SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts)
+    : m_tensioManager(tensioManager)
+    , m_sessionArchive(sessionArchive)
+    , m_contentController(
+          tensioManager, sessionArchive, runLoop, alerts, m_printMenu, m_window.contentView())
 {
     windowDidLoad();
-    m_subscriptions.push_back(tensioManager.serialPortManager.isSimulated.observe(
-        [this](bool isSimulated) { showSimulationInTitle(isSimulated); }));
+    m_subscriptions.push_back(
+        tensioManager.serialPortManager.isSimulated.observe([this](bool) { updateTitle(); }));
+    m_subscriptions.push_back(
+        sessionArchive.shown.observeChanges([this](auto const&) { updateTitle(); }));
 }
 
 void MainWindowController::windowDidLoad()
@@ -41,25 +48,16 @@ void MainWindowController::fitToDesign()
     m_window.move(frame.topLeft());
 }
 
-void MainWindowController::showSimulationInTitle(bool isSimulated)
-{
-    m_isSimulated = isSimulated;
-    updateTitle();
-}
-
-void MainWindowController::showPastSessionInTitle(QString const& session)
-{
-    m_pastSession = session;
-    updateTitle();
-}
-
 void MainWindowController::updateTitle()
 {
     auto title = QStringLiteral("tensio");
-    if (m_isSimulated)
+    // Simulated readings must never pass for a subject's.
+    if (m_tensioManager.serialPortManager.isSimulated.value())
         title += QStringLiteral(" — 模擬装置（実際の測定ではありません）");
-    if (!m_pastSession.isEmpty())
-        title += QStringLiteral(" — 以前の測定：") + m_pastSession;
+    if (auto const& session = m_sessionArchive.shown.value())
+        title += QStringLiteral(" — 以前の測定：%1　%2")
+                     .arg(QString::fromStdString(session->name),
+                         QString::fromStdString(dateAndMinute(session->start)));
     m_window.setWindowTitle(title);
 }
 

@@ -14,15 +14,13 @@ class MainWindowController : public QObject {
 
 public:
     // Everything handed in must outlive the controller.
-    MainWindowController(TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts);
+    MainWindowController(TensioManager& tensioManager, SessionArchive& sessionArchive,
+        RunLoop& runLoop, Alerts& alerts);
 
     MainWindow& window() { return m_window; }
     // Both empty; of the window, so that they follow its scale.
     QMenu& printMenu() { return m_printMenu; }
     QMenu& defaultTargetMenu() { return m_defaultTargetMenu; }
-    // Which stored session the window shows; empty when it shows the latest connection's.
-    void showPastSessionInTitle(QString const& session);
-    void showNotices(SessionArchive& archive) { m_contentController.showNotices(archive); }
     void addCommands(QMenu& measurementMenu, QMenu& viewMenu)
     {
         m_contentController.addCommands(measurementMenu, viewMenu);
@@ -33,16 +31,14 @@ public:
 
 private:
     void windowDidLoad();
-    // Simulated readings must never pass for a subject's.
-    void showSimulationInTitle(bool isSimulated);
     void updateTitle();
 
+    TensioManager& m_tensioManager;
+    SessionArchive& m_sessionArchive;
     MainWindow m_window;
     QMenu& m_printMenu {*new QMenu(&m_window)};
     QMenu& m_defaultTargetMenu {*new QMenu(&m_window)};
     TensioViewController m_contentController;
-    bool m_isSimulated = false;
-    QString m_pastSession;
     Subscriptions m_subscriptions;
 };
 

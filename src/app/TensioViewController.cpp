@@ -5,7 +5,7 @@
 #include "panels/HeaderViewController.h"
 #include "panels/HistoryViewController.h"
 #include "panels/InfoControlsViewController.h"
-#include "panels/SessionNotices.h"
+#include "sessions/SessionNotices.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/StyleSheet.h"
 #include "ui_Tensio.h"
@@ -16,8 +16,9 @@
 
 namespace tensio {
 
-TensioViewController::TensioViewController(TensioManager& tensioManager, RunLoop& runLoop,
-    Alerts& alerts, QMenu& printMenu, QWidget& contentView)
+TensioViewController::TensioViewController(TensioManager& tensioManager,
+    SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu,
+    QWidget& contentView)
     : m_tensioManager(tensioManager)
     , m_status(tensioManager)
     , m_contentView(contentView)
@@ -26,12 +27,13 @@ TensioViewController::TensioViewController(TensioManager& tensioManager, RunLoop
 {
     m_view->setObjectName(QStringLiteral("rootView"));
     m_ui->setupUi(m_view.get());
-    viewDidLoad(runLoop, alerts, printMenu);
+    viewDidLoad(sessionArchive, runLoop, alerts, printMenu);
 }
 
 TensioViewController::~TensioViewController() = default;
 
-void TensioViewController::viewDidLoad(RunLoop& runLoop, Alerts& alerts, QMenu& printMenu)
+void TensioViewController::viewDidLoad(
+    SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu)
 {
     // Not part of the scaled design: it dims the whole window, its menu bar too.
     m_ui->coverView->setParent(m_contentView.window());
@@ -43,6 +45,8 @@ void TensioViewController::viewDidLoad(RunLoop& runLoop, Alerts& alerts, QMenu& 
         m_tensioManager, m_status, runLoop, alerts, *m_ui->infoControlsView);
     m_history
         = std::make_unique<HistoryViewController>(m_tensioManager, m_status, *m_ui->historyView);
+    m_sessionNotices = std::make_unique<SessionNotices>(
+        sessionArchive, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
     // In the live area, so that every picture of the window has it.
     m_simulation = m_tensioManager.serialPortManager.isSimulated.observe(
         [this](bool isSimulated) { m_ui->simulationLabel->setVisible(isSimulated); });
@@ -98,12 +102,6 @@ void TensioViewController::addCommands(QMenu& measurementMenu, QMenu& viewMenu)
 {
     m_infoControls->addCommands(measurementMenu);
     m_history->addCommands(viewMenu);
-}
-
-void TensioViewController::showNotices(SessionArchive& archive)
-{
-    m_sessionNotices = std::make_unique<SessionNotices>(
-        archive, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
 }
 
 } // namespace tensio

@@ -35,8 +35,8 @@ public:
 
     // The header's print button opens the print menu. The content view becomes the root view's
     // parent. Everything handed in must outlive the controller.
-    TensioViewController(TensioManager& tensioManager, RunLoop& runLoop, Alerts& alerts,
-        QMenu& printMenu, QWidget& contentView);
+    TensioViewController(TensioManager& tensioManager, SessionArchive& sessionArchive,
+        RunLoop& runLoop, Alerts& alerts, QMenu& printMenu, QWidget& contentView);
     TensioViewController(TensioViewController const&) = delete;
     TensioViewController& operator=(TensioViewController const&) = delete;
     ~TensioViewController();
@@ -46,13 +46,12 @@ public:
     void viewWillLayout();
     // Scales the design uniformly to the size, in the window's units, and centres it.
     void fit(QSizeF size);
-    // Shows the notices about stored sessions. The archive must outlive the controller.
-    void showNotices(SessionArchive& archive);
     // The panels' commands that have keys.
     void addCommands(QMenu& measurementMenu, QMenu& viewMenu);
 
 private:
-    void viewDidLoad(RunLoop& runLoop, Alerts& alerts, QMenu& printMenu);
+    void viewDidLoad(
+        SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu);
     void scaleMenusAndAlerts();
 
     TensioManager& m_tensioManager;
@@ -65,10 +64,10 @@ private:
     std::unique_ptr<VisualFeedbackViewController> m_visualFeedback;
     std::unique_ptr<InfoControlsViewController> m_infoControls;
     std::unique_ptr<HistoryViewController> m_history;
+    std::unique_ptr<SessionNotices> m_sessionNotices;
     // Of menus, alerts and Qt's own dialogs.
     double m_menuScale = 1.0;
     Subscription m_simulation;
-    std::unique_ptr<SessionNotices> m_sessionNotices;
     Subscriptions m_subscriptions;
 };
 

@@ -1,4 +1,4 @@
-#include "app/PastSessionsModel.h"
+#include "sessions/PastSessionsModel.h"
 
 #include "core/DateText.h"
 #include "core/NumberText.h"

@@ -1,4 +1,4 @@
-#include "app/PastSessionsWindow.h"
+#include "sessions/PastSessionsWindow.h"
 
 #include "core/DateText.h"
 #include "core/SessionArchive.h"

@@ -1,4 +1,4 @@
-#include "app/PastSessionsWindow.h"
+#include "sessions/PastSessionsWindow.h"
 #include "support/Desk.h"
 
 #include <QLabel>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/PastSessionsModel.h"
+#include "sessions/PastSessionsModel.h"
 
 #include <QDialog>
 

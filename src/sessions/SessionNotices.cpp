@@ -1,23 +1,14 @@
-#include "panels/SessionNotices.h"
+#include "sessions/SessionNotices.h"
 
 #include "core/DateText.h"
 #include "core/SessionArchive.h"
 #include "toolkit/Accessible.h"
-#include "toolkit/DesignFrame.h"
 #include "ui_StoreProblem.h"
 #include "ui_UnsavedSession.h"
 
 namespace tensio {
 
 namespace {
-
-// setupUi() has put both at scale 1, and the window may have another already.
-void takeScale(QWidget& view)
-{
-    setDesignFrame(view, designFrame(view));
-    for (auto* child : view.findChildren<QWidget*>())
-        setDesignFrame(*child, designFrame(*child));
-}
 
 QString textOf(StoreProblem problem)
 {
@@ -61,8 +52,6 @@ SessionNotices::SessionNotices(SessionArchive& archive, QWidget& unsavedView, QW
 {
     m_unsaved->setupUi(&m_unsavedView);
     m_problem->setupUi(&m_problemView);
-    for (auto* view : {&m_unsavedView, &m_problemView})
-        takeScale(*view);
     setAccessibleRole(*m_problem->storeProblemLabel, QAccessible::Notification);
     connect(m_problem->hideProblemButton, &QPushButton::clicked, &m_problemView, &QWidget::hide);
     m_subscriptions.push_back(
