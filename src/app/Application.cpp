@@ -12,7 +12,11 @@ Application::Application(Services services)
           {m_pdfRenderer, services.savePanel, services.fileWriter, services.screen,
               services.alerts})
     , m_sessionArchive(m_tensioManager, services.sessionStore, services.runLoop, services.clock)
-    , m_windowController(m_tensioManager, m_sessionArchive, services.runLoop, services.alerts)
+    , m_windowController(m_tensioManager, m_sessionArchive, services.runLoop, services.alerts,
+          [this](auto const& measurement) {
+              m_reportPrinter.print(
+                  makeCurve(measurement, m_tensioManager), QStringLiteral("波形"));
+          })
     , m_reportPrinter(
           m_tensioManager, services.printPanels, services.alerts, m_pageLayout, window())
     , m_delegate(m_tensioManager, services.runLoop, m_windowController.defaultTargetMenu(),

@@ -8,14 +8,16 @@
 #include <QMenuBar>
 #include <QScreen>
 
+#include <utility>
+
 namespace tensio {
 
 MainWindowController::MainWindowController(TensioManager& tensioManager,
-    SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts)
+    SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, CurvePrinter printCurve)
     : m_tensioManager(tensioManager)
     , m_sessionArchive(sessionArchive)
-    , m_contentController(
-          tensioManager, sessionArchive, runLoop, alerts, m_printMenu, m_window.contentView())
+    , m_contentController(tensioManager, sessionArchive, runLoop, alerts, m_printMenu,
+          std::move(printCurve), m_window.contentView())
 {
     windowDidLoad();
     m_subscriptions.push_back(

@@ -15,7 +15,7 @@ class MainWindowController : public QObject {
 public:
     // Everything handed in must outlive the controller.
     MainWindowController(TensioManager& tensioManager, SessionArchive& sessionArchive,
-        RunLoop& runLoop, Alerts& alerts);
+        RunLoop& runLoop, Alerts& alerts, CurvePrinter printCurve);
 
     MainWindow& window() { return m_window; }
     // Both empty; of the window, so that they follow its scale.

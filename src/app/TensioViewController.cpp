@@ -3,7 +3,6 @@
 #include "core/TensioManager.h"
 #include "feedback/VisualFeedbackViewController.h"
 #include "panels/HeaderViewController.h"
-#include "panels/HistoryViewController.h"
 #include "panels/InfoControlsViewController.h"
 #include "sessions/SessionNotices.h"
 #include "toolkit/DesignFrame.h"
@@ -18,7 +17,7 @@ namespace tensio {
 
 TensioViewController::TensioViewController(TensioManager& tensioManager,
     SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu,
-    QWidget& contentView)
+    CurvePrinter printCurve, QWidget& contentView)
     : m_tensioManager(tensioManager)
     , m_status(tensioManager)
     , m_contentView(contentView)
@@ -27,13 +26,13 @@ TensioViewController::TensioViewController(TensioManager& tensioManager,
 {
     m_view->setObjectName(QStringLiteral("rootView"));
     m_ui->setupUi(m_view.get());
-    viewDidLoad(sessionArchive, runLoop, alerts, printMenu);
+    viewDidLoad(sessionArchive, runLoop, alerts, printMenu, std::move(printCurve));
 }
 
 TensioViewController::~TensioViewController() = default;
 
-void TensioViewController::viewDidLoad(
-    SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu)
+void TensioViewController::viewDidLoad(SessionArchive& sessionArchive, RunLoop& runLoop,
+    Alerts& alerts, QMenu& printMenu, CurvePrinter printCurve)
 {
     // Not part of the scaled design: it dims the whole window, its menu bar too.
     m_ui->coverView->setParent(m_contentView.window());
@@ -43,8 +42,8 @@ void TensioViewController::viewDidLoad(
         m_tensioManager, runLoop, *m_ui->visualFeedbackView);
     m_infoControls = std::make_unique<InfoControlsViewController>(
         m_tensioManager, m_status, runLoop, alerts, *m_ui->infoControlsView);
-    m_history
-        = std::make_unique<HistoryViewController>(m_tensioManager, m_status, *m_ui->historyView);
+    m_history = std::make_unique<HistoryViewController>(
+        m_tensioManager, m_status, std::move(printCurve), *m_ui->historyView);
     m_sessionNotices = std::make_unique<SessionNotices>(
         sessionArchive, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
     // In the live area, so that every picture of the window has it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "panels/HistoryViewController.h"
 #include "panels/StatusViewModel.h"
 #include "reactive/Subscription.h"
 
@@ -18,7 +19,6 @@ namespace tensio {
 
 class Alerts;
 class HeaderViewController;
-class HistoryViewController;
 class InfoControlsViewController;
 class RunLoop;
 class SessionArchive;
@@ -36,7 +36,8 @@ public:
     // The header's print button opens the print menu. The content view becomes the root view's
     // parent. Everything handed in must outlive the controller.
     TensioViewController(TensioManager& tensioManager, SessionArchive& sessionArchive,
-        RunLoop& runLoop, Alerts& alerts, QMenu& printMenu, QWidget& contentView);
+        RunLoop& runLoop, Alerts& alerts, QMenu& printMenu, CurvePrinter printCurve,
+        QWidget& contentView);
     TensioViewController(TensioViewController const&) = delete;
     TensioViewController& operator=(TensioViewController const&) = delete;
     ~TensioViewController();
@@ -50,8 +51,8 @@ public:
     void addCommands(QMenu& measurementMenu, QMenu& viewMenu);
 
 private:
-    void viewDidLoad(
-        SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu);
+    void viewDidLoad(SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts,
+        QMenu& printMenu, CurvePrinter printCurve);
     void scaleMenusAndAlerts();
 
     TensioManager& m_tensioManager;

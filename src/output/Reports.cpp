@@ -31,6 +31,13 @@ std::unique_ptr<PagedView> unmarkedReport(ReportKind kind, TensioManager const& 
             list.selectedAverage.value(), list.minSelectedPressure(), list.maxSelectedPressure()});
 }
 
+std::unique_ptr<PrintView> marked(
+    std::unique_ptr<PagedView> report, TensioManager const& tensioManager)
+{
+    report->setSimulated(tensioManager.serialPortManager.isSimulated.value());
+    return report;
+}
+
 } // namespace
 
 bool hasReport(ReportKind kind, TensioManager const& tensioManager)
@@ -43,9 +50,15 @@ bool hasReport(ReportKind kind, TensioManager const& tensioManager)
 
 std::unique_ptr<PrintView> makeReport(ReportKind kind, TensioManager const& tensioManager)
 {
-    auto report = unmarkedReport(kind, tensioManager);
-    report->setSimulated(tensioManager.serialPortManager.isSimulated.value());
-    return report;
+    return marked(unmarkedReport(kind, tensioManager), tensioManager);
+}
+
+std::unique_ptr<PrintView> makeCurve(
+    std::shared_ptr<Measurement> const& measurement, TensioManager const& tensioManager)
+{
+    return marked(std::make_unique<CurvesPrintView>(
+                      tensioManager.username.value(), Measurements {measurement}, false),
+        tensioManager);
 }
 
 } // namespace tensio

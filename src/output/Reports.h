@@ -7,6 +7,7 @@
 namespace tensio {
 
 class TensioManager;
+struct Measurement;
 
 enum class ReportKind { List, Grid, Selected, Curves };
 
@@ -16,5 +17,8 @@ bool hasReport(ReportKind kind, TensioManager const& tensioManager);
 // A report of the current measurements; the curves are those of the selected ones, or of all when
 // none is selected. Requires hasReport().
 std::unique_ptr<PrintView> makeReport(ReportKind kind, TensioManager const& tensioManager);
+// The curve of one of the current measurements.
+std::unique_ptr<PrintView> makeCurve(
+    std::shared_ptr<Measurement> const& measurement, TensioManager const& tensioManager);
 
 } // namespace tensio

@@ -7,7 +7,9 @@
 #include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 
+#include <QContextMenuEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 
@@ -121,6 +123,16 @@ void HistorySlice::keyPressEvent(QKeyEvent* event)
     default:
         QWidget::keyPressEvent(event);
     }
+}
+
+void HistorySlice::contextMenuEvent(QContextMenuEvent* event)
+{
+    if (m_tensioManager.isMeasuring.value())
+        return;
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    menu->addAction(QStringLiteral("この測定の波形を印刷…"), this, &HistorySlice::willPrintCurve);
+    menu->popup(event->globalPos());
 }
 
 void HistorySlice::enterEvent(QEnterEvent* event)

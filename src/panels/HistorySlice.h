@@ -13,7 +13,8 @@ class TensioManager;
 
 // One tile of the history strip: number, best pressure and time of a finished measurement. A click,
 // Space or Enter selects it or takes the selection back, but only between sessions; a circle on its
-// foot says that it may be selected. The texts are fixed when it is made.
+// foot says that it may be selected. Its menu prints its curve. The texts are fixed when it is
+// made.
 class HistorySlice
     : public QWidget
     , public Accessible {
@@ -34,6 +35,7 @@ public:
 Q_SIGNALS:
     // Asks for the keyboard focus to move by that many tiles.
     void willMoveFocus(int step);
+    void willPrintCurve();
 
 protected:
     void paintEvent(QPaintEvent* event) override;
@@ -41,6 +43,7 @@ protected:
     void keyPressEvent(QKeyEvent* event) override;
     void enterEvent(QEnterEvent* event) override;
     void leaveEvent(QEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
     struct Text {

@@ -11,12 +11,14 @@
 #include <QMenu>
 
 #include <algorithm>
+#include <utility>
 
 namespace tensio {
 
 HistoryViewController::HistoryViewController(
-    TensioManager& tensioManager, StatusViewModel& status, QWidget& view)
+    TensioManager& tensioManager, StatusViewModel& status, CurvePrinter printCurve, QWidget& view)
     : m_tensioManager(tensioManager)
+    , m_printCurve(std::move(printCurve))
     , m_view(view)
     , m_ui(std::make_unique<Ui::History>())
     , m_viewModel(tensioManager)
@@ -95,6 +97,8 @@ void HistoryViewController::addTile(std::shared_ptr<Measurement> const& measurem
     // Queued: turning the page deletes the tile that sent the signal.
     connect(&tile, &HistorySlice::willMoveFocus, this, &HistoryViewController::moveFocus,
         Qt::QueuedConnection);
+    connect(&tile, &HistorySlice::willPrintCurve, this,
+        [this, measurement] { m_printCurve(measurement); });
     tile.show();
     QWidget::setTabOrder(previous, &tile);
 }

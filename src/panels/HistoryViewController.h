@@ -5,6 +5,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -19,6 +20,9 @@ namespace tensio {
 
 class HistorySlice;
 
+// Prints the curve of one measurement.
+using CurvePrinter = std::function<void(std::shared_ptr<Measurement> const&)>;
+
 // The history strip: a tile for each measurement of the page, paging, and the average of the
 // selected ones; beside them the status line.
 class HistoryViewController : public QObject {
@@ -27,7 +31,8 @@ class HistoryViewController : public QObject {
 
 public:
     // Nothing handed in is owned; all must outlive the controller.
-    HistoryViewController(TensioManager& tensioManager, StatusViewModel& status, QWidget& view);
+    HistoryViewController(TensioManager& tensioManager, StatusViewModel& status,
+        CurvePrinter printCurve, QWidget& view);
     ~HistoryViewController() override;
 
     // Gives the strip its border and shaded background.
@@ -48,6 +53,7 @@ private:
     int focusedIndex() const;
 
     TensioManager& m_tensioManager;
+    CurvePrinter m_printCurve;
     QWidget& m_view;
     std::unique_ptr<Ui::History> m_ui;
     HistoryViewModel m_viewModel;

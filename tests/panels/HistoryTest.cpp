@@ -6,6 +6,7 @@
 
 #include <QDesktopServices>
 #include <QLabel>
+#include <QMenu>
 #include <QTest>
 #include <QTextBrowser>
 
@@ -18,8 +19,10 @@ namespace {
 struct Strip {
     Session session;
     QWidget view;
+    int printed = 0;
     StatusViewModel status {session.manager};
-    HistoryViewController controller {session.manager, status, view};
+    HistoryViewController controller {session.manager, status,
+        [this](auto const& measurement) { printed = measurement->number; }, view};
 
     explicit Strip(std::vector<double> const& presses)
     {
@@ -62,7 +65,13 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     };
     EXPECT_EQ(averageAfter(0), "0.0");
     expectTile(0, QStringLiteral("「終了」のあとに選べます"), false);
+    QContextMenuEvent rightClick(QContextMenuEvent::Mouse, {}, {});
+    QApplication::sendEvent(tiles[3], &rightClick);
+    EXPECT_EQ(tiles[3]->findChild<QMenu*>(), nullptr) << "reports wait for the end";
     strip.finish();
+    QApplication::sendEvent(tiles[3], &rightClick);
+    tiles[3]->findChild<QMenu*>()->actions().constFirst()->trigger();
+    EXPECT_EQ(strip.printed, 4);
     expectTile(0, QString(), false);
     EXPECT_EQ(averageAfter(0), "20.0");
     EXPECT_EQ(averageAfter(0), "0.0");
@@ -83,7 +92,7 @@ TEST(History, SaysTheStateTheNextStepAndTheCount)
     Session session;
     QWidget view;
     StatusViewModel status(session.manager);
-    HistoryViewController const strip(session.manager, status, view);
+    HistoryViewController const strip(session.manager, status, {}, view);
     auto const expect = [&](char const* state, char const* hint, char const* count) {
         EXPECT_EQ(status.state.value(), state);
         EXPECT_EQ(find<QLabel>(view, "hintLabel").text(), QString::fromUtf8(hint));
