@@ -1,13 +1,20 @@
-// The PDF files of the fullest history: 99 measurements as list and as grid.
+// The PDF files of the fullest history, 99 measurements as list, as grid and as curves of that many
+// points; and the preview of a course of 100 sessions, from its opening until it is painted.
 // QT_QPA_PLATFORM=offscreen build/default/bin/report_bench
 
+#include "output/CoursePrintView.h"
+#include "output/CurvesPrintView.h"
 #include "output/GridPrintView.h"
 #include "output/ListPrintView.h"
 #include "printing/PageDrawing.h"
+#include "printing/PrintPreviewController.h"
 #include "printing/QtPdfRenderer.h"
+#include "printing/QtPrintPanels.h"
 #include "support/Reports.h"
+#include "support/Session.h"
 
 #include <QApplication>
+#include <QWidget>
 
 #include <benchmark/benchmark.h>
 
@@ -25,8 +32,41 @@ void pdfOfAll(benchmark::State& state)
         benchmark::DoNotOptimize(report.render(view));
 }
 
+void pdfOfCurves(benchmark::State& state)
+{
+    auto const layout = defaultPageLayout();
+    QtPdfRenderer const report(layout);
+    auto const measurements = finishedMeasurements(99);
+    for (auto const& measurement : measurements) {
+        for (int point = 0; point < state.range(0); ++point)
+            measurement->pressurePoints->push_back(static_cast<float>(20 + 7 * point % 11));
+    }
+    CurvesPrintView view("山田 花子", measurements, false);
+    for (auto const _ : state)
+        benchmark::DoNotOptimize(report.render(view));
+}
+
+void previewOfCourse(benchmark::State& state)
+{
+    Course course {"山田 花子", false, {}};
+    for (int week = 0; week < 100; ++week)
+        course.entries.push_back({Date() + std::chrono::hours(168 * week), 8,
+            static_cast<float>(20 + 7 * week % 11), 18.0f, 30.0f});
+    Session session;
+    QtPrintPanels panels;
+    auto layout = defaultPageLayout();
+    QWidget parent;
+    for (auto const _ : state) {
+        PrintPreviewController preview(session.manager, panels, session.alerts, layout, parent);
+        preview.show(std::make_unique<CoursePrintView>(course), QStringLiteral("経過"));
+        QCoreApplication::processEvents();
+    }
+}
+
 BENCHMARK(pdfOfAll<ListPrintView>)->Name("list")->Unit(benchmark::kMillisecond);
 BENCHMARK(pdfOfAll<GridPrintView>)->Name("grid")->Unit(benchmark::kMillisecond);
+BENCHMARK(pdfOfCurves)->Name("curves")->Arg(80)->Arg(12000)->Unit(benchmark::kMillisecond);
+BENCHMARK(previewOfCourse)->Name("course")->Unit(benchmark::kMillisecond);
 
 } // namespace
 
