@@ -102,7 +102,10 @@ TEST(TensioManager, RestoresASessionInOneStepForAllWhoObserve)
              &manager.measurementList.selectedAverage})
         observing.push_back(each->observeChanges(note));
     StoredMeasurement const press {1, 20.0f, 30.0f, {}, {10.0f, 20.0f}};
-    manager.restoreSession({{1, {}, "花子", 7, 20.0f, false, true}, std::vector(7, press)});
+    StoredSession session;
+    session.summary = {1, {}, "花子", 7, 20.0f, false, true};
+    session.measurements = std::vector(7, press);
+    manager.restoreSession(session);
     EXPECT_EQ(pages, 1);
     EXPECT_EQ(states, (std::map<State, int> {{{"花子", 7, false, "", 0.0f, 0.0f, true}, 11}}));
     EXPECT_EQ(manager.measurementList.startingIndex(), 2) << "as after the last press";

@@ -27,7 +27,7 @@ struct FakeSessionStore : SessionStore {
             return std::nullopt;
         auto const id = ++m_lastId;
         stored[id] = {{id, head.start, head.name, 0, 0.0f, false, head.isSimulated}, {},
-            head.target, head.targetPercent};
+            head.target, head.targetPercent, std::nullopt, true};
         write(id, part);
         return id;
     }
@@ -38,7 +38,8 @@ struct FakeSessionStore : SessionStore {
         auto const found = stored.find(session);
         if (found == stored.end())
             return true;
-        auto& [summary, measurements, target, percent] = found->second;
+        auto& summary = found->second.summary;
+        auto& measurements = found->second.measurements;
         summary.count = std::max(summary.count, part.number);
         summary.best = std::max(summary.best, part.best);
         measurements.resize(static_cast<std::size_t>(summary.count));

@@ -4,6 +4,7 @@
 #include "platform/CaptureRectangle.h"
 #include "platform/Clock.h"
 #include "platform/PdfRenderer.h"
+#include "platform/RunLoop.h"
 #include "platform/Saving.h"
 #include "platform/Screen.h"
 #include "platform/UserDefaults.h"
@@ -48,7 +49,12 @@ struct MemoryUserDefaults : UserDefaults {
     void synchronize() override { ++synchronizations; }
 };
 
+// Like the real ones, they announce that timers pause.
 struct FakeAlerts : Alerts {
+    explicit FakeAlerts(RunLoop& runLoop)
+        : m_runLoop(runLoop)
+    {
+    }
     std::vector<std::string> messages;
     std::size_t answer = 0;
     std::function<void()> whileOpen;
@@ -57,10 +63,14 @@ struct FakeAlerts : Alerts {
         AlertStyle, std::string const& message, std::vector<std::string> const&) override
     {
         messages.push_back(message);
+        m_runLoop.willPause.setValue(Nothing {});
         if (whileOpen)
             whileOpen();
         return answer;
     }
+
+private:
+    RunLoop& m_runLoop;
 };
 
 // Makes a file that says what kind of view it was made of.

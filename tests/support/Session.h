@@ -15,7 +15,7 @@ struct Surroundings {
     ManualRunLoop runLoop;
     ManualClock clock;
     MemoryUserDefaults userDefaults;
-    FakeAlerts alerts;
+    FakeAlerts alerts {runLoop};
     FakeSaving saving;
 
     explicit Surroundings(std::map<std::string, float> settings = {})

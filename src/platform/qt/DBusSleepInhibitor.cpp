@@ -33,7 +33,7 @@ DBusSleepInhibitor::DBusSleepInhibitor(Bus session, Bus system)
 
 DBusSleepInhibitor::~DBusSleepInhibitor()
 {
-    QtSleepInhibitor::setInhibited(false);
+    DBusSleepInhibitor::setInhibited(false);
 }
 
 void DBusSleepInhibitor::setInhibited(bool isInhibited)

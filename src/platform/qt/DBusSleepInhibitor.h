@@ -17,7 +17,7 @@ class DBusSleepInhibitor
     : public QObject
     , public SleepInhibitor {
     Q_OBJECT
-    Q_DISABLE_COPY_MOVE(QtSleepInhibitor)
+    Q_DISABLE_COPY_MOVE(DBusSleepInhibitor)
 
 public:
     using Bus = std::function<QDBusConnection()>;
