@@ -29,7 +29,8 @@ inline WorkerResult runWorker(
     return {isKilled ? -1 : process.exitCode(), process.readAllStandardOutput()};
 }
 
-// The system calls of this kind, as their names and their counts since the start.
+// The system calls of this kind that the main thread makes, as their names and their counts since
+// the start.
 inline std::vector<std::pair<QString, int>> callsOf(QString const& task, char const* kind)
 {
     QTemporaryDir const folder;
@@ -39,7 +40,11 @@ inline std::vector<std::pair<QString, int>> callsOf(QString const& task, char co
     std::vector<std::pair<QString, int>> calls;
     std::map<QString, int> counts;
     bool isBetweenMarks = false;
-    for (auto const& line : QString::fromUtf8(file.readAll()).split('\n')) {
+    auto const lines = QString::fromUtf8(file.readAll()).split('\n');
+    auto const mainThread = lines.first().section(' ', 0, 0);
+    for (auto const& line : lines) {
+        if (line.section(' ', 0, 0) != mainThread)
+            continue;
         auto const call = line.section(' ', 1).trimmed();
         auto const name = call.section('(', 0, 0);
         auto const count = ++counts[name];

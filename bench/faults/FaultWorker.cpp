@@ -7,7 +7,9 @@
 #include <QCoreApplication>
 #include <QDir>
 
+#include <filesystem>
 #include <iostream>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 // To be killed and refused by the fault runs.
@@ -20,6 +22,26 @@ namespace {
 void mark(char const* name)
 {
     [[maybe_unused]] auto const marked = access(name, F_OK);
+}
+
+// Where to keep what a power cut would leave.
+std::optional<std::filesystem::path> flushedFolder;
+
+int flush(int file, long call)
+{
+    namespace fs = std::filesystem;
+    auto const result = static_cast<int>(syscall(call, file));
+    if (!flushedFolder)
+        return result;
+    auto const path = fs::read_symlink("/proc/self/fd/" + std::to_string(file));
+    if (fs::is_regular_file(path))
+        fs::copy_file(path, *flushedFolder / path.filename(), fs::copy_options::overwrite_existing);
+    // What was deleted before a flush is gone after it.
+    for (auto const& kept : fs::directory_iterator(*flushedFolder)) {
+        if (!fs::exists(path.parent_path() / kept.path().filename()))
+            fs::remove(kept.path());
+    }
+    return result;
 }
 
 bool save(QDir const& folder, int size, char letter)
@@ -65,7 +87,89 @@ int record(QDir const& folder)
     return isWhole ? messages : 100;
 }
 
+bool storePress(QtSessionStore& store, std::string const& name, int number)
+{
+    std::vector<float> points;
+    for (int place = 1; place <= 60; ++place)
+        points.push_back(static_cast<float>(place));
+    MeasurementPart const part {number, 60.0f, 30.0f, {}, true, 0, points};
+    return number == 1 ? store.begin({Date(), name, 30.0f, 1.0f, false}, part).has_value()
+                       : store.write(1, part);
+}
+
+int cut(QDir const& folder)
+{
+    folder.mkpath("flushed/data");
+    flushedFolder = folder.filePath("flushed/data").toStdString();
+    QtSessionStore store(folder.filePath(storeFile));
+    mark(faultsBegin);
+    for (int number = 1; number <= 3 && storePress(store, "花子", number); ++number)
+        std::cout << "\n" << std::flush;
+    mark(faultsEnd);
+    return 0;
+}
+
+StoreProblem finish(SessionTransfer& transfer)
+{
+    while (transfer.step() == TransferState::Running) { }
+    return transfer.step() == TransferState::Done   ? StoreProblem::None
+        : transfer.step() == TransferState::NoSpace ? StoreProblem::NoSpace
+                                                    : StoreProblem::NotWritable;
+}
+
+void prepareStore(QDir const& folder, std::string const& backup)
+{
+    QtSessionStore others(folder.filePath("others.db"));
+    for (auto const* name : {"c", "d", "e"})
+        storePress(others, name, 1);
+    finish(*others.backUp(backup));
+    QtSessionStore store(folder.filePath(storeFile));
+    for (auto const* name : {"a", "b"})
+        storePress(store, name, 1);
+}
+
+// As version 1 left it.
+void makeOld(QString const& path)
+{
+    SessionDatabase database(path);
+    for (auto const* statement : {"DROP INDEX starts", "DROP INDEX identities",
+             "ALTER TABLE session DROP COLUMN identity", "PRAGMA user_version = 1"})
+        database.run(statement);
+}
+
+int change(QDir const& folder, std::string const& task)
+{
+    auto const backup = folder.filePath(backupFile).toStdString();
+    if (task != "start")
+        prepareStore(folder, backup);
+    if (task == "update")
+        makeOld(folder.filePath(storeFile));
+    mark(faultsBegin);
+    std::optional<QtSessionStore> store(folder.filePath(storeFile));
+    bool const isChanged = task == "remove" ? store->remove({1, 2})
+        : task == "removeAll"               ? store->removeAll()
+                                            : store->problem() == StoreProblem::None;
+    auto const problem = task == "backUp" ? finish(*store->backUp(backup))
+        : task == "restore"               ? finish(*store->restore(backup))
+        : isChanged                       ? StoreProblem::None
+                                          : store->problem();
+    store.reset();
+    mark(faultsEnd);
+    return static_cast<int>(problem);
+}
+
 } // namespace
+
+// SQLite and Qt call these.
+extern "C" int fsync(int file)
+{
+    return flush(file, SYS_fsync);
+}
+
+extern "C" int fdatasync(int file)
+{
+    return flush(file, SYS_fdatasync);
+}
 
 int main(int argc, char** argv)
 {
@@ -74,6 +178,10 @@ int main(int argc, char** argv)
     QDir const folder(argv[argc - 1]);
     if (task == "record")
         return record(folder);
+    if (task == "cut")
+        return cut(folder);
+    if (task != "create" && task != "replace")
+        return change(folder, task);
     if (task == "replace" && !save(folder, savedSize / 2, 'o'))
         return 2;
     return saveBetweenMarks(folder);

@@ -29,6 +29,29 @@ bool areWhole(std::vector<StoredMeasurement> const& measurements, std::ptrdiff_t
             [](auto const& each) { return each.points.size() == 60 && isPress(each.points); });
 }
 
+// The names of whole sessions; "?" for one that is not whole.
+std::string namesIn(QString const& path)
+{
+    QtSessionStore store(path);
+    std::string names;
+    for (auto const& session : store.sessions(std::nullopt, 100).sessions) {
+        auto const loaded = store.load(session.id, StoredPoints::Loaded);
+        names += loaded && areWhole(loaded->measurements, session.count) ? session.name : "?";
+    }
+    EXPECT_EQ(store.problem(), StoreProblem::None);
+    return names;
+}
+
+// A store that holds what the backup does.
+QString restored(QDir const& folder)
+{
+    auto const path = folder.filePath("restored/sessions.db");
+    QtSessionStore store(path);
+    auto const transfer = store.restore(folder.filePath(backupFile).toStdString());
+    while (transfer->step() == TransferState::Running) { }
+    return path;
+}
+
 } // namespace
 
 TEST(StoreRuns, KilledAtEverySystemCall)
@@ -59,4 +82,58 @@ TEST(StoreRuns, EverySystemCallRefusedOnce)
             ++runs;
         });
     EXPECT_GT(runs, 40) << "calls that matter must be among them";
+}
+
+TEST(StoreRuns, AFinishedMeasurementIsOnTheDisk)
+{
+    int flushes = 0;
+    int finished = 0;
+    for (auto const& [call, count] : callsOf("cut", R"(^f(data)?sync|^write\(1, "\\n)")) {
+        EXPECT_TRUE(call != "write" || flushes > 0) << "after measurement " << finished;
+        finished += call == "write" ? 1 : 0;
+        flushes = call == "write" ? 0 : flushes + 1;
+    }
+    EXPECT_EQ(finished, 3);
+    int cuts = 0;
+    withEachFault(
+        "cut", R"(^write\(1, "\\n)", {"signal=KILL"}, [&](QDir const& folder, WorkerResult const&) {
+            EXPECT_TRUE(areWhole(storedMeasurements(QDir(folder.filePath("flushed"))), ++cuts));
+        });
+    EXPECT_EQ(cuts, 3);
+}
+
+TEST(StoreRuns, AWholeChangeIsMadeOrNoneWhereverItEnds)
+{
+    struct {
+        char const* task;
+        std::string before;
+        std::string after;
+    } const rows[] {{"update", "ba", "ba"}, {"remove", "ba", ""}, {"removeAll", "ba", ""},
+        {"backUp", "edc", "ba"}, {"restore", "ba", "edcba"}};
+    for (auto const& [task, before, after] : rows) {
+        int runs = 0;
+        bool const isBackup = std::string(task) == "backUp";
+        withEachFault(task, changingCalls, {"signal=KILL", "error=ENOSPC", "error=EIO"},
+            [&](QDir const& folder, WorkerResult const& result) {
+                auto const found
+                    = isBackup ? namesIn(restored(folder)) : namesIn(folder.filePath(storeFile));
+                EXPECT_TRUE(found == after || (found == before && result.code != 0)) << found;
+                ++runs;
+            });
+        EXPECT_GT(runs, 30) << task << ": calls that matter must be among them";
+    }
+}
+
+TEST(StoreRuns, SaysThatTheDiskIsFull)
+{
+    for (auto const* task : {"start", "remove", "backUp", "restore"}) {
+        int refusals = 0;
+        withEachFault(task, "^p?write(64)?\\((?!1,)", {"error=ENOSPC"},
+            [&](QDir const&, WorkerResult const& result) {
+                EXPECT_TRUE(
+                    result.code == 0 || result.code == static_cast<int>(StoreProblem::NoSpace));
+                refusals += result.code == 0 ? 0 : 1;
+            });
+        EXPECT_GT(refusals, 0) << task;
+    }
 }

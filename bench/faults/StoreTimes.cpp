@@ -2,6 +2,7 @@
 #include "sessions/PastSessionsWindow.h"
 
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -36,8 +37,8 @@ struct Place {
     QString path {folder.filePath("sessions.db")};
 };
 
-// 10,000 sessions of 20 measurements of three seconds.
-void fill(QString const& path)
+// Sessions of 20 measurements of three seconds.
+void fill(QString const& path, int sessions)
 {
     SessionDatabase database(path);
     auto const insert = [&](int count, char const* rows) {
@@ -47,12 +48,40 @@ void fill(QString const& path)
             + rows);
     };
     database.change(SessionDatabase::Durability::ProgramEnd, [&] {
-        return insert(10'000,
-                   "session (start, name, simulated, count, best) "
-                   "SELECT i, '被験者' || i, 0, 20, 30.0 FROM n")
+        return insert(sessions,
+                   "session (start, name, simulated, count, best, identity) "
+                   "SELECT i, '被験者' || i, 0, 20, 30.0, hex(randomblob(16)) FROM n")
             && insert(20, "measurement SELECT id, i, 30.0, 30.0, 0, 1 FROM session, n")
-            && insert(3, "points SELECT session, number, 20 * i, zeroblob(80) FROM measurement, n");
+            && insert(
+                3, "points SELECT session, number, 20 * i, randomblob(80) FROM measurement, n");
     });
+}
+
+// Of all that is stored, whatever the numbers of the sessions.
+QByteArray hashOf(QString const& path)
+{
+    QCryptographicHash hash(QCryptographicHash::Md5);
+    SessionDatabase database(path);
+    EXPECT_TRUE(
+        database.read("SELECT start, name, count, identity, m.number, m.time, p.first, p.kpa "
+                      "FROM session JOIN measurement m ON m.session = id JOIN points p ON "
+                      "p.session = id AND p.number = m.number ORDER BY 1, 5, 7",
+            {}, [&](QSqlQuery const& row) {
+                for (int column = 0; column < 8; ++column)
+                    hash.addData(row.value(column).toByteArray());
+            }));
+    return hash.result();
+}
+
+// Milliseconds of each step.
+std::vector<double> stepsOf(SessionTransfer& transfer)
+{
+    std::vector<double> steps;
+    while (transfer.step() == TransferState::Running)
+        steps.push_back(timesOf(1, [&] { transfer.step(); })[0]);
+    EXPECT_EQ(transfer.step(), TransferState::Done);
+    std::ranges::sort(steps);
+    return steps;
 }
 
 } // namespace
@@ -80,7 +109,7 @@ TEST(StoreTimes, WithTenThousandSessions)
 {
     Place const place;
     Place const empty;
-    fill(place.path);
+    fill(place.path, 10'000);
     auto const startTime = [](Place const& of) {
         return timesOf(11, [&] { QtSessionStore(of.path).unsavedSession(); })[5];
     };
@@ -94,4 +123,35 @@ TEST(StoreTimes, WithTenThousandSessions)
         EXPECT_EQ(window.findChild<QTreeView*>()->model()->rowCount(), 10'000);
     });
     EXPECT_LT(openings[2], 200.0);
+}
+
+TEST(StoreTimes, OfABackupOfTenThousandSessionsAndBack)
+{
+    Place const place;
+    Place const other;
+    auto const backup = place.folder.filePath("backup").toStdString();
+    fill(place.path, 10'000);
+    {
+        QtSessionStore store(place.path);
+        QtSessionStore empty(other.path);
+        for (auto const& transfer : {store.backUp(backup), empty.restore(backup)}) {
+            auto const steps = stepsOf(*transfer);
+            EXPECT_LT(steps[steps.size() * 99 / 100], 20.0);
+            EXPECT_EQ(transfer->count(), 10'000);
+        }
+    }
+    EXPECT_EQ(hashOf(other.path), hashOf(place.path));
+}
+
+TEST(StoreTimes, OfAPageAmongAHundredThousandSessionsAndOfRemovingThemAll)
+{
+    Place const place;
+    fill(place.path, 100'000);
+    QtSessionStore store(place.path);
+    std::optional<SessionSummary> last;
+    auto const pages = timesOf(500, [&] { last = store.sessions(last, 200).sessions.back(); });
+    EXPECT_EQ(last->id, 1);
+    EXPECT_LT(pages[499], 33.0);
+    EXPECT_LT(timesOf(1, [&] { EXPECT_TRUE(store.removeAll()); })[0], 2000.0);
+    EXPECT_LT(QFileInfo(place.path).size(), 100'000);
 }
