@@ -10,6 +10,13 @@ namespace tensio {
 
 namespace {
 
+QString ownerOf(QString const& file)
+{
+    QFileInfo const info(file);
+    auto const name = info.owner();
+    return name.isEmpty() ? QString::number(info.ownerId()) : name;
+}
+
 QString userMessage(QSerialPort const& port, QString const& node)
 {
     if (port.error() == QSerialPort::DeviceNotFoundError)
@@ -23,10 +30,10 @@ QString userMessage(QSerialPort const& port, QString const& node)
             .arg(node);
     }
     if (auto const lock = abandonedLock(node); !lock.isEmpty()) {
-        return QStringLiteral(
-            "終了したプログラムが測定器のポートをロックしたままです（%1）。\n"
-            "このコンピューターの管理者に、ファイル %2 の削除を依頼してください。")
-            .arg(node, lock);
+        return QStringLiteral("終了したプログラムが測定器のポートをロックしたままです（%1）。\n"
+                              "コンピューターを再起動するか、ファイル %2 "
+                              "の削除を利用者 %3 か管理者に依頼してください。")
+            .arg(node, lock, ownerOf(lock));
     }
     if (port.error() == QSerialPort::PermissionError) {
         return QStringLiteral("測定器のポートは他のプログラムが使用中です（%1）。\n"

@@ -147,7 +147,7 @@ TEST(QtSerialPort, SaysWhatToDoWhenItDoesNotOpen)
         {"測定器が見つかりません", false},
         {"開く権限がありません", true, 0},
         {"他のプログラムが使用中です", true, 0666, getppid()},
-        {"ロックしたままです", true, 0666, std::numeric_limits<int>::max()},
+        {"の削除を利用者 root か管理者に", true, 0666, std::numeric_limits<int>::max()},
     };
     // The last needs a lock of another user's.
     auto const count = geteuid() == 0 ? std::size(rows) : std::size(rows) - 1;
