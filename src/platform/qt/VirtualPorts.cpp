@@ -31,16 +31,18 @@ bool isPublished(QString const& link)
 
 QString virtualPortsFolder()
 {
-    return QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation)
-        + QStringLiteral("/tensio/ports");
+    auto const runtime = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+    return runtime.isEmpty() ? QString() : runtime + QStringLiteral("/tensio/ports");
 }
 
 QStringList virtualPorts()
 {
     QStringList paths;
+    auto const folder = virtualPortsFolder();
+    if (folder.isEmpty())
+        return paths;
     // A link to a device counts as a system file, a dangling one as well.
-    auto const entries
-        = QDir(virtualPortsFolder()).entryInfoList(QDir::Files | QDir::System, QDir::Name);
+    auto const entries = QDir(folder).entryInfoList(QDir::Files | QDir::System, QDir::Name);
     for (auto const& entry : entries) {
         if (entry.isSymLink() && entry.exists() && isPublished(entry.absoluteFilePath()))
             paths << entry.absoluteFilePath();
@@ -53,6 +55,8 @@ VirtualPort::VirtualPort(QString const& name, QString const& terminal)
     , m_lock(lockOf(m_link))
 {
     constexpr int patience = 1000;
+    if (virtualPortsFolder().isEmpty())
+        throw std::runtime_error("the runtime folder of the session is missing or another user's");
     QDir().mkpath(virtualPortsFolder());
     m_lock.setStaleLockTime(trustedAge);
     if (!m_lock.tryLock(patience))
