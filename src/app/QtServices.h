@@ -32,7 +32,7 @@ public:
 private:
     MainQueue m_mainQueue;
     QtRunLoop m_runLoop {m_mainQueue};
-    QtSerialPortList m_ports {m_mainQueue, deviceRecordFormat};
+    QtSerialPortList m_ports {m_mainQueue, tonguePressureDevice};
     SystemClock m_clock;
     QtUserDefaults m_userDefaults;
     QtAlerts m_alerts {m_mainQueue};

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RecordFormat.h"
+#include "platform/Device.h"
 
 #include <cstddef>
 #include <string_view>
@@ -19,5 +19,7 @@ std::vector<float> readRecords(std::string_view chunk);
 bool looksLikeDeviceRecords(std::string_view bytes);
 
 constexpr RecordFormat deviceRecordFormat {deviceRecordWidth, looksLikeDeviceRecords};
+
+constexpr Device tonguePressureDevice {"SLAB_USBtoUART", 0x10c4, deviceRecordFormat};
 
 } // namespace tensio

@@ -41,7 +41,7 @@ void SerialPortManager::start(Observer<Nothing, ErrorRef> const& observer)
     m_observer = observer;
     isSimulated.setValue(false);
     for (auto const& port : m_serialPortList.availablePorts()) {
-        if (port->name().find(deviceNameFragment) != std::string::npos) {
+        if (port->name().find(tonguePressureDevice.portNameFragment) != std::string::npos) {
             open(port);
             return;
         }

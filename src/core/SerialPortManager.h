@@ -13,9 +13,6 @@ namespace tensio {
 // reports the events of the port to the subscriber of the latest connect().
 class SerialPortManager : public SerialPortDelegate {
 public:
-    // Part of the name of every port of the device's USB-UART bridge.
-    static constexpr auto deviceNameFragment = "SLAB_USBtoUART";
-
     // The list must outlive the manager.
     explicit SerialPortManager(SerialPortList& serialPortList);
     SerialPortManager(SerialPortManager const&) = delete;

@@ -1,5 +1,7 @@
 #include "guide/ConnectionCheck.h"
 
+#include <algorithm>
+
 namespace tensio {
 
 namespace {
@@ -25,30 +27,46 @@ QString state(InspectedPort const& port)
     return port.obstacle.empty() ? QStringLiteral("接続できます") : html(port.obstacle);
 }
 
+QString heading(QString const& text)
+{
+    return QStringLiteral("<h3>%1</h3>").arg(text);
+}
+
+QString table(InspectedPort const& port)
+{
+    auto report = QStringLiteral("<table cellspacing='0'>");
+    if (port.isSimulated)
+        report
+            += row(QStringLiteral("種類"), QStringLiteral("模擬装置（実際の測定ではありません）"));
+    report += row(QStringLiteral("名前"), html(port.name));
+    report += row(QStringLiteral("ポート"), html(port.node));
+    report += row(QStringLiteral("製造元"), html(port.vendor));
+    report += row(QStringLiteral("製品"), html(port.product));
+    report += row(QStringLiteral("製造番号"), html(port.serialNumber));
+    if (!port.isOther)
+        report += row(QStringLiteral("状態"), state(port));
+    return report + QStringLiteral("</table>");
+}
+
 } // namespace
 
 QString connectionReport(std::vector<InspectedPort> const& ports)
 {
-    if (ports.empty())
-        return QStringLiteral(
-            "<h3>測定器が見つかりません</h3><p>測定器のUSBケーブルを接続し、測定器の電源を確かめて"
-            "から、「再読込」を押してください。</p>");
+    auto const others = std::ranges::find_if(ports, &InspectedPort::isOther);
     QString report;
-    for (auto const& port : ports) {
-        bool const isTaken = &port == &ports.front();
-        report += QStringLiteral("<h3>%1</h3><table cellspacing='0'>")
-                      .arg(isTaken ? QStringLiteral("接続する測定器")
-                                   : QStringLiteral("使わない測定器（上の測定器を使います）"));
-        if (port.isSimulated)
-            report += row(
-                QStringLiteral("種類"), QStringLiteral("模擬装置（実際の測定ではありません）"));
-        report += row(QStringLiteral("名前"), html(port.name));
-        report += row(QStringLiteral("ポート"), html(port.node));
-        report += row(QStringLiteral("製造元"), html(port.vendor));
-        report += row(QStringLiteral("製造番号"), html(port.serialNumber));
-        report += row(QStringLiteral("状態"), state(port));
-        report += QStringLiteral("</table>");
-    }
+    if (others == ports.begin())
+        report += heading(QStringLiteral("測定器が見つかりません"))
+            + QStringLiteral("<p>測定器のUSBケーブルを接続し、測定器の電源を確かめて"
+                             "から、「再読込」を押してください。</p>");
+    for (auto port = ports.begin(); port != others; ++port)
+        report += heading(port == ports.begin()
+                          ? QStringLiteral("接続する測定器")
+                          : QStringLiteral("使わない測定器（上の測定器を使います）"))
+            + table(*port);
+    if (others != ports.end())
+        report += heading(QStringLiteral("ほかのシリアルポート"));
+    for (auto port = others; port != ports.end(); ++port)
+        report += table(*port);
     return report;
 }
 

@@ -6,7 +6,7 @@
 
 namespace tensio {
 
-// Describes the bridges in HTML; a connection uses the first one.
+// Describes the ports in HTML, as inspect() gives them; a connection uses the first bridge.
 QString connectionReport(std::vector<InspectedPort> const& ports);
 
 } // namespace tensio

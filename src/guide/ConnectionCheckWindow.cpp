@@ -1,6 +1,5 @@
 #include "guide/ConnectionCheckWindow.h"
 
-#include "core/SerialPortManager.h"
 #include "guide/ConnectionCheck.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/WindowSize.h"
@@ -48,7 +47,7 @@ ConnectionCheckWindow::ConnectionCheckWindow(PortInspector& ports, QWidget& pare
 
 void ConnectionCheckWindow::reload()
 {
-    m_report->setHtml(connectionReport(m_ports.inspect(SerialPortManager::deviceNameFragment)));
+    m_report->setHtml(connectionReport(m_ports.inspect()));
 }
 
 void ConnectionCheckWindow::copy()

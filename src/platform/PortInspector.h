@@ -3,7 +3,6 @@
 #include "reactive/Interface.h"
 
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace tensio {
@@ -14,7 +13,10 @@ struct InspectedPort {
     // What the operating system calls it.
     std::string node;
     std::string vendor;
+    std::string product;
     std::string serialNumber;
+    // Not a port of the device's bridge.
+    bool isOther = false;
     bool isSimulated = false;
     // This program is reading from it.
     bool isOpen = false;
@@ -24,9 +26,9 @@ struct InspectedPort {
 
 class PortInspector : public Interface {
 public:
-    // The ports whose names contain the fragment, in the order in which a connection looks at
-    // them. Opens each of them for a moment.
-    virtual std::vector<InspectedPort> inspect(std::string_view nameFragment) = 0;
+    // The ports of the device's bridge, in the order in which a connection looks at them, then the
+    // others. Opens each of the former for a moment.
+    virtual std::vector<InspectedPort> inspect() = 0;
 };
 
 } // namespace tensio

@@ -143,12 +143,16 @@ TEST(MainMenu, ReportsWhichDeviceIsTakenAndWhatKeepsAnotherFromBeingRead)
         return QGuiApplication::clipboard()->text().simplified().toStdString();
     };
     EXPECT_TRUE(report().starts_with("測定器が見つかりません"));
-    desk.inspected = {
-        {"a", "tty1", "", "", true, true, ""}, {"b", "tty2", "c", "d", false, false, "権限\nなし"}};
+    desk.inspected = {{"a", "tty1", "", "", "", false, true, true, ""},
+        {"b", "tty2", "c", "d", "e", false, false, false, "権限\nなし"},
+        {"f", "tty3", "g", "h", "i", true, false, false, ""}};
     EXPECT_EQ(report(),
         "接続する測定器 種類 模擬装置（実際の測定ではありません） 名前 a ポート tty1 "
-        "製造元 — 製造番号 — 状態 測定に使用中です 使わない測定器（上の測定器を使います） "
-        "名前 b ポート tty2 製造元 c 製造番号 d 状態 権限 なし");
+        "製造元 — 製品 — 製造番号 — 状態 測定に使用中です 使わない測定器（上の測定器を使います） "
+        "名前 b ポート tty2 製造元 c 製品 d 製造番号 e 状態 権限 なし "
+        "ほかのシリアルポート 名前 f ポート tty3 製造元 g 製品 h 製造番号 i");
+    desk.inspected.erase(desk.inspected.begin(), desk.inspected.end() - 1);
+    EXPECT_TRUE(report().starts_with("測定器が見つかりません")) << "none of the device's";
 }
 
 TEST(MainMenu, HasNoShortcutOrMnemonicTwice)

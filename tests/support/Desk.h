@@ -65,7 +65,7 @@ struct Desk
         });
     }
 
-    std::vector<InspectedPort> inspect(std::string_view) override { return inspected; }
+    std::vector<InspectedPort> inspect() override { return inspected; }
     bool hasPrinters() const override { return false; }
     void openPageSetup(QPrinter&, QWidget&, std::function<void()>) override { }
     void openPrint(QPrinter&, int, QWidget&, std::function<void()>) override { }

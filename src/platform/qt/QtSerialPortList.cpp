@@ -1,7 +1,6 @@
 #include "platform/qt/QtSerialPortList.h"
 
 #include "platform/qt/OpenError.h"
-#include "platform/qt/PortPlaces.h"
 
 #include <algorithm>
 
@@ -11,31 +10,39 @@ std::vector<std::shared_ptr<SerialPort>> QtSerialPortList::availablePorts()
 {
     std::vector<std::shared_ptr<SerialPort>> ports;
     m_listed.clear();
-    for (auto const& place : portPlaces()) {
+    for (auto const& place : portPlaces(m_device)) {
         QtSerialPort::Location const location {
             place.name.toStdString(), place.device, place.isVirtual};
-        auto const port = std::make_shared<QtSerialPort>(location, m_format, m_lineTimers, m_queue);
+        auto const port = std::make_shared<QtSerialPort>(
+            location, m_device.recordFormat, m_lineTimers, m_queue);
         ports.push_back(port);
         m_listed.push_back(port);
     }
     return ports;
 }
 
-std::vector<InspectedPort> QtSerialPortList::inspect(std::string_view nameFragment)
+std::vector<InspectedPort> QtSerialPortList::inspect()
 {
     std::vector<InspectedPort> ports;
-    for (auto const& place : portPlaces()) {
-        auto const name = place.name.toStdString();
-        if (name.find(nameFragment) == std::string::npos)
-            continue;
-        bool const isOpen = isOpenHere(place.device);
-        QSerialPort line(place.device);
-        bool const isReadable = isOpen || line.open(QIODevice::ReadOnly);
-        ports.push_back({name, place.device.toStdString(), place.vendor.toStdString(),
-            place.serialNumber.toStdString(), place.isVirtual, isOpen,
-            isReadable ? std::string() : openError(line, place.device)->localizedDescription()});
-    }
+    for (auto const& place : portPlaces(m_device))
+        ports.push_back(inspect(place));
+    std::ranges::stable_partition(ports, [](auto const& port) { return !port.isOther; });
     return ports;
+}
+
+InspectedPort QtSerialPortList::inspect(PortPlace const& place) const
+{
+    InspectedPort port {place.name.toStdString(), place.device.toStdString(),
+        place.vendor.toStdString(), place.product.toStdString(), place.serialNumber.toStdString(),
+        !place.name.contains(QLatin1String(m_device.portNameFragment)), place.isVirtual,
+        isOpenHere(place.device), {}};
+    // Opening a port may disturb what is connected to it.
+    if (port.isOther || port.isOpen)
+        return port;
+    QSerialPort line(place.device);
+    if (!line.open(QIODevice::ReadOnly))
+        port.obstacle = openError(line, place.device)->localizedDescription();
+    return port;
 }
 
 bool QtSerialPortList::isOpenHere(QString const& device) const

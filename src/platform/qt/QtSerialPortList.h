@@ -1,9 +1,10 @@
 #pragma once
 
+#include "platform/Device.h"
 #include "platform/PortInspector.h"
-#include "platform/RecordFormat.h"
 #include "platform/SerialPort.h"
 #include "platform/qt/MainQueue.h"
+#include "platform/qt/PortPlaces.h"
 #include "platform/qt/QtRunLoop.h"
 #include "platform/qt/QtSerialPort.h"
 
@@ -15,20 +16,21 @@ class QtSerialPortList
     , public PortInspector {
 public:
     // The queue must outlive the list, the list its ports.
-    QtSerialPortList(MainQueue& queue, RecordFormat format)
+    QtSerialPortList(MainQueue& queue, Device const& device)
         : m_queue(queue)
-        , m_format(format)
+        , m_device(device)
     {
     }
 
     std::vector<std::shared_ptr<SerialPort>> availablePorts() override;
-    std::vector<InspectedPort> inspect(std::string_view nameFragment) override;
+    std::vector<InspectedPort> inspect() override;
 
 private:
+    InspectedPort inspect(PortPlace const& place) const;
     bool isOpenHere(QString const& device) const;
 
     MainQueue& m_queue;
-    RecordFormat m_format;
+    Device m_device;
     // The ports of the latest list.
     std::vector<std::weak_ptr<QtSerialPort>> m_listed;
     // Timers of the line run even while a panel is open, so that the end of a burst is noticed.

@@ -28,6 +28,22 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
+// What the system says of a port.
+struct PluggedIn {
+    QString name;
+    int vendor;
+    int product;
+
+    QString portName() const { return name; }
+    QString systemLocation() const { return "/dev/x"; }
+    QString manufacturer() const { return "maker"; }
+    QString description() const { return "bridge"; }
+    QString serialNumber() const { return "42"; }
+    bool hasVendorIdentifier() const { return true; }
+    quint16 vendorIdentifier() const { return static_cast<quint16>(vendor); }
+    quint16 productIdentifier() const { return static_cast<quint16>(product); }
+};
+
 // A published terminal, and all that its port reports.
 struct Line
     : QObject
@@ -41,7 +57,7 @@ struct Line
     // Sees what the port has not read yet. Opened first: the port may keep others out.
     pollfd watch {::open(path.c_str(), O_RDONLY | O_NOCTTY), POLLIN, 0};
     MainQueue queue;
-    QtSerialPortList list {queue, deviceRecordFormat};
+    QtSerialPortList list {queue, tonguePressureDevice};
     std::shared_ptr<SerialPort> port {list.availablePorts().back()};
     Texts events;
 
@@ -101,6 +117,7 @@ TEST(QtSerialPort, SetsTheLineAndDropsWhatCameBeforeTheOpeningOrWasNotDeliveredA
     line.port->setBaudRate(19200);
     line.write("+0999x");
     line.open();
+    EXPECT_FALSE(line.hears(2, 50));
     // A pseudo-terminal has 8 bits and no parity, whatever is set.
     termios settings {};
     tcgetattr(line.watch.fd, &settings);
@@ -172,24 +189,36 @@ TEST(QtSerialPort, SaysWhatToDoWhenItDoesNotOpen)
 
 TEST(QtSerialPortList, NamesTheBridgeAsTheLinkLooksForItAndVirtualPortsAsTheirLinks)
 {
-    EXPECT_EQ(listedName("ttyUSB0", 0x10c4), "SLAB_USBtoUART (ttyUSB0)");
-    EXPECT_EQ(listedName("cu.SLAB_USBtoUART", 0x10c4), "cu.SLAB_USBtoUART");
-    EXPECT_EQ(listedName("ttyUSB0", 0x0403), "ttyUSB0");
+    for (auto const& [name, vendor, product, listed] :
+        {std::tuple {"ttyUSB0", 0x10c4, 0xea60, "SLAB_USBtoUART (ttyUSB0)"},
+            {"cu.SLAB_USBtoUART", 0x10c4, 0xea60, "cu.SLAB_USBtoUART"},
+            {"ttyUSB0", 0x0403, 0x10c4, "ttyUSB0"}}) {
+        auto const place = placeOf(tonguePressureDevice, PluggedIn {name, vendor, product});
+        EXPECT_EQ(place.name, listed);
+        EXPECT_EQ(place.vendor, vendor == 0x0403 ? "maker（0403:10c4）" : "maker（10c4:ea60）");
+        EXPECT_EQ(place.product + place.device + place.serialNumber, "bridge/dev/x42");
+    }
     Line line;
+    VirtualPort const other("Other", line.path.c_str());
     VirtualPort const dangling("SLAB_USBtoUART-a", "/dev/pts/none");
     // What a simulator leaves that is killed.
     QFile::link(QString::fromStdString(line.path), virtualPortsFolder() + "/SLAB_USBtoUART-y");
-    QtSerialPortList others(line.queue, deviceRecordFormat);
+    QtSerialPortList others(line.queue, tonguePressureDevice);
     auto const port = others.availablePorts().back();
     EXPECT_EQ(port->name(), "SLAB_USBtoUART-x");
     EXPECT_TRUE(port->isVirtual());
     line.open();
-    auto const here = line.list.inspect("_USBtoUART-");
-    auto const elsewhere = others.inspect("_USBtoUART-");
-    ASSERT_EQ(here.size(), 1U);
-    EXPECT_TRUE(here[0].isOpen && here[0].isSimulated && here[0].obstacle.empty());
+    auto const here = line.list.inspect();
+    auto const elsewhere = others.inspect();
+    EXPECT_TRUE(here.at(0).isOpen && here[0].isSimulated && here[0].obstacle.empty());
+    EXPECT_EQ(here.back().name, "Other");
+    EXPECT_TRUE(here.back().isOther && here.back().obstacle.empty());
     EXPECT_NE(elsewhere.at(0).obstacle.find("使用中"), std::string::npos);
     EXPECT_FALSE(elsewhere[0].isOpen);
+    qputenv("XDG_RUNTIME_DIR", "/dev/null");
+    qputenv("TMPDIR", "/proc");
+    EXPECT_EQ(virtualPortsFolder(), "") << "nowhere, rather than in the root folder";
+    qunsetenv("TMPDIR");
 }
 
 TEST(QtSerialPort, SeesTheEndOfABurstEvenWhileItsDelegateIsNotNotified)
