@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "platform/Saving.h"
 #include "platform/SleepInhibitor.h"
 
 #include <QApplication>
@@ -31,6 +32,8 @@ Application::Application(Services services)
     m_delegate.applicationDidFinishLaunching();
     QApplication::setQuitOnLastWindowClosed(
         m_delegate.applicationShouldTerminateAfterLastWindowClosed());
+    m_subscriptions.push_back(m_tensioManager.serialPortManager.isSimulated.observe(
+        [this](bool isSimulated) { m_services.savePanel.setSimulated(isSimulated); }));
     m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
         [this](bool isMeasuring) { m_services.sleepInhibitor.setInhibited(isMeasuring); }));
     connect(qApp, &QCoreApplication::aboutToQuit, this,

@@ -84,6 +84,7 @@ TEST(TensioView, MarksSimulatedReadingsUntilTheNextConnection)
         desk.finish();
         EXPECT_EQ(desk.window.windowTitle().contains(QStringLiteral("模擬")), isSimulated);
         EXPECT_EQ(find<QWidget>(desk.window, "simulationLabel").isVisible(), isSimulated);
+        EXPECT_EQ(desk.saving.isSimulated, isSimulated);
     }
 }
 

@@ -94,6 +94,7 @@ struct FakeSaving
     std::optional<std::string> answer;
     std::string written;
     bool diskIsFull = false;
+    bool isSimulated = false;
     ScreenRect frame;
     std::optional<std::string> clipboard;
 
@@ -102,6 +103,7 @@ struct FakeSaving
         log.push_back("panel " + fileType);
         return answer;
     }
+    void setSimulated(bool isNowSimulated) override { isSimulated = isNowSimulated; }
     bool writeAtomically(std::string const& path, std::string_view bytes) override
     {
         log.push_back("write " + path);

@@ -4,9 +4,11 @@
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/SyncFile.h"
 
+#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QSaveFile>
 #include <QScreen>
 #include <QStandardPaths>
@@ -48,11 +50,24 @@ QString withType(QString const& path, QString const& type)
     return path.endsWith(suffix, Qt::CaseInsensitive) ? path : path + suffix;
 }
 
-// QFileDialog's default suffix is added only to names without a dot.
+QString titleOf(bool isSimulated)
+{
+    return isSimulated ? QStringLiteral("名前を付けて保存 — 模擬装置（実際の測定ではありません）")
+                       : QStringLiteral("名前を付けて保存");
+}
+
+// As QFileDialog reads it.
+QString withHome(QString const& path)
+{
+    return path.startsWith(QStringLiteral("~/")) ? QDir::homePath() + path.sliced(1) : path;
+}
+
+// QFileDialog adds its default suffix only to names without a dot, but also to a folder's, and
+// takes what stands between quotation marks for the name.
 class TypedSavePanel : public QFileDialog {
 public:
-    explicit TypedSavePanel(QString type)
-        : QFileDialog(frontWindow(), QStringLiteral("名前を付けて保存"), startingFolder(),
+    TypedSavePanel(QString type, bool isSimulated)
+        : QFileDialog(frontWindow(), titleOf(isSimulated), startingFolder(),
             QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type))
         , m_type(std::move(type))
     {
@@ -62,13 +77,25 @@ public:
         fitScreen();
     }
 
-    // Completes the name before QFileDialog asks about overwriting.
+    // Once accepted.
+    QString path() const { return m_path.isEmpty() ? selectedFiles().constFirst() : m_path; }
+
     void accept() override
     {
+        m_path.clear();
         auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-        if (name && !name->text().isEmpty() && !QFileInfo(selectedFiles().value(0)).isDir())
-            name->setText(withType(name->text(), m_type));
-        QFileDialog::accept();
+        if (!name || name->text().isEmpty()) {
+            QFileDialog::accept();
+            return;
+        }
+        auto const typed = directory().absoluteFilePath(withHome(name->text()));
+        if (QFileInfo(typed).isDir() || typed.endsWith(u'/')) {
+            enterFolder(typed, *name);
+            return;
+        }
+        m_path = withType(typed, m_type);
+        if (!QFileInfo::exists(m_path) || mayReplace())
+            QDialog::accept();
     }
 
 private:
@@ -81,7 +108,26 @@ private:
         resize(sizeHint().expandedTo(minimumSize()).boundedTo(room));
     }
 
+    void enterFolder(QString const& folder, QLineEdit& name)
+    {
+        if (!QFileInfo(folder).isDir()) {
+            name.selectAll();
+            return;
+        }
+        setDirectory(folder);
+        name.clear();
+    }
+
+    bool mayReplace()
+    {
+        auto const question = tr("%1 already exists.\nDo you want to replace it?");
+        return QMessageBox::warning(this, windowTitle(), question.arg(QFileInfo(m_path).fileName()),
+                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
+            == QMessageBox::Yes;
+    }
+
     QString m_type;
+    QString m_path;
 };
 
 } // namespace
@@ -90,9 +136,9 @@ std::optional<std::string> QtSavePanel::runModal(std::string const& fileType)
 {
     auto const type = QString::fromStdString(fileType);
     auto const hold = m_queue.hold();
-    TypedSavePanel panel(type);
+    TypedSavePanel panel(type, m_isSimulated);
     while (panel.exec() == QDialog::Accepted) {
-        auto const chosen = panel.selectedFiles().constFirst();
+        auto const chosen = panel.path();
         auto const path = withType(chosen, type);
         if (path == chosen || !QFileInfo::exists(path))
             return path.toStdString();

@@ -16,9 +16,11 @@ public:
     }
 
     std::optional<std::string> runModal(std::string const& fileType) override;
+    void setSimulated(bool isSimulated) override { m_isSimulated = isSimulated; }
 
 private:
     MainQueue& m_queue;
+    bool m_isSimulated = false;
 };
 
 class QtFileWriter : public FileWriter {

@@ -73,7 +73,8 @@ TEST(QtSavePanel, StartsAtTheDesktopAndCompletesTheTypeBeforeTheQuestionAboutOve
     QTemporaryDir const folder;
     qputenv("HOME", folder.path().toUtf8());
     QDir const desktop(folder.filePath("Desktop"));
-    desktop.mkpath(".");
+    desktop.mkpath("sub");
+    QDir shown;
     QtFileWriter().writeAtomically(desktop.filePath("old.1.csv").toStdString(), "");
     MainQueue queue;
     int questions = 0;
@@ -81,23 +82,30 @@ TEST(QtSavePanel, StartsAtTheDesktopAndCompletesTheTypeBeforeTheQuestionAboutOve
         auto* const modal = QApplication::activeModalWidget();
         auto* const question = qobject_cast<QMessageBox*>(modal);
         questions += question ? 1 : 0;
+        if (auto const* panel = qobject_cast<QFileDialog*>(modal))
+            shown = panel->directory();
         question ? question->button(QMessageBox::Yes)->click() : void(modal->close());
     };
-    for (std::string const name : {"2024.05.01", "results.txt", "old.1", ""}) {
+    for (std::string const name :
+        {"2024.05.01", "results.txt", "old.1", "a\"b", "", "gone/", "sub/"}) {
         QTimer::singleShot(0, [&] {
             auto& panel = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
             EXPECT_EQ(panel.directory(), desktop);
             EXPECT_LT(panel.width(), panel.screen()->size().width());
+            EXPECT_EQ(panel.windowTitle().contains("模擬"), name == "old.1");
             auto& input = *panel.findChild<QLineEdit*>("fileNameEdit");
             input.setText(QString::fromStdString(name));
             QTimer::singleShot(0, &panel, confirm);
             panel.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Save)->click();
         });
-        auto const path = QtSavePanel(queue).runModal("csv");
-        EXPECT_EQ(path.value_or(""),
-            name.empty() ? "" : desktop.path().toStdString() + "/" + name + ".csv");
+        QtSavePanel panel(queue);
+        panel.setSimulated(name == "old.1");
+        bool const isName = !name.empty() && !name.ends_with('/');
+        EXPECT_EQ(panel.runModal("csv").value_or(""),
+            isName ? desktop.path().toStdString() + "/" + name + ".csv" : "");
     }
     EXPECT_EQ(questions, 1);
+    EXPECT_EQ(shown, desktop.filePath("sub"));
 }
 
 // The window on each screen that there is: one without a display; the script two-screens has
