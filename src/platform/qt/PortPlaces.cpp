@@ -7,27 +7,26 @@
 
 namespace tensio {
 
-QString listedName(Device const& device, QString const& portName, quint16 vendor)
+namespace {
+
+QString vendor(QSerialPortInfo const& info)
 {
-    auto const driverName = QString::fromLatin1(device.portNameFragment);
-    if (vendor != device.bridgeVendor || portName.contains(driverName))
-        return portName;
-    return QStringLiteral("%1 (%2)").arg(driverName, portName);
+    if (!info.hasVendorIdentifier())
+        return info.manufacturer();
+    return QStringLiteral("%1（%2:%3）")
+        .arg(info.manufacturer())
+        .arg(info.vendorIdentifier(), 4, 16, QLatin1Char('0'))
+        .arg(info.productIdentifier(), 4, 16, QLatin1Char('0'));
 }
 
-QString withNumbers(QString const& manufacturer, quint16 vendor, quint16 product)
-{
-    return QStringLiteral("%1（%2:%3）")
-        .arg(manufacturer)
-        .arg(vendor, 4, 16, QLatin1Char('0'))
-        .arg(product, 4, 16, QLatin1Char('0'));
-}
+} // namespace
 
 std::vector<PortPlace> portPlaces(Device const& device)
 {
     std::vector<PortPlace> places;
     for (auto const& info : QSerialPortInfo::availablePorts())
-        places.push_back(placeOf(device, info));
+        places.push_back({listedName(device, info), info.systemLocation(), vendor(info),
+            info.description(), info.serialNumber(), false});
     for (auto const& path : virtualPorts()) {
         QFileInfo const link(path);
         // Opened under the terminal's own name, for which the system keeps its locks.

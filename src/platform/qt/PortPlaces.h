@@ -20,18 +20,15 @@ struct PortPlace {
     bool isVirtual = false;
 };
 
-QString listedName(Device const& device, QString const& portName, quint16 vendor);
-QString withNumbers(QString const& manufacturer, quint16 vendor, quint16 product);
-
-// A real port; Info is QSerialPortInfo.
+// Info is QSerialPortInfo.
 template<typename Info>
-PortPlace placeOf(Device const& device, Info const& info)
+QString listedName(Device const& device, Info const& info)
 {
-    return {listedName(device, info.portName(), info.vendorIdentifier()), info.systemLocation(),
-        info.hasVendorIdentifier()
-            ? withNumbers(info.manufacturer(), info.vendorIdentifier(), info.productIdentifier())
-            : info.manufacturer(),
-        info.description(), info.serialNumber()};
+    auto const driverName = QString::fromLatin1(device.portNameFragment);
+    auto const name = info.portName();
+    bool const isUnnamed
+        = info.vendorIdentifier() == device.bridgeVendor && !name.contains(driverName);
+    return isUnnamed ? QStringLiteral("%1 (%2)").arg(driverName, name) : name;
 }
 
 // What is plugged in now: real ports, then virtual ones.
