@@ -125,12 +125,12 @@ void GridPrintView::draw(PrintCanvas& canvas) const
 void GridPrintView::drawGrid(PrintCanvas& canvas) const
 {
     for (int block = 0; block < blocksPerPage(); ++block) {
-        auto const index = static_cast<std::size_t>(currentPage() * blocksPerPage() + block);
-        if (index >= m_measurements.size())
+        int const index = currentPage() * blocksPerPage() + block;
+        if (index >= std::ssize(m_measurements))
             break;
         drawMeasurement(canvas,
             blockFrame(block / m_blockColumnsPerPage, block % m_blockColumnsPerPage),
-            *m_measurements[index]);
+            *m_measurements[static_cast<std::size_t>(index)]);
     }
 }
 

@@ -36,9 +36,9 @@ constexpr QSize smallestSize(1000, 460);
 // draws to the right of and below it. An effect, since the preview takes every item for a page.
 class PageEdge : public QGraphicsEffect {
 public:
-    PageEdge(QRectF const& paper, QBrush background)
+    PageEdge(QRectF const& paper, QBrush const& background)
         : m_paper(paper)
-        , m_background(std::move(background))
+        , m_background(background)
     {
     }
 
