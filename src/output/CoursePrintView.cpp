@@ -121,8 +121,8 @@ void CoursePrintView::drawPlot(PrintCanvas& canvas, PrintRect const& frame) cons
     for (auto const& point : bests)
         chart.drawDot(point, Ink::Pressure);
     // Where there is no room for all, the newest are the ones to read.
-    for (auto point = bests.rbegin(); point != bests.rend(); ++point)
-        chart.drawValue(*point, Ink::Pressure);
+    for (auto const& point : std::vector(bests.rbegin(), bests.rend()))
+        chart.drawValue(point, Ink::Pressure);
 }
 
 void CoursePrintView::drawTable(

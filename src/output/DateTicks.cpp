@@ -2,6 +2,8 @@
 
 #include "core/DateText.h"
 
+#include <array>
+
 namespace tensio {
 
 namespace {
@@ -14,9 +16,10 @@ struct TickKind {
     char const* pattern;
 };
 
-constexpr TickKind kinds[] {{CalendarUnit::Hour, 1, "%H:%M"}, {CalendarUnit::Day, 1, "%m/%d"},
-    {CalendarUnit::Day, 7, "%m/%d"}, {CalendarUnit::Month, 1, "%m月"},
-    {CalendarUnit::Month, 3, "%Y/%m"}, {CalendarUnit::Month, 12, "%Y/%m"}};
+constexpr auto kinds
+    = std::to_array<TickKind>({{CalendarUnit::Hour, 1, "%H:%M"}, {CalendarUnit::Day, 1, "%m/%d"},
+        {CalendarUnit::Day, 7, "%m/%d"}, {CalendarUnit::Month, 1, "%m月"},
+        {CalendarUnit::Month, 3, "%Y/%m"}, {CalendarUnit::Month, 12, "%Y/%m"}});
 
 DateTick tickOf(TickKind const& kind, Date first, std::size_t index)
 {
@@ -34,7 +37,7 @@ std::vector<DateTick> dateTicks(Date first, Date last)
     std::vector<DateTick> ticks;
     for (auto const& kind : kinds) {
         ticks = {tickOf(kind, first, 0)};
-        bool const isCoarsest = &kind == std::end(kinds) - 1;
+        bool const isCoarsest = &kind == &kinds.back();
         while (ticks.back().date <= last && (isCoarsest || ticks.size() < mostTicks))
             ticks.push_back(tickOf(kind, first, ticks.size()));
         if (ticks.back().date > last)

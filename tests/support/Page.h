@@ -3,7 +3,6 @@
 #include "core/NumberText.h"
 #include "platform/PrintView.h"
 
-#include <algorithm>
 #include <vector>
 
 namespace tensio {
@@ -23,16 +22,6 @@ public:
 
     using Lines = std::vector<std::string>;
     Lines lines;
-
-    // Lines and dots of that ink.
-    Lines drawn(std::string const& ink) const
-    {
-        Lines drawn;
-        std::ranges::copy_if(lines, std::back_inserter(drawn), [&](auto const& line) {
-            return line.ends_with(" line " + ink) || line.ends_with(" dot " + ink);
-        });
-        return drawn;
-    }
 
     double capHeight(double fontSize) const override { return fontSize * 5.65 / 8.0; }
     void drawText(PrintRect rect, TextStyle style, std::string const& text) override
