@@ -200,8 +200,10 @@ void PrintPreviewController::showPages(QPrinter& printer)
     bool const isDrawn = drawPages(*m_view, printer);
     m_ui->printButton->setEnabled(isDrawn);
     m_ui->savePdfButton->setEnabled(isDrawn);
-    m_ui->messageLabel->setText(isDrawn ? QString() : QString::fromUtf8(paperTooSmallMessage));
-    m_ui->messageLabel->setVisible(!isDrawn);
+    // The preview fades what stands in the margins.
+    m_ui->messageLabel->setText(
+        QString::fromUtf8(isDrawn ? simulatedMessage : paperTooSmallMessage));
+    m_ui->messageLabel->setVisible(!isDrawn || m_view->isSimulated());
     // Where nothing is drawn, the preview would keep the old pages.
     m_preview->setVisible(isDrawn);
     m_ui->positionLabel->setVisible(isDrawn);

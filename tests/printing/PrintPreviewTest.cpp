@@ -160,6 +160,8 @@ TEST(PrintPreview, OffersNoChoiceBesideAReportOfItsOwn)
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
     EXPECT_FALSE(preview.button("listButton").isVisible());
     EXPECT_FALSE(preview.button("curvesButton").isVisible());
+    auto const& message = find<QLabel>(preview.parent, "messageLabel");
+    EXPECT_TRUE(message.isVisible() && message.text() == QString::fromUtf8(simulatedMessage));
     preview.click("savePdfButton");
     EXPECT_NE(preview.session.saving.written.find("ListPrintView"), std::string::npos);
     preview.click("printButton");
@@ -206,4 +208,5 @@ TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
     preview.click("pageSetupButton");
     EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A4);
     EXPECT_EQ(preview.position(), "1 / 2 ページ") << "not the page that was asked for";
+    EXPECT_FALSE(message.isVisible());
 }
