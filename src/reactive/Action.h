@@ -44,7 +44,7 @@ public:
     }
 
     // The events of this and every later run.
-    Subscription observe(std::function<void(Event<T, E> const&)> listener)
+    Subscription observe(std::function<void(Event<T, E> const&)> listener) const
     {
         return m_state->listeners.add(
             [listener = std::move(listener)](auto const& event, bool const& hasRunEnded) {

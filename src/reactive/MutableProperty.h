@@ -42,7 +42,7 @@ public:
     }
 
     // Later values only. The subscription may outlive the property.
-    Subscription observeChanges(Observer observer)
+    Subscription observeChanges(Observer observer) const
     {
         return m_state->listeners.add([state = m_state.get(), observer = std::move(observer)] {
             // A copy: the observer keeps its argument even if it assigns.
@@ -52,7 +52,7 @@ public:
     }
 
     // The current value at once, then every later one, also one assigned during the first call.
-    Subscription observe(Observer observer)
+    Subscription observe(Observer observer) const
     {
         auto subscription = observeChanges(observer);
         observer(T(value()));
@@ -61,7 +61,7 @@ public:
 
     // One-way: takes the source's current value at once, then every new one. The subscription must
     // end before this property does; the source may end before either.
-    Subscription bindTo(MutableProperty& source)
+    Subscription bindTo(MutableProperty const& source)
     {
         return source.observe([this](T const& value) { setValue(value); });
     }

@@ -11,7 +11,7 @@ namespace tensio {
 // The latest pair at once, then whenever either changes, also during the first call. Both
 // properties must outlive the subscription.
 template<typename A, typename B>
-Subscription combineLatest(MutableProperty<A>& first, MutableProperty<B>& second,
+Subscription combineLatest(MutableProperty<A> const& first, MutableProperty<B> const& second,
     std::function<void(A const&, B const&)> observer)
 {
     auto publish = [&first, &second, observer = std::move(observer)] {

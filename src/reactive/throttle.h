@@ -55,7 +55,7 @@ private:
 // Later values of the source, through a Throttle. The source and the scheduler must outlive the
 // subscription.
 template<typename T>
-Subscription throttle(MutableProperty<T>& source, Seconds interval, Scheduler& scheduler,
+Subscription throttle(MutableProperty<T> const& source, Seconds interval, Scheduler& scheduler,
     std::function<void(T const&)> observer)
 {
     auto const shared = std::make_shared<Throttle<T>>(interval, scheduler, std::move(observer));
