@@ -5,10 +5,11 @@
 #include "toolkit/DesignFrame.h"
 
 #include <QDesktopServices>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMenu>
+#include <QSignalSpy>
 #include <QTest>
-#include <QTextBrowser>
 
 #include <gtest/gtest.h>
 
@@ -150,10 +151,12 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
     EXPECT_TRUE(find(strip.view, "savedButton").text().endsWith(u"file"));
     EXPECT_TRUE(find(strip.view, "savedButton").isVisible());
     EXPECT_FALSE(find<QLabel>(strip.view, "hintLabel").isVisible());
-    QTextBrowser fileManager;
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), &fileManager, "setSource");
+    QFileDialog fileManager;
+    QSignalSpy const opened(&fileManager, &QFileDialog::urlSelected);
+    QDesktopServices::setUrlHandler(QStringLiteral("file"), &fileManager, "urlSelected");
     click(strip.view, "savedButton");
-    EXPECT_EQ(fileManager.source().path(), QStringLiteral("/folder"));
+    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
+    EXPECT_EQ(opened.value(0).value(0).toUrl().path(), QStringLiteral("/folder"));
     strip.session.connect();
     EXPECT_EQ(strip.page(), "");
     EXPECT_TRUE(find<QLabel>(strip.view, "hintLabel").isVisible());
