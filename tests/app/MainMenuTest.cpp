@@ -1,4 +1,5 @@
 #include "core/Utf16.h"
+#include "panels/HistorySlice.h"
 #include "support/Desk.h"
 #include "support/PdfText.h"
 
@@ -101,6 +102,11 @@ TEST(MainMenu, RunsEachCommand)
         preview.close();
         QCoreApplication::processEvents();
     }
+    Q_EMIT find<HistorySlice>(desk.window).willPrintCurve();
+    auto& curve = *QApplication::activeModalWidget();
+    EXPECT_EQ(curve.windowTitle(), QStringLiteral("印刷プレビュー — 波形"));
+    curve.close();
+    QCoreApplication::processEvents();
     for (auto const* title : {"以前の測定を開く", "接続の確認", "使い方", "tensioについて"}) {
         QApplication::setActiveWindow(&desk.window);
         desk.command(title).trigger();

@@ -95,6 +95,13 @@ TEST(GridPrintView, SumsUpASelection)
             "177.0 233.8 30.0 19.8 14.0 > kPa", "77.0 253.6 60.0 19.8 14.0 > 最小値:",
             "137.0 253.6 40.0 19.8 14.0 > 10.0", "177.0 253.6 30.0 19.8 14.0 > kPa",
             "77.0 278.3 160.0 11.3 8.0 | ＜ORV舌圧測定器での測定結果＞"}));
+
+    auto const pagesOfCurves
+        = [&] { return makeReport(ReportKind::Curves, session.manager)->paginate({}, Page()); };
+    EXPECT_EQ(pagesOfCurves(), 1) << "of the three selected";
+    for (auto const& measurement : session.manager.measurementList.counted())
+        measurement->isCounted.setValue(false);
+    EXPECT_EQ(pagesOfCurves(), 2) << "of all four";
 }
 
 TEST(CurvesPrintView, DrawsTheCurvesOfAPageOnOneScale)
