@@ -4,7 +4,9 @@
 
 #include <QFont>
 #include <QFontMetricsF>
+#include <QPaintEngine>
 #include <QPainter>
+#include <QPainterPath>
 
 #include <algorithm>
 #include <array>
@@ -73,6 +75,12 @@ void QtPrintCanvas::drawText(PrintRect rect, TextStyle style, std::string const&
     m_painter->translate(rect.x + startOf(style.alignment, room), baseline);
     m_painter->scale(scale * squeeze, scale);
     m_painter->drawText(QPointF(0.0, 0.0), string);
+    // Qt thickens the glyphs of a typeface that has no bold face in PDF files, not in a preview.
+    if (style.isBold && m_painter->paintEngine()->type() == QPaintEngine::Picture) {
+        QPainterPath outline;
+        outline.addText({}, font, string);
+        m_painter->strokePath(outline, QPen(colorOf(style.ink), measuringSize / 30.0));
+    }
     m_painter->restore();
 }
 
