@@ -67,7 +67,7 @@ struct StoredSession {
     float target = 0.0f;
     float targetPercent = 1.0f;
     // None when the program ended first.
-    std::optional<Date> end;
+    std::optional<Date> end = std::nullopt;
     // False when damage hides a measurement, or the points of one.
     bool isComplete = true;
 };
@@ -105,9 +105,9 @@ enum class StoreProblem {
 
 enum class TransferState { Running, Done, NoSpace, NotWritable, NotABackup, Newer };
 
-// Copies sessions between the store and another file, in steps of at most 20 ms. Destroyed before
-// it is Done, it changes nothing and leaves no file. While it exists, the store refuses changes;
-// the store must outlive it.
+// Copies sessions between the store and another file, in steps of at most 20 ms; the last one of a
+// restore waits for the disk. Destroyed before it is Done, it changes nothing and leaves no file.
+// While it runs, the store refuses changes. The store must outlive it.
 class SessionTransfer : public Interface {
 public:
     virtual TransferState step() = 0;

@@ -229,12 +229,14 @@ bool QtSessionStore::readPoints(SessionId session, StoredMeasurement& measuremen
 
 std::unique_ptr<SessionTransfer> QtSessionStore::backUp(std::string const& path)
 {
-    return std::make_unique<QtSessionBackup>(m_database, QString::fromStdString(path));
+    return std::make_unique<QtSessionTransfer>(
+        m_database, QtSessionTransfer::Kind::Backup, QString::fromStdString(path));
 }
 
 std::unique_ptr<SessionTransfer> QtSessionStore::restore(std::string const& path)
 {
-    return std::make_unique<QtSessionRestore>(m_database, QString::fromStdString(path));
+    return std::make_unique<QtSessionTransfer>(
+        m_database, QtSessionTransfer::Kind::Restore, QString::fromStdString(path));
 }
 
 bool QtSessionStore::changeDurably(QString const& statement, QVariantList const& values)

@@ -8,24 +8,26 @@
 #include <QFileInfo>
 #include <QUrl>
 
-#include <chrono>
 #include <utility>
 
 namespace tensio {
 
 namespace {
 
-constexpr std::chrono::milliseconds stepTime {10};
+constexpr std::chrono::milliseconds stepTime {8};
 
-QString const other = QStringLiteral("other");
+QString const ownSchema = QStringLiteral("main");
+QString const otherSchema = QStringLiteral("other");
 
 } // namespace
 
-QtSessionTransfer::QtSessionTransfer(SessionDatabase& database, QString path)
+QtSessionTransfer::QtSessionTransfer(SessionDatabase& database, Kind kind, QString path)
     : m_database(database)
+    , m_kind(kind)
     , m_path(std::move(path))
+    , m_file(m_path + QStringLiteral(".XXXXXX"))
 {
-    // Closing it would release the lock of the database.
+    // Opened twice, it would lose its lock.
     if (QFileInfo(m_path) == QFileInfo(m_database.path()))
         m_state = TransferState::NotWritable;
 }
@@ -47,11 +49,42 @@ TransferState QtSessionTransfer::step()
 TransferState QtSessionTransfer::advance()
 {
     if (!m_copy)
-        return start();
+        return m_kind == Kind::Backup ? startBackup() : startRestore();
     if (!m_flushing.valid())
         return copySome();
     bool const isReady = m_flushing.wait_for(stepTime) == std::future_status::ready;
     return isReady ? finish(m_flushing.get()) : TransferState::Running;
+}
+
+TransferState QtSessionTransfer::startBackup()
+{
+    auto const set = [this](QString const& setting) {
+        return m_database.read(QStringLiteral("PRAGMA other.") + setting, {}, [](auto const&) {});
+    };
+    // Each statement for itself: after damage SQLite refuses to commit a transaction. A statement
+    // that fails leaves a file that is deleted.
+    bool const isReady = m_file.open() && m_database.attach(m_file.fileName())
+        && set(QStringLiteral("journal_mode = OFF")) && set(QStringLiteral("synchronous = OFF"))
+        && makeSessionTables(m_database, otherSchema);
+    return isReady ? startCopy(ownSchema, otherSchema) : refusal();
+}
+
+TransferState QtSessionTransfer::startRestore()
+{
+    // Immutable: nothing is written beside it, and it may lie on a medium that cannot be written.
+    auto const url = QUrl::fromLocalFile(m_path).toString(QUrl::FullyEncoded);
+    if (!m_database.attach(url + QStringLiteral("?mode=ro&immutable=1")))
+        return TransferState::NotABackup;
+    bool const isBegun = m_database.begin(SessionDatabase::Durability::PowerCut);
+    return isBegun ? startCopy(otherSchema, ownSchema) : refusal();
+}
+
+TransferState QtSessionTransfer::startCopy(QString const& from, QString const& to)
+{
+    m_copy.emplace(m_database, from, to);
+    if (m_copy->version() > sessionTablesVersion)
+        return TransferState::Newer;
+    return m_copy->isPossible() ? TransferState::Running : TransferState::NotABackup;
 }
 
 TransferState QtSessionTransfer::copySome()
@@ -63,89 +96,36 @@ TransferState QtSessionTransfer::copySome()
         isMore = m_copy->next();
     if (m_copy->hasFailed())
         return refusal();
-    auto const state = m_copy->hasMetDamage() ? meetDamage() : TransferState::Running;
-    if (isMore || state != TransferState::Running)
-        return state;
-    m_flushing = std::async(std::launch::async, flushFile, written());
+    if (m_copy->hasMetDamage() && m_kind == Kind::Restore)
+        return TransferState::NotABackup;
+    if (m_copy->hasMetDamage())
+        m_database.reportDamage();
+    if (!isMore)
+        flush();
     return TransferState::Running;
 }
 
-TransferState QtSessionTransfer::beginCopy(QString const& from, QString const& to)
+void QtSessionTransfer::flush()
 {
-    m_copy.emplace(m_database, from, to);
-    return m_copy->version() > sessionTablesVersion ? TransferState::Newer
-        : m_copy->isPossible()                      ? TransferState::Running
-                                                    : TransferState::NotABackup;
+    // A restore is committed after most of it has been flushed.
+    if (m_kind == Kind::Backup)
+        m_database.detach();
+    m_flushing = std::async(std::launch::async, flushFile,
+        m_kind == Kind::Backup ? m_file.fileName() : journalOf(m_database.path()));
+}
+
+TransferState QtSessionTransfer::finish(bool isFlushed)
+{
+    if (m_kind == Kind::Restore)
+        return m_database.run(QStringLiteral("COMMIT")) ? TransferState::Done : refusal();
+    bool const isDone = isFlushed && replaceFile(m_file.fileName(), m_path);
+    return isDone ? TransferState::Done : TransferState::NotWritable;
 }
 
 TransferState QtSessionTransfer::refusal() const
 {
     return m_database.refusal() == StoreProblem::NoSpace ? TransferState::NoSpace
                                                          : TransferState::NotWritable;
-}
-
-QtSessionBackup::QtSessionBackup(SessionDatabase& database, QString const& path)
-    : QtSessionTransfer(database, path)
-    , m_file(path + QStringLiteral(".XXXXXX"))
-{
-}
-
-TransferState QtSessionBackup::start()
-{
-    auto const ignore = [](QSqlQuery const&) {};
-    // Each statement for itself: after damage SQLite refuses to commit a transaction. A statement
-    // that fails leaves a file that is deleted.
-    bool const isReady = m_file.open() && database().attach(m_file.fileName())
-        && database().read(QStringLiteral("PRAGMA other.journal_mode = OFF"), {}, ignore)
-        && database().read(QStringLiteral("PRAGMA other.synchronous = OFF"), {}, ignore)
-        && makeSessionTables(database(), other);
-    return isReady ? beginCopy(QStringLiteral("main"), other) : refusal();
-}
-
-TransferState QtSessionBackup::meetDamage()
-{
-    database().reportDamage();
-    return TransferState::Running;
-}
-
-QString QtSessionBackup::written()
-{
-    database().detach();
-    return m_file.fileName();
-}
-
-TransferState QtSessionBackup::finish(bool isFlushed)
-{
-    if (!isFlushed || !replaceFile(m_file.fileName(), path()))
-        return TransferState::NotWritable;
-    m_file.setAutoRemove(false);
-    return TransferState::Done;
-}
-
-TransferState QtSessionRestore::start()
-{
-    // Immutable: nothing is written beside it, and it may lie on a medium that cannot be written.
-    auto const url = QUrl::fromLocalFile(path()).toString(QUrl::FullyEncoded);
-    if (!database().attach(url + QStringLiteral("?mode=ro&immutable=1")))
-        return TransferState::NotABackup;
-    bool const isBegun = database().begin(SessionDatabase::Durability::PowerCut);
-    return isBegun ? beginCopy(other, QStringLiteral("main")) : refusal();
-}
-
-TransferState QtSessionRestore::meetDamage()
-{
-    return TransferState::NotABackup;
-}
-
-QString QtSessionRestore::written()
-{
-    return journalOf(database().path());
-}
-
-TransferState QtSessionRestore::finish(bool)
-{
-    // What is left to be flushed is little.
-    return database().run(QStringLiteral("COMMIT")) ? TransferState::Done : refusal();
 }
 
 } // namespace tensio
