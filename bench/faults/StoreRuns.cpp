@@ -137,3 +137,46 @@ TEST(StoreRuns, SaysThatTheDiskIsFull)
         EXPECT_GT(refusals, 0) << task;
     }
 }
+
+TEST(StoreRuns, LosesOnlyWhatLiesOnADamagedPage)
+{
+    QTemporaryDir const folder;
+    auto const sound = folder.filePath("sessions.db");
+    {
+        SessionDatabase database(sound);
+        for (auto const* statement :
+            {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 150) "
+             "INSERT INTO session (start, name, count, best, identity) "
+             "SELECT i, 'somebody ' || i, 1, 30.0, hex(randomblob(16)) FROM n",
+                "INSERT INTO measurement SELECT id, 1, 30.0, 30.0, 0, 1 FROM session",
+                "INSERT INTO points SELECT id, 1, 0, zeroblob(80) FROM session"})
+            database.run(statement);
+    }
+    constexpr int pageSize = 4096;
+    auto const pages = QFileInfo(sound).size() / pageSize;
+    int damagedRoots = 0;
+    // The first page tells what the tables are.
+    for (int page = 1; page < pages; ++page) {
+        QTemporaryDir const place;
+        auto const path = place.filePath("sessions.db");
+        ASSERT_TRUE(QFile::copy(sound, path));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(page * pageSize)
+            && file.write(QByteArray(pageSize, '\xff')));
+        file.close();
+        std::ptrdiff_t whole = 0;
+        // Damage that shows late is repaired at the next start.
+        for (int start = 0; start < 2; ++start) {
+            QtSessionStore store(path);
+            auto const found = store.sessions(std::nullopt, 1000);
+            whole = std::ranges::count_if(found.sessions, [&](auto const& session) {
+                return store.load(session.id, StoredPoints::Loaded).value().isComplete;
+            });
+            EXPECT_TRUE(start == 0 || (found.isComplete && found.sessions.size() == 150)) << page;
+            EXPECT_TRUE(found.isComplete || store.problem() == StoreProblem::Damaged) << page;
+        }
+        damagedRoots += whole < 75 ? 1 : 0;
+    }
+    EXPECT_GT(pages, 15);
+    EXPECT_EQ(damagedRoots, 2) << "of measurements and of points";
+}
