@@ -51,7 +51,13 @@ struct FakeSessionStore : SessionStore {
         longestPart = std::max(longestPart, part.points.size());
         return true;
     }
-    bool end(SessionId session, Date) override { return noted(ended, session); }
+    bool end(SessionId session, Date date) override
+    {
+        bool const isDone = noted(ended, session);
+        if (auto const found = stored.find(session); isDone && found != stored.end())
+            found->second.end = date;
+        return isDone;
+    }
 
     bool markSaved(SessionId session) override
     {

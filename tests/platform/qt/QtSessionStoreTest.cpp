@@ -89,6 +89,9 @@ TEST(QtSessionStore, GivesBackWhatWasWrittenAndMarked)
         = store.sessions(std::nullopt, 9).sessions.at(0);
     EXPECT_EQ(std::tuple(id, start, name, count, highest, isSaved, isSimulated),
         std::tuple(second, Place::time, "鈴木", 2, 50.5f, false, true));
+    EXPECT_EQ(loaded->end, std::nullopt);
+    EXPECT_TRUE(store.end(first, Place::time));
+    EXPECT_EQ(store.load(first, StoredPoints::LeftOut).value().end, Place::time);
     EXPECT_EQ(store.unsavedSession().value().id, second);
     EXPECT_TRUE(store.markSaved(second));
     EXPECT_FALSE(store.unsavedSession()) << "only the newest counts";
