@@ -1,10 +1,13 @@
 #include "app/TensioViewController.h"
 
+#include "core/DateText.h"
+#include "core/SessionArchive.h"
 #include "core/TensioManager.h"
 #include "feedback/VisualFeedbackViewController.h"
 #include "panels/HeaderViewController.h"
 #include "panels/InfoControlsViewController.h"
 #include "sessions/SessionNotices.h"
+#include "toolkit/Accessible.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/StyleSheet.h"
 #include "ui_Tensio.h"
@@ -46,6 +49,13 @@ void TensioViewController::viewDidLoad(SessionArchive& sessionArchive, RunLoop& 
         m_tensioManager, m_status, std::move(printCurve), *m_ui->historyView);
     m_sessionNotices = std::make_unique<SessionNotices>(
         sessionArchive, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
+    m_pastSession = sessionArchive.shown.observe([this](auto const& session) {
+        m_ui->pastSessionLabel->setVisible(session.has_value());
+        if (session)
+            setLabelText(*m_ui->pastSessionLabel,
+                QStringLiteral("以前の測定　")
+                    + QString::fromStdString(dateAndMinute(session->start)));
+    });
     // In the live area, so that every picture of the window has it.
     m_simulation = m_tensioManager.serialPortManager.isSimulated.observe(
         [this](bool isSimulated) { m_ui->simulationLabel->setVisible(isSimulated); });

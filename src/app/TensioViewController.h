@@ -68,6 +68,7 @@ private:
     std::unique_ptr<SessionNotices> m_sessionNotices;
     // Of menus, alerts and Qt's own dialogs.
     double m_menuScale = 1.0;
+    Subscription m_pastSession;
     Subscription m_simulation;
     Subscriptions m_subscriptions;
 };

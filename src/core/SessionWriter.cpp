@@ -23,6 +23,14 @@ bool SessionWriter::catchUp(std::size_t mostParts, Date now)
     return true;
 }
 
+bool SessionWriter::end(Date now)
+{
+    // A session that was finished in a press ends with it.
+    auto const& finished = m_tensioManager.measurementList.measurements();
+    bool const isCut = m_tensioManager.maxPressure.value() > 0.0f && !finished.empty();
+    return m_session == 0 || m_store.end(m_session, isCut ? *finished.back()->timeStamp : now);
+}
+
 bool SessionWriter::hasAllFinished() const
 {
     return m_finished >= m_tensioManager.measurementList.measurements().size();

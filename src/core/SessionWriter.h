@@ -21,7 +21,7 @@ public:
     // Writes at most that many parts: of the finished measurements, then of the running one once a
     // pressure above 0 has come. False when the store refused one; the next call begins with it.
     bool catchUp(std::size_t mostParts, Date now);
-    bool end(Date date) { return m_session == 0 || m_store.end(m_session, date); }
+    bool end(Date now);
 
     // 0 until a part is stored.
     SessionId session() const { return m_session; }

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tensio {
 
@@ -32,6 +33,30 @@ Measurements measurementsOf(StoredSession const& session)
     return measurements;
 }
 
+struct ReadOuts {
+    float current = 0.0f;
+    float maximum = 0.0f;
+    float target = 0.0f;
+};
+
+// As the end of the session left them.
+ReadOuts readOutsOf(StoredSession const& session)
+{
+    ReadOuts readOuts {0.0f, 0.0f, session.target};
+    if (session.measurements.empty())
+        return readOuts;
+    auto const& last = session.measurements.back();
+    if (!last.points.empty() && last.points.back() > 0.0f)
+        readOuts.current = last.points.back();
+    // Only the silence after a press puts the maximum back to 0.
+    if (session.end && *session.end <= last.timeStamp)
+        readOuts.maximum = last.best;
+    // The session's target is that of its beginning.
+    if (last.target != session.target * session.targetPercent)
+        readOuts.target = last.target / session.targetPercent;
+    return readOuts;
+}
+
 void publish(auto const&... properties)
 {
     (properties.publish(), ...);
@@ -54,8 +79,10 @@ TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock cons
         return SignalProducer<Nothing>::completingAfter([this, step] { stepTargetPressure(step); });
     })
     , changeTargetPressurePercentAction([this](float percent) {
-        return SignalProducer<Nothing>::completingAfter(
-            [this, percent] { targetPressurePercent.setValue(percent); });
+        return SignalProducer<Nothing>::completingAfter([this, percent] {
+            m_ownPercent.reset();
+            targetPressurePercent.setValue(percent);
+        });
     })
     , changeSliceStartingIndex([this](int step) {
         return SignalProducer<Nothing>::completingAfter([this, step] {
@@ -99,6 +126,8 @@ void TensioManager::connectionStarted()
     m_hasMeaningfulData = false;
     m_receivedData = false;
     m_isTimerSetUp = false;
+    if (auto const percent = std::exchange(m_ownPercent, std::nullopt))
+        targetPressurePercent.setValue(*percent);
     currentPressure.setValue(0.0f);
     targetPressure.setValue(0.0f);
     maxPressure.setValue(0.0f);
@@ -107,10 +136,12 @@ void TensioManager::connectionStarted()
 
 void TensioManager::restoreSession(StoredSession const& session)
 {
-    currentPressure.prepare(0.0f);
-    // No live value of another subject may remain beside the restored measurements.
-    targetPressure.prepare(0.0f);
-    maxPressure.prepare(0.0f);
+    auto const readOuts = readOutsOf(session);
+    currentPressure.prepare(readOuts.current);
+    maxPressure.prepare(readOuts.maximum);
+    targetPressure.prepare(readOuts.target);
+    m_ownPercent = nextTargetPressurePercent();
+    targetPressurePercent.prepare(session.targetPercent);
     shouldReset.prepare(true);
     username.prepare(session.summary.name);
     serialPortManager.isSimulated.prepare(session.summary.isSimulated);
@@ -118,8 +149,8 @@ void TensioManager::restoreSession(StoredSession const& session)
     savedPath().prepare({});
     measurementList.assign(measurementsOf(session));
     // Header and notices look at the list when isMeasuring is published.
-    publish(currentPressure, targetPressure, maxPressure, shouldReset, username,
-        serialPortManager.isSimulated, isSavedAsCsv, savedPath(), isMeasuring);
+    publish(currentPressure, maxPressure, targetPressure, targetPressurePercent, shouldReset,
+        username, serialPortManager.isSimulated, isSavedAsCsv, savedPath(), isMeasuring);
 }
 
 void TensioManager::receivePressure(float pressure)

@@ -76,6 +76,11 @@ public:
     Action<Nothing> saveCsvAction;
     Action<Nothing> saveScreenshotAction;
 
+    // What the next subject starts with: not the percentage of a restored session.
+    float nextTargetPressurePercent() const
+    {
+        return m_ownPercent.value_or(targetPressurePercent.value());
+    }
     // The target at its percentage, in kPa.
     float effectiveTarget() const { return targetPressure.value() * targetPressurePercent.value(); }
 
@@ -84,8 +89,8 @@ public:
     // The tick of the reset timer: finishes the measurement if no record came since the last tick.
     void onReset();
 
-    // Puts a finished session into the window, as if it had just been finished; only while none
-    // runs. Nothing is published before all of it is assigned.
+    // Puts a finished session into the window, with all values as they were when it had just been
+    // finished; only while none runs. Nothing is published before all of it is assigned.
     void restoreSession(StoredSession const& session);
 
     // Fills the menu of default targets. Not owned; must outlive its use through setTargetPressure.
@@ -117,6 +122,8 @@ private:
     UserDefaults& m_userDefaults;
     ResultSaver m_saver;
     Menu* m_targetPressureMenu = nullptr;
+    // While the percentage is that of a restored session: the one before.
+    std::optional<float> m_ownPercent;
 
     // Gives each measurement of a connection its number.
     int m_measurementCount = 0;

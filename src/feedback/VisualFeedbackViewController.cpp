@@ -148,6 +148,8 @@ void VisualFeedbackViewController::observeChanges()
         if (!shouldReset)
             return;
         m_ui->graphView->plotter()->reset();
+        for (float const pressure : m_viewModel.pointsAfterReset())
+            m_ui->graphView->plotter()->addPressurePoint(pressure);
         redraw();
     });
 }

@@ -32,6 +32,7 @@ VisualFeedbackViewModel::VisualFeedbackViewModel(TensioManager& tensioManager, R
           stepBy(-5.0f, upperBoundPressure, minUpperBoundPressure, maxUpperBoundPressure))
     , cocoaActionIncTimeWindow(stepBy(5.0f, timeWindow, minTimeWindow, maxTimeWindow))
     , cocoaActionDecTimeWindow(stepBy(-5.0f, timeWindow, minTimeWindow, maxTimeWindow))
+    , m_measurementList(tensioManager.measurementList)
 {
     m_subscriptions.push_back(tensioManager.currentPressure.observeChanges(
         [this](float pressure) { updateCurrentPressure(pressure); }));
@@ -50,6 +51,15 @@ VisualFeedbackViewModel::VisualFeedbackViewModel(TensioManager& tensioManager, R
 bool VisualFeedbackViewModel::isTargetReached() const
 {
     return currentPressure.value() > 0.0f && currentPressure.value() >= targetPressure.value();
+}
+
+std::vector<float> VisualFeedbackViewModel::pointsAfterReset() const
+{
+    std::vector<float> points;
+    for (auto const& measurement : m_measurementList.measurements())
+        std::ranges::transform(*measurement->pressurePoints, std::back_inserter(points),
+            [](float pressure) { return pressure > 0.0f ? pressure : 0.0f; });
+    return points;
 }
 
 void VisualFeedbackViewModel::updateCurrentPressure(float pressure)

@@ -3,8 +3,11 @@
 #include "feedback/VisualFeedbackModel.h"
 #include "reactive/CocoaAction.h"
 
+#include <vector>
+
 namespace tensio {
 
+class MeasurementList;
 class TensioManager;
 
 // The state behind the live area: the scales, mirrors of the session's pressures and flags, and
@@ -34,10 +37,14 @@ public:
     CocoaAction cocoaActionDecTimeWindow;
 
     bool isTargetReached() const;
+    // What the graph shows after a reset: the points of a restored session, as they came; none at
+    // the start of a session.
+    std::vector<float> pointsAfterReset() const;
 
 private:
     void updateCurrentPressure(float pressure);
 
+    MeasurementList const& m_measurementList;
     Subscriptions m_subscriptions;
 };
 

@@ -104,18 +104,18 @@ void InfoControlsViewController::fillPercentPopup()
     m_ui->percentPopup->removeAllItems();
     for (int const percentage : percentages)
         m_ui->percentPopup->addItem({QStringLiteral("%1%").arg(percentage), percentage});
-    m_ui->percentPopup->setTitle(QStringLiteral("100%"));
+    m_subscriptions.push_back(m_tensioManager.targetPressurePercent.observe([this](float percent) {
+        m_ui->percentPopup->setTitle(QStringLiteral("%1%").arg(qRound(percent * 100.0f)));
+    }));
     connect(m_ui->percentPopup, &PopUpButton::itemSelected, this,
         &InfoControlsViewController::percentSelected);
 }
 
 void InfoControlsViewController::percentSelected()
 {
-    auto const item = m_ui->percentPopup->selectedItem();
-    if (!item)
-        return;
-    m_ui->percentPopup->setTitle(item->title);
-    m_tensioManager.changeTargetPressurePercentAction.apply(static_cast<float>(item->tag) / 100.0f);
+    if (auto const item = m_ui->percentPopup->selectedItem())
+        m_tensioManager.changeTargetPressurePercentAction.apply(
+            static_cast<float>(item->tag) / 100.0f);
 }
 
 void InfoControlsViewController::start()

@@ -87,7 +87,7 @@ void UserInfoViewController::viewDidLoad()
     m_ui->pressureInput->setText(enteredPressure(m_tensioManager.defaultTargetPressure.value()));
     m_ui->nameInput->setText(QString::fromStdString(m_tensioManager.username.value()));
     // The percentage stays from one subject to the next.
-    auto const percent = formatFixed(m_tensioManager.targetPressurePercent.value() * 100.0f, 0);
+    auto const percent = formatFixed(m_tensioManager.nextTargetPressurePercent() * 100.0f, 0);
     m_ui->percentNotice->setText(m_ui->percentNotice->text().arg(QString::fromStdString(percent)));
     m_ui->percentNotice->setVisible(percent != "100");
     m_subscriptions.push_back(m_tensioManager.connectAction.observe([this](auto const& event) {

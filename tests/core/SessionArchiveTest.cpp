@@ -89,11 +89,13 @@ TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     auto const checkpoints = session.store.checkpoints;
     session.finish();
     EXPECT_EQ(session.store.checkpoints, checkpoints + 1) << "not before the records have ended";
+    auto const end = std::exchange(session.clock.date, session.clock.date + std::chrono::hours(1));
     EXPECT_FALSE(session.archive->open(1)) << "what is not stored yet would be lost";
     session.store.refusals = 0;
     session.runLoop.advance(Seconds(1.0));
     EXPECT_EQ(session.store.finishedMeasurements, 10U);
     EXPECT_EQ(session.stored(0).points, (Points {10.0f, 20.0f}));
+    EXPECT_EQ(session.store.stored.at(1).end, end) << "it ended in a press";
     EXPECT_EQ(session.stored(9).points, Points {30.0f});
     EXPECT_EQ(problems.size(), 4U);
     EXPECT_EQ(problems.back(), StoreProblem::None);
@@ -130,7 +132,6 @@ TEST(SessionArchive, PutsAPastSessionBackOnlyBetweenSessions)
     EXPECT_EQ(areSaved(), (std::vector {false, true})) << "what was saved was another session";
     EXPECT_EQ(session.bestPressures(), std::vector {20.0f});
     EXPECT_EQ(session.manager.username.value(), "山田 花子");
-    EXPECT_EQ(session.manager.maxPressure.value(), 0.0f) << "of another person";
     EXPECT_EQ(archive.shown.value().value().id, 1);
     EXPECT_TRUE(session.manager.serialPortManager.isSimulated.value());
     session.manager.saveCsv();

@@ -98,15 +98,14 @@ TEST(TensioManager, RestoresASessionInOneStepForAllWhoObserve)
     for (auto* each : {&manager.isMeasuring, &manager.isSavedAsCsv, &manager.shouldReset,
              &manager.serialPortManager.isSimulated})
         observing.push_back(each->observeChanges(note));
-    for (auto* each : {&manager.maxPressure, &manager.targetPressure, &manager.currentPressure,
-             &manager.measurementList.selectedAverage})
+    for (auto* each :
+        {&manager.maxPressure, &manager.targetPressure, &manager.targetPressurePercent,
+            &manager.currentPressure, &manager.measurementList.selectedAverage})
         observing.push_back(each->observeChanges(note));
     StoredMeasurement const press {1, 20.0f, 30.0f, {}, {10.0f, 20.0f}};
-    StoredSession session;
-    session.summary = {1, {}, "花子", 7, 20.0f, false, true};
-    session.measurements = std::vector(7, press);
-    manager.restoreSession(session);
+    manager.restoreSession({{1, {}, "花子", 7, 20.0f, false, true}, std::vector(7, press), 30.0f,
+        1.0f, std::nullopt, true});
     EXPECT_EQ(pages, 1);
-    EXPECT_EQ(states, (std::map<State, int> {{{"花子", 7, false, "", 0.0f, 0.0f, true}, 11}}));
+    EXPECT_EQ(states, (std::map<State, int> {{{"花子", 7, false, "", 0.0f, 30.0f, true}, 12}}));
     EXPECT_EQ(manager.measurementList.startingIndex(), 2) << "as after the last press";
 }

@@ -95,3 +95,50 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     // There is no current row.
     QTest::keyClick(&find<QTreeView>(window), Qt::Key_C, Qt::ControlModifier);
 }
+
+TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
+{
+    for (bool const isFinishedInAPress : {false, true}) {
+        Desk desk;
+        auto& manager = desk.manager;
+        auto const measure = [&](char const* name, float percent, double pressure) {
+            desk.connect(40.0f);
+            manager.username.setValue(name);
+            manager.changeTargetPressurePercentAction.apply(percent);
+            desk.press({5.0, -2.0, pressure});
+            manager.changeTargetPressureAction.apply(0.1f);
+            desk.press(std::vector(700, pressure));
+            desk.receive({pressure - 1.0, pressure + 1.0, 7.0});
+            desk.runLoop.advance(Seconds(isFinishedInAPress ? 0.5 : 2.5));
+            desk.clock.date += std::chrono::minutes(1);
+            desk.finish();
+        };
+        auto const pictures = [&] {
+            desk.clock.date = ManualClock().date;
+            desk.runLoop.advance(Seconds(2.0));
+            QList<QImage> all;
+            for (auto const* name :
+                {"headerView", "gaugeView", "graphView", "infoControlsView", "historyView"})
+                all << find<QWidget>(desk.window, name).grab().toImage();
+            return all;
+        };
+        measure("花子", 0.5f, 30.0);
+        auto const before = pictures();
+        measure("太郎", 0.9f, 60.0);
+        ASSERT_NE(pictures(), before);
+        desk.command("以前の測定を開く").trigger();
+        auto& list = find<QTreeView>(desk.window, "sessionList");
+        list.setCurrentIndex(list.model()->index(1, 0));
+        click(desk.window, "openButton");
+        EXPECT_EQ(find<QLabel>(desk.window, "pastSessionLabel").text(),
+            QStringLiteral("以前の測定　2024/03/05 14:07"));
+        EXPECT_EQ(pictures(), before) << isFinishedInAPress;
+        click(desk.window, "startButton");
+        EXPECT_TRUE(find<QLabel>(desk.window, "percentNotice").text().contains(u"90%"));
+        click(desk.window, "cancelButton");
+        EXPECT_EQ(manager.targetPressurePercent.value(), 0.5f);
+        desk.connect();
+        EXPECT_EQ(manager.targetPressurePercent.value(), 0.9f);
+        EXPECT_FALSE(find<QWidget>(desk.window, "pastSessionLabel").isVisible());
+    }
+}
