@@ -16,9 +16,11 @@ QString textOf(StoreProblem problem)
     case StoreProblem::None:
         break;
     case StoreProblem::InUse:
-        return QStringLiteral(
-            "別のtensioが起動しているため、自動保存されません。CSVを保存してください。");
+        return QStringLiteral("別のtensioが起動しているため、自動保存されず、以前の測定も開けません"
+                              "。CSVを保存してください。");
     case StoreProblem::NotOpened:
+        return QStringLiteral("自動保存の場所に書き込めません。以前の測定も開けません。測定を終えた"
+                              "らCSVを保存してください。");
     case StoreProblem::NotWritable:
         return QStringLiteral(
             "自動保存の場所に書き込めません。測定を終えたらCSVを保存してください。");
@@ -89,6 +91,7 @@ void SessionNotices::showProblem(QString const& problem)
 {
     auto& label = *m_problem->storeProblemLabel;
     label.setText(problem);
+    label.setAccessibleName(problem);
     m_problemView.setVisible(!problem.isEmpty());
     if (!problem.isEmpty())
         announcePolitely(label, problem);

@@ -52,7 +52,9 @@ TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
     desk.press({20.0});
     desk.finish();
     expectShown(false, true);
-    EXPECT_TRUE(find<QLabel>(problem, "storeProblemLabel").text().contains(u"空き容量"));
+    auto const& text = find<QLabel>(problem, "storeProblemLabel");
+    EXPECT_TRUE(text.text().contains(u"空き容量"));
+    EXPECT_EQ(text.accessibleName(), text.text());
     click(problem, "hideProblemButton");
     expectShown(false, false);
     desk.store.refusals = 0;
