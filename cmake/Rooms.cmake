@@ -57,7 +57,8 @@ add_custom_command(OUTPUT ${comma_locale}/LC_NUMERIC
 add_custom_target(comma_locale DEPENDS ${comma_locale}/LC_NUMERIC)
 
 # tensio_test(NAME [LABEL label] SOURCES … LINKS …): a GoogleTest program, run without a display, a locale or a time zone
-# of the machine, and once more with a comma locale in Japan. With a label it runs only once, and not in ./test.
+# of the machine, and once more with a comma locale in Japan, at a device pixel ratio of 1.25. With a label it runs only
+# once, and not in ./test.
 function(tensio_test name)
     cmake_parse_arguments(TEST "" "LABEL" "SOURCES;LINKS" ${ARGN})
     add_executable(${name} ${TEST_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/Locale.cpp)
@@ -71,6 +72,6 @@ function(tensio_test name)
         add_dependencies(${name} comma_locale)
         add_test(NAME ${name}.abroad COMMAND ${name})
         set_tests_properties(${name}.abroad PROPERTIES LABELS abroad ENVIRONMENT
-            "${environment};LC_ALL=de_DE.UTF-8;LOCPATH=${CMAKE_BINARY_DIR}/locales;TENSIO_DECIMAL_POINT=,;TZ=JST-9")
+            "${environment};QT_SCALE_FACTOR=1.25;LC_ALL=de_DE.UTF-8;LOCPATH=${CMAKE_BINARY_DIR}/locales;TENSIO_DECIMAL_POINT=,;TZ=JST-9")
     endif()
 endfunction()

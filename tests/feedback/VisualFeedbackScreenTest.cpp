@@ -179,7 +179,7 @@ TEST(VisualFeedbackScreen, TheEndOfASessionLeavesNoLineWhite)
     auto const lines = [&] {
         screen.session.runLoop.advance(Seconds(0.05));
         auto const picture = screen.view.grab().toImage();
-        return std::pair(picture.pixelColor(100, 284), picture.pixelColor(600, 284));
+        return std::pair(colorAt(picture, 100, 284), colorAt(picture, 600, 284));
     };
     screen.receive(50.0, Seconds(0.2));
     screen.receive(50.0);
@@ -191,7 +191,7 @@ TEST(VisualFeedbackScreen, TheEndOfASessionLeavesNoLineWhite)
 TEST(VisualFeedbackScreen, WhatIsDueIsDrawnBeforeATimerlessPanelOrPicture)
 {
     LiveArea screen;
-    auto const pixel = [&](int x, int y) { return screen.graph.grab().toImage().pixelColor(x, y); };
+    auto const pixel = [&](int x, int y) { return colorAt(screen.graph.grab().toImage(), x, y); };
     for (int reading = 0; reading < 20; ++reading)
         screen.receive(50.0, Seconds(0.1));
     EXPECT_EQ(pixel(6, 163), QColor(Qt::white)) << "the trace";

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QImage>
 
 namespace tensio {
 
@@ -14,6 +15,14 @@ T& find(QObject const& window, char const* name = nullptr)
 inline void click(QObject const& window, char const* name)
 {
     find(window, name).click();
+}
+
+// The colour at a point of a picture, in the widget's units.
+inline QColor colorAt(QImage const& picture, double x, double y)
+{
+    auto const ratio = picture.devicePixelRatio();
+    return picture.pixelColor(
+        static_cast<int>((x + 0.5) * ratio), static_cast<int>((y + 0.5) * ratio));
 }
 
 } // namespace tensio
