@@ -218,12 +218,10 @@ TEST(VisualFeedbackScreen, RepaintsAllThatChangesAtAFractionalRatioToo)
         // Qt shows only pixels that belong to the repainted area entirely.
         double const unit = 1.0 / after.devicePixelRatio();
         int stale = 0;
-        for (int y = 0; y < after.height(); ++y) {
-            for (int x = 0; x < after.width(); ++x) {
-                QRectF const pixel(x * unit, y * unit, unit, unit);
-                stale += before.pixel(x, y) != after.pixel(x, y)
-                    && !(QRegion(pixel.toAlignedRect()) - repainted).isEmpty();
-            }
+        for (int index = 0; index < after.width() * after.height(); ++index) {
+            QPoint const at(index % after.width(), index / after.width());
+            QRect const units = QRectF(QPointF(at) * unit, QSizeF(unit, unit)).toAlignedRect();
+            stale += before.pixel(at) != after.pixel(at) && !(QRegion(units) - repainted).isEmpty();
         }
         EXPECT_EQ(stale, 0) << pressure;
     }
