@@ -1,5 +1,6 @@
 #include "core/Utf16.h"
 #include "panels/HistorySlice.h"
+#include "printing/QtPrintPanels.h"
 #include "support/Desk.h"
 #include "support/PdfText.h"
 
@@ -51,12 +52,11 @@ TEST(MainMenu, EveryMenuFollowsTheWindowAndFitsTheBar)
 
 TEST(AppDelegate, GivesTheStatusItemItsMenuAtLaunch)
 {
-    struct NoPrinter : ReportPrinter {
-        void print(ReportKind) override { }
-    };
     Session session;
     QMenu menu;
-    NoPrinter printer;
+    QtPrintPanels panels;
+    QPageLayout layout;
+    ReportPrinter printer(session.manager, panels, session.alerts, layout, menu);
     AppDelegate delegate(session.manager, session.runLoop, menu, printer);
     EXPECT_EQ(delegate.statusItem().contextMenu(), nullptr);
     delegate.applicationDidFinishLaunching();
