@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace tensio {
@@ -24,5 +25,11 @@ private:
 
 // Declare it last in a class, so that it ends first.
 using Subscriptions = std::vector<Subscription>;
+
+inline Subscriptions& operator+=(Subscriptions& subscriptions, Subscription subscription)
+{
+    subscriptions.push_back(std::move(subscription));
+    return subscriptions;
+}
 
 } // namespace tensio

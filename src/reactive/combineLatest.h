@@ -18,8 +18,8 @@ Subscription combineLatest(MutableProperty<A> const& first, MutableProperty<B> c
         observer(A(first.value()), B(second.value()));
     };
     auto both = std::make_shared<Subscriptions>();
-    both->push_back(first.observeChanges([publish](A const&) { publish(); }));
-    both->push_back(second.observeChanges([publish](B const&) { publish(); }));
+    *both += first.observeChanges([publish](A const&) { publish(); });
+    *both += second.observeChanges([publish](B const&) { publish(); });
     publish();
     return Subscription([both] { both->clear(); });
 }
