@@ -72,29 +72,17 @@ TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock cons
             .onStarted([this] { connectionStarted(); })
             .onInterrupted([this] { stopMeasuring(); });
     })
-    , disconnectAction([this](Nothing) {
-        return SignalProducer<Nothing>::completingAfter([this] { stopMeasuring(); });
-    })
-    , changeTargetPressureAction([this](float step) {
-        return SignalProducer<Nothing>::completingAfter([this, step] { stepTargetPressure(step); });
-    })
+    , disconnectAction([this](Nothing) { stopMeasuring(); })
+    , changeTargetPressureAction([this](float step) { stepTargetPressure(step); })
     , changeTargetPressurePercentAction([this](float percent) {
-        return SignalProducer<Nothing>::completingAfter([this, percent] {
-            m_ownPercent.reset();
-            targetPressurePercent.setValue(percent);
-        });
+        m_ownPercent.reset();
+        targetPressurePercent.setValue(percent);
     })
     , changeSliceStartingIndex([this](int step) {
-        return SignalProducer<Nothing>::completingAfter([this, step] {
-            measurementList.setStartingIndex(measurementList.startingIndex() + step);
-        });
+        measurementList.setStartingIndex(measurementList.startingIndex() + step);
     })
-    , saveCsvAction([this](Nothing) {
-        return SignalProducer<Nothing>::completingAfter([this] { saveCsv(); });
-    })
-    , saveScreenshotAction([this](Nothing) {
-        return SignalProducer<Nothing>::completingAfter([this] { saveScreenshot(); });
-    })
+    , saveCsvAction([this](Nothing) { saveCsv(); })
+    , saveScreenshotAction([this](Nothing) { saveScreenshot(); })
     , m_runLoop(runLoop)
     , m_clock(clock)
     , m_userDefaults(userDefaults)

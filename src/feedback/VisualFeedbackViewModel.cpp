@@ -13,9 +13,7 @@ namespace {
 CocoaAction stepBy(float difference, MutableProperty<float>& property, float low, float high)
 {
     Action<float> const step([&property, low, high](float change) {
-        return SignalProducer<Nothing>::completingAfter([&property, low, high, change] {
-            property.setValue(std::clamp(property.value() + change, low, high));
-        });
+        property.setValue(std::clamp(property.value() + change, low, high));
     });
     return {step, difference};
 }

@@ -27,8 +27,7 @@ InfoControlsViewController::InfoControlsViewController(TensioManager& tensioMana
     , m_view(view)
     , m_ui(std::make_unique<Ui::InfoControls>())
     , m_viewModel(tensioManager, runLoop)
-    , m_startAction(
-          [this](Nothing) { return SignalProducer<Nothing>::completingAfter([this] { start(); }); })
+    , m_startAction([this](Nothing) { start(); })
     , m_cocoaActionStart(m_startAction, Nothing {})
 {
     m_ui->setupUi(&m_view);

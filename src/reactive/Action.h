@@ -3,6 +3,8 @@
 #include "reactive/SignalProducer.h"
 
 #include <memory>
+#include <type_traits>
+#include <utility>
 
 namespace tensio {
 
@@ -17,6 +19,19 @@ public:
 
     explicit Action(Factory factory)
         : m_state(std::make_shared<State>(std::move(factory)))
+    {
+    }
+
+    // A run that yields nothing and completes when the work returns.
+    template<typename Work>
+    requires std::is_void_v<std::invoke_result_t<Work const&, Input const&>>
+    explicit Action(Work work)
+        : Action(Factory([work = std::move(work)](Input const& input) {
+            return SignalProducer<T, E>([work, input](Observer<T, E> const& observer) {
+                work(input);
+                observer.sendCompleted();
+            });
+        }))
     {
     }
 

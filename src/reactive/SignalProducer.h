@@ -18,15 +18,6 @@ public:
     {
     }
 
-    // A stream that does its work when started, yields nothing and completes at once.
-    static SignalProducer completingAfter(std::function<void()> work)
-    {
-        return SignalProducer([work = std::move(work)](Observer<T, E> const& observer) {
-            work();
-            observer.sendCompleted();
-        });
-    }
-
     // The sink may be called inside start() already. A started stream cannot be cancelled.
     void start(typename Observer<T, E>::Sink sink) const
     {
