@@ -32,13 +32,19 @@ void makeRaw(char const* terminal)
     close(slave);
 }
 
+int openMaster()
+{
+    int const master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    require(master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0, "pseudo-terminal");
+    return master;
+}
+
 } // namespace
 
 Terminal::Terminal(QString const& portName)
+    : m_master(openMaster())
+    , m_path(ptsname(m_master))
 {
-    m_master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
-    require(m_master >= 0 && grantpt(m_master) == 0 && unlockpt(m_master) == 0, "pseudo-terminal");
-    m_path = ptsname(m_master);
     makeRaw(m_path.c_str());
     m_port.emplace(portName, QString::fromStdString(m_path));
 }

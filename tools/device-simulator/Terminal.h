@@ -23,7 +23,7 @@ public:
     void write(std::string_view bytes) const;
 
 private:
-    int m_master = -1;
+    int m_master;
     std::string m_path;
     std::optional<VirtualPort> m_port;
 };
