@@ -240,11 +240,3 @@ BENCHMARK_CAPTURE(afterChange, noise, noise)
     ->ArgsProduct({{1, 10}, {1, 2}});
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

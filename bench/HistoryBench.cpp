@@ -4,7 +4,6 @@
 #include "panels/HistoryViewController.h"
 #include "support/Session.h"
 
-#include <QApplication>
 #include <QWidget>
 
 #include <benchmark/benchmark.h>
@@ -32,11 +31,3 @@ void turnPage(benchmark::State& state)
 BENCHMARK(turnPage)->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}

@@ -13,7 +13,7 @@
 #include "support/Reports.h"
 #include "support/Session.h"
 
-#include <QApplication>
+#include <QCoreApplication>
 #include <QWidget>
 
 #include <benchmark/benchmark.h>
@@ -69,11 +69,3 @@ BENCHMARK(pdfOfCurves)->Name("curves")->Arg(80)->Arg(12000)->Unit(benchmark::kMi
 BENCHMARK(previewOfCourse)->Name("course")->Unit(benchmark::kMillisecond);
 
 } // namespace
-
-int main(int argc, char** argv)
-{
-    QApplication application(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    return 0;
-}
