@@ -73,6 +73,7 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     QApplication::sendEvent(tiles[3], &rightClick);
     tiles[3]->findChild<QMenu*>()->actions().constFirst()->trigger();
     EXPECT_EQ(strip.printed, 4);
+    QTest::mousePress(tiles[0], Qt::RightButton);
     expectTile(0, QString(), false);
     EXPECT_EQ(averageAfter(0), "20.0");
     EXPECT_EQ(averageAfter(0), "0.0");
@@ -146,9 +147,9 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
     EXPECT_EQ(strip.page(), "2[3]456");
     EXPECT_EQ(find(strip.view, "backButton").nextInFocusChain(), strip.tiles()[0]);
     strip.finish();
-    strip.session.saving.answer = "/folder/file";
+    strip.session.saving.answer = "/folder/A&B";
     strip.session.manager.saveCsvAction.apply(Nothing {});
-    EXPECT_TRUE(find(strip.view, "savedButton").text().endsWith(u"file"));
+    EXPECT_TRUE(find(strip.view, "savedButton").text().endsWith(u"A&&B"));
     EXPECT_TRUE(find(strip.view, "savedButton").isVisible());
     EXPECT_FALSE(find<QLabel>(strip.view, "hintLabel").isVisible());
     QFileDialog fileManager;

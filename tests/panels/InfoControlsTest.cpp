@@ -73,7 +73,9 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
     auto const picture = percent.grab().toImage();
     EXPECT_EQ(colorAt(picture, percent.width() - 5.0, 8.0), Qt::red) << "3 units from the edge";
     percent.menu()->popup(QPoint());
-    auto* const row = percent.menu()->findChildren<OrvMenuItemView*>().at(3);
+    auto const rows = percent.menu()->findChildren<OrvMenuItemView*>();
+    EXPECT_EQ(rows.size(), 10) << "from 100% to 10%";
+    auto* const row = rows.at(3);
     EXPECT_EQ(row->size(), QSize(percent.width() - 2, 28));
     QTest::mouseRelease(row, Qt::LeftButton);
     EXPECT_FALSE(percent.menu()->isVisible());

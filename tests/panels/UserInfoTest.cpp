@@ -102,6 +102,7 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
         Dialog dialog;
         dialog.fill(name, pressure);
         dialog.click("okButton");
+        EXPECT_EQ(find<QLabel>(dialog.window(), "pressureHint").text(), u"10.0〜80.0 kPa");
         EXPECT_EQ(dialog.entries(), after);
         EXPECT_EQ(dialog.isConnecting(), refused == ' ');
         EXPECT_EQ(find<QLabel>(dialog.window(), "nameHint").text().toStdString(),

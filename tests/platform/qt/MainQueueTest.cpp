@@ -81,6 +81,8 @@ TEST(QtRunLoop, DeliversOneTickForAllThatWereDueDuringAHoldAndNoneOfAnEndedTimer
     auto ended
         = heldLoop.scheduleAfter(Seconds(0.0), [] { ADD_FAILURE() << "fired after its end"; });
     auto const watch = freeLoop.scheduleRepeating(Seconds(0.003), [&] { ++watched; });
+    auto const later
+        = freeLoop.scheduleAfter(Seconds(0.9), [] { ADD_FAILURE() << "cut to whole seconds"; });
     auto const single = freeLoop.scheduleAfter(Seconds(0.001), [&] { ++once; });
     ASSERT_TRUE(QTest::qWaitFor([&] { return watched >= 5; }));
     EXPECT_EQ(once, 1);
