@@ -4,21 +4,22 @@
 #include "platform/qt/SessionTables.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tensio {
 
-SessionCopy::SessionCopy(SessionDatabase& database, QString const& from, QString const& to)
+SessionCopy::SessionCopy(SessionDatabase& database, QString from, QString to)
     : m_database(database)
-    , m_from(from)
-    , m_to(to)
+    , m_from(std::move(from))
+    , m_to(std::move(to))
 {
-    m_version
-        = static_cast<int>(number(QStringLiteral("PRAGMA %1.user_version").arg(from)).value_or(0));
-    m_total = number(QStringLiteral("SELECT count(*) FROM %1.session").arg(from)).value_or(0);
-    auto const last = number(QStringLiteral("SELECT max(session) FROM %1.measurement").arg(from));
+    m_version = static_cast<int>(
+        number(QStringLiteral("PRAGMA %1.user_version").arg(m_from)).value_or(0));
+    m_total = number(QStringLiteral("SELECT count(*) FROM %1.session").arg(m_from)).value_or(0);
+    auto const last = number(QStringLiteral("SELECT max(session) FROM %1.measurement").arg(m_from));
     m_lastSession = last
         ? *last
-        : number(QStringLiteral("SELECT max(seq) FROM %1.sqlite_sequence").arg(from)).value_or(0);
+        : number(QStringLiteral("SELECT max(seq) FROM %1.sqlite_sequence").arg(m_from)).value_or(0);
 }
 
 bool SessionCopy::isPossible()

@@ -15,7 +15,7 @@ class SessionDatabase;
 // be read.
 class SessionCopy {
 public:
-    SessionCopy(SessionDatabase& database, QString const& from, QString const& to);
+    SessionCopy(SessionDatabase& database, QString from, QString to);
 
     // That of the tables to copy from; 0 when it cannot be read.
     int version() const { return m_version; }

@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 namespace tensio {
 
@@ -58,8 +59,8 @@ bool wipeMoved(QString const& path, std::initializer_list<char const*> reasons)
 
 } // namespace
 
-SessionDatabase::SessionDatabase(QString const& path)
-    : m_path(path)
+SessionDatabase::SessionDatabase(QString path)
+    : m_path(std::move(path))
     , m_name(QUuid::createUuid().toString())
 {
     open();

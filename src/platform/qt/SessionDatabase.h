@@ -22,7 +22,7 @@ public:
     // What a change survives.
     enum class Durability { ProgramEnd, PowerCut };
 
-    explicit SessionDatabase(QString const& path);
+    explicit SessionDatabase(QString path);
     SessionDatabase(SessionDatabase const&) = delete;
     SessionDatabase& operator=(SessionDatabase const&) = delete;
     ~SessionDatabase();
