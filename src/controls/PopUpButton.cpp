@@ -65,7 +65,8 @@ void PopUpButton::fitRows()
     m_menu->setFont(font());
     auto const scale = designScale(*this);
     // With its border the menu is as wide as the button.
-    QSize const row(width() - 2 * std::max(1, qRound(scale)), qRound(28.0 * scale));
+    QSize const row
+        = QSize(width() - 2 * std::max(1, qRound(scale)), qRound(28.0 * scale)).expandedTo({0, 0});
     for (auto* action : m_menu->actions())
         static_cast<QWidgetAction*>(action)->defaultWidget()->setFixedSize(row);
 }

@@ -10,8 +10,9 @@
 namespace {
 
 // Of the platform without a screen: what it cannot do.
-constexpr std::array<char const*, 3> inherent {"This plugin does not support propagateSizeHints()",
-    "This plugin does not support raise()", "This plugin does not support grabbing the keyboard"};
+constexpr std::array<char const*, 4> inherent {"This plugin does not support propagateSizeHints()",
+    "This plugin does not support raise()", "This plugin does not support grabbing the keyboard",
+    "This plugin does not support QPlatformServices::openDocument() for 'file:///'."};
 
 void failOnWarning(QtMsgType type, QMessageLogContext const&, QString const& message)
 {
