@@ -4,7 +4,6 @@
 #include "core/NumberText.h"
 
 #include <array>
-#include <utility>
 
 namespace tensio {
 
@@ -30,6 +29,13 @@ QString text(SessionSummary const& session, int column)
     }
 }
 
+QString keyOf(QString const& name)
+{
+    auto key = name.normalized(QString::NormalizationForm_KC).toCaseFolded();
+    key.removeIf([](QChar character) { return character.isSpace(); });
+    return key;
+}
+
 QVariant alignment(int column)
 {
     bool const isNumber = column == PastSessionsModel::Count || column == PastSessionsModel::Best;
@@ -38,21 +44,53 @@ QVariant alignment(int column)
 
 } // namespace
 
-void PastSessionsModel::show(std::vector<SessionSummary> sessions)
+void PastSessionsModel::clear()
 {
     beginResetModel();
-    m_sessions = std::move(sessions);
+    m_rows.clear();
+    m_shown.clear();
     endResetModel();
 }
 
-SessionSummary const& PastSessionsModel::session(QModelIndex const& index) const
+void PastSessionsModel::append(std::vector<SessionSummary> const& sessions)
 {
-    return m_sessions.at(static_cast<std::size_t>(index.row()));
+    auto const first = m_rows.size();
+    for (auto const& session : sessions)
+        m_rows.push_back({session, keyOf(QString::fromStdString(session.name))});
+    auto const added = found(first);
+    if (added.empty())
+        return;
+    beginInsertRows({}, rowCount(), rowCount() + static_cast<int>(added.size()) - 1);
+    m_shown.insert(m_shown.end(), added.begin(), added.end());
+    endInsertRows();
+}
+
+void PastSessionsModel::filter(QString const& namePart)
+{
+    beginResetModel();
+    m_filter = keyOf(namePart);
+    m_shown = found(0);
+    endResetModel();
+}
+
+std::vector<std::size_t> PastSessionsModel::found(std::size_t first) const
+{
+    std::vector<std::size_t> places;
+    for (auto place = first; place < m_rows.size(); ++place) {
+        if (m_rows[place].key.contains(m_filter))
+            places.push_back(place);
+    }
+    return places;
+}
+
+SessionSummary const& PastSessionsModel::session(int row) const
+{
+    return m_rows[m_shown.at(static_cast<std::size_t>(row))].session;
 }
 
 int PastSessionsModel::rowCount(QModelIndex const& parent) const
 {
-    return parent.isValid() ? 0 : static_cast<int>(m_sessions.size());
+    return parent.isValid() ? 0 : static_cast<int>(m_shown.size());
 }
 
 int PastSessionsModel::columnCount(QModelIndex const& /*parent*/) const
@@ -66,7 +104,7 @@ QVariant PastSessionsModel::data(QModelIndex const& index, int role) const
     if (!index.isValid())
         return {};
     if (role == Qt::DisplayRole)
-        return text(session(index), index.column());
+        return text(session(index.row()), index.column());
     return role == Qt::TextAlignmentRole ? alignment(index.column()) : QVariant();
 }
 

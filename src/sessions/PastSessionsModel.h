@@ -6,7 +6,7 @@
 
 namespace tensio {
 
-// The sessions of the store as rows, newest first.
+// The sessions of the store as rows, newest first: those whose name contains a text.
 class PastSessionsModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -15,8 +15,15 @@ public:
 
     using QAbstractTableModel::QAbstractTableModel;
 
-    void show(std::vector<SessionSummary> sessions);
-    SessionSummary const& session(QModelIndex const& index) const;
+    void clear();
+    void append(std::vector<SessionSummary> const& sessions);
+    // Ignores blanks, case, and the width of characters.
+    void filter(QString const& namePart);
+
+    // Also those that the filter hides.
+    int total() const { return static_cast<int>(m_rows.size()); }
+    // The row must exist.
+    SessionSummary const& session(int row) const;
 
     int rowCount(QModelIndex const& parent = {}) const override;
     int columnCount(QModelIndex const& parent = {}) const override;
@@ -24,7 +31,18 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
 private:
-    std::vector<SessionSummary> m_sessions;
+    struct Row {
+        SessionSummary session;
+        // The name as the filter compares it.
+        QString key;
+    };
+
+    std::vector<std::size_t> found(std::size_t first) const;
+
+    std::vector<Row> m_rows;
+    // Places in m_rows.
+    std::vector<std::size_t> m_shown;
+    QString m_filter;
 };
 
 } // namespace tensio

@@ -7,15 +7,14 @@
 #include "ui_PastSessions.h"
 
 #include <QHeaderView>
+#include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
-
-#include <limits>
 
 namespace tensio {
 
 namespace {
-constexpr std::size_t all = std::numeric_limits<int>::max();
+constexpr std::size_t pageSize = 500;
 }
 
 PastSessionsWindow::PastSessionsWindow(SessionArchive& archive, QWidget& parent)
@@ -26,12 +25,12 @@ PastSessionsWindow::PastSessionsWindow(SessionArchive& archive, QWidget& parent)
     m_ui->setupUi(this);
     scaleLayouts(*this, dialogScale(size(), shownScale(parent), availableSize(parent)));
     setUpList();
+    addMoreCommands();
     connect(m_ui->searchInput, &QLineEdit::textChanged, this, &PastSessionsWindow::search);
     connect(m_ui->openButton, &QPushButton::clicked, this, &PastSessionsWindow::openSelected);
     connect(m_ui->removeButton, &QPushButton::clicked, this, &PastSessionsWindow::removeSelected);
-    connect(m_ui->removeAllButton, &QPushButton::clicked, this, &PastSessionsWindow::removeAll);
     connect(m_ui->closeButton, &QPushButton::clicked, this, &QWidget::close);
-    search();
+    load();
     m_ui->sessionList->setFocus();
 }
 
@@ -50,38 +49,100 @@ void PastSessionsWindow::setUpList()
         header.resizeSection(column, qRound(width * designScale(*this)));
     header.setSectionResizeMode(PastSessionsModel::Name, QHeaderView::Stretch);
     connect(&list, &QTreeView::activated, this, &PastSessionsWindow::openSelected);
-    connect(list.selectionModel(), &QItemSelectionModel::currentChanged, this,
+    connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &PastSessionsWindow::showSelection);
+}
+
+// Not beside 削除…: one slip from losing every patient's data.
+void PastSessionsWindow::addMoreCommands()
+{
+    auto* const menu = new QMenu(this);
+    m_sameName = menu->addAction(
+        QStringLiteral("同じ氏名を選択(&S)"), this, &PastSessionsWindow::selectSameName);
+    menu->addSeparator();
+    m_removeAll
+        = menu->addAction(QStringLiteral("すべて削除(&A)…"), this, &PastSessionsWindow::removeAll);
+    m_ui->moreButton->setMenu(menu);
+}
+
+void PastSessionsWindow::load()
+{
+    m_model.clear();
+    m_last.reset();
+    m_ui->damageLabel->hide();
+    loadPage();
+    m_ui->sessionList->setCurrentIndex(m_model.index(0, 0));
+    showSelection();
+}
+
+void PastSessionsWindow::loadPage()
+{
+    auto const page = m_archive.sessions(m_last, pageSize);
+    m_model.append(page.sessions);
+    m_last.reset();
+    if (page.sessions.size() == pageSize) {
+        m_last = page.sessions.back();
+        QMetaObject::invokeMethod(
+            this,
+            [this] {
+                if (m_last)
+                    loadPage();
+            },
+            Qt::QueuedConnection);
+    }
+    if (!page.isComplete)
+        m_ui->damageLabel->show();
+    showCount();
 }
 
 void PastSessionsWindow::search()
 {
-    auto page = m_archive.sessions(std::nullopt, all);
-    std::erase_if(page.sessions, [this](auto const& session) {
-        return !QString::fromStdString(session.name)
-                    .contains(m_ui->searchInput->text(), Qt::CaseInsensitive);
-    });
-    m_model.show(std::move(page.sessions));
-    m_ui->countLabel->setText(QStringLiteral("%1件").arg(m_model.rowCount()));
-    if (m_model.rowCount() > 0)
-        m_ui->sessionList->setCurrentIndex(m_model.index(0, 0));
+    m_model.filter(m_ui->searchInput->text());
+    m_ui->sessionList->setCurrentIndex(m_model.index(0, 0));
+    showCount();
     showSelection();
+}
+
+void PastSessionsWindow::showCount()
+{
+    m_ui->countLabel->setText(QStringLiteral("%1件").arg(m_model.rowCount()));
+    // Its question says how many there are.
+    m_removeAll->setEnabled(!m_last);
 }
 
 void PastSessionsWindow::showSelection()
 {
-    bool const isSelected = m_ui->sessionList->currentIndex().isValid();
-    m_ui->openButton->setEnabled(isSelected);
-    m_ui->removeButton->setEnabled(isSelected);
-    m_ui->removeAllButton->setEnabled(m_model.rowCount() > 0);
+    auto const count = m_ui->sessionList->selectionModel()->selectedRows().size();
+    m_ui->openButton->setEnabled(count == 1);
+    m_ui->removeButton->setEnabled(count > 0);
+    m_sameName->setEnabled(count == 1);
+}
+
+std::vector<SessionSummary> PastSessionsWindow::selected() const
+{
+    std::vector<SessionSummary> sessions;
+    for (auto const& index : m_ui->sessionList->selectionModel()->selectedRows())
+        sessions.push_back(m_model.session(index.row()));
+    return sessions;
+}
+
+void PastSessionsWindow::selectSameName()
+{
+    auto const name = selected().front().name;
+    QItemSelection same;
+    for (int row = 0; row < m_model.rowCount(); ++row) {
+        if (m_model.session(row).name == name)
+            same.select(m_model.index(row, 0), m_model.index(row, m_model.columnCount() - 1));
+    }
+    m_ui->sessionList->selectionModel()->select(same, QItemSelectionModel::ClearAndSelect);
 }
 
 void PastSessionsWindow::openSelected()
 {
-    auto const index = m_ui->sessionList->currentIndex();
-    if (!index.isValid())
+    auto const sessions = selected();
+    if (sessions.size() != 1)
         return;
-    if (m_archive.open(m_model.session(index).id))
+    if (m_archive.open(sessions.front().id))
         close();
     else
         warn(QStringLiteral("この測定は読み込めませんでした。"));
@@ -89,20 +150,27 @@ void PastSessionsWindow::openSelected()
 
 void PastSessionsWindow::removeSelected()
 {
-    auto const index = m_ui->sessionList->currentIndex();
-    if (!index.isValid())
+    auto const sessions = selected();
+    if (sessions.empty())
         return;
-    auto const session = m_model.session(index);
-    auto const date = QString::fromStdString(dateAndMinute(session.start));
-    ask(QStringLiteral("%1　%2（%3回）を削除します。\n元に戻すことはできません。")
-            .arg(date, QString::fromStdString(session.name), QString::number(session.count)),
-        [this, id = session.id] { return m_archive.remove({id}); });
+    auto const& first = sessions.front();
+    auto what = QStringLiteral("%1　%2（%3回）")
+                    .arg(QString::fromStdString(dateAndMinute(first.start)),
+                        QString::fromStdString(first.name), QString::number(first.count));
+    if (sessions.size() > 1)
+        what = QStringLiteral("選択した%1件の測定").arg(sessions.size());
+    std::vector<SessionId> ids;
+    for (auto const& session : sessions)
+        ids.push_back(session.id);
+    ask(what + QStringLiteral("を削除します。\n元に戻すことはできません。"),
+        [this, ids] { return m_archive.remove(ids); });
 }
 
 void PastSessionsWindow::removeAll()
 {
-    ask(QStringLiteral("以前の測定を%1件すべて削除します。\n元に戻すことはできません。")
-            .arg(m_archive.sessions(std::nullopt, all).sessions.size()),
+    ask(QStringLiteral("保存されている以前の測定を、検索で見つからないものも含めて%1件すべて"
+                       "削除します。別名で残した記録も削除します。\n元に戻すことはできません。")
+            .arg(m_model.total()),
         [this] { return m_archive.removeAll(); });
 }
 
@@ -115,12 +183,17 @@ void PastSessionsWindow::ask(QString const& question, std::function<StoreProblem
     auto* const doRemove = box->addButton(QStringLiteral("削除"), QMessageBox::AcceptRole);
     box->setDefaultButton(keep);
     box->setEscapeButton(keep);
-    connect(doRemove, &QAbstractButton::clicked, this, [this, remove] {
-        if (remove() != StoreProblem::None)
-            warn(QStringLiteral("削除できませんでした。"));
-        search();
-    });
+    connect(doRemove, &QAbstractButton::clicked, this, [this, remove] { showRemoval(remove()); });
     box->open();
+}
+
+void PastSessionsWindow::showRemoval(StoreProblem problem)
+{
+    if (problem == StoreProblem::NoSpace)
+        warn(QStringLiteral("削除できませんでした。ディスクの空き容量を確かめてください。"));
+    else if (problem != StoreProblem::None)
+        warn(QStringLiteral("削除できませんでした。"));
+    load();
 }
 
 void PastSessionsWindow::warn(QString const& message)

@@ -5,6 +5,9 @@
 #include <QDialog>
 
 #include <memory>
+#include <optional>
+
+class QAction;
 
 namespace Ui {
 class PastSessions;
@@ -14,7 +17,8 @@ namespace tensio {
 
 class SessionArchive;
 
-// The list of the stored sessions: searched by name, one put into the window, one or all deleted.
+// The list of the stored sessions: searched by name, one put into the window, some or all deleted.
+// It is loaded in steps that are short enough not to hold up the display.
 class PastSessionsWindow : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(PastSessionsWindow)
@@ -26,18 +30,29 @@ public:
 
 private:
     void setUpList();
+    void addMoreCommands();
+    void load();
+    void loadPage();
     void search();
+    void showCount();
     void showSelection();
+    std::vector<SessionSummary> selected() const;
+    void selectSameName();
     void openSelected();
     void removeSelected();
     void removeAll();
     // Asks first; the safe answer is the default.
     void ask(QString const& question, std::function<StoreProblem()> const& remove);
+    void showRemoval(StoreProblem problem);
     void warn(QString const& message);
 
     SessionArchive& m_archive;
     std::unique_ptr<Ui::PastSessions> m_ui;
     PastSessionsModel m_model;
+    // The last session loaded, while there are more.
+    std::optional<SessionSummary> m_last;
+    QAction* m_sameName = nullptr;
+    QAction* m_removeAll = nullptr;
 };
 
 } // namespace tensio

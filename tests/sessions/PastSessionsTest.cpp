@@ -5,7 +5,6 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
-#include <QTest>
 #include <QTreeView>
 
 #include <gtest/gtest.h>
@@ -64,38 +63,73 @@ TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
 
 TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
 {
-    Desk desk({"太郎", "花子"});
+    Desk desk({"山田　ﾊﾅｺ", "Tarō", "山田 花子", "山田 花子"});
+    desk.store.stored.at(2).summary.isSaved = true;
     desk.command("以前の測定を開く").trigger();
     auto& window = find<PastSessionsWindow>(desk.window);
-    auto const& rows = *find<QTreeView>(window, "sessionList").model();
+    auto& list = find<QTreeView>(window, "sessionList");
+    auto const& rows = *list.model();
     auto const& count = find<QLabel>(window, "countLabel");
-    EXPECT_EQ(count.text(), QStringLiteral("2件"));
-    EXPECT_EQ(rows.headerData(PastSessionsModel::Name, Qt::Horizontal), QStringLiteral("氏名"));
-    EXPECT_EQ(rows.index(1, PastSessionsModel::Name).data(), QStringLiteral("太郎"));
-    find<QLineEdit>(window, "searchInput").setText(QStringLiteral("花"));
-    EXPECT_EQ(count.text(), QStringLiteral("1件"));
-    auto const namesAfter = [&](char const* button, bool isSure) {
-        click(window, button);
+    auto const& more = *find<QPushButton>(window, "moreButton").menu();
+    QStringList cells;
+    for (int row : {2, 3}) {
+        for (int column = PastSessionsModel::Name; column < rows.columnCount(); ++column)
+            cells << rows.index(row, column).data().toString();
+    }
+    EXPECT_EQ(cells.join(u' ').toStdString(),
+        "Tarō 1回 20.0 保存済み  山田　ﾊﾅｺ 1回 20.0 未保存 模擬装置");
+    auto& search = find<QLineEdit>(window, "searchInput");
+    for (auto const& [text, found] : {std::pair {"山田花", "2件"}, {"ﾔﾏﾀﾞ", "0件"},
+             {"ハナコ", "1件"}, {"ＴＡＲ", "1件"}, {"", "4件"}}) {
+        search.setText(QString::fromUtf8(text));
+        EXPECT_EQ(count.text(), QString::fromUtf8(found)) << text;
+    }
+    auto const answer = [&](bool isSure) {
         auto& question = find<QMessageBox>(window);
-        EXPECT_TRUE(question.isVisible());
         EXPECT_EQ(question.textFormat(), Qt::PlainText) << "a name may look like markup";
         EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("キャンセル"));
+        auto const text = question.text().section(u'\n', 0, 0).toStdString();
         question.buttons().at(isSure ? 0 : 1)->click();
         delete &question;
-        std::string names;
-        for (auto const& [id, session] : desk.store.stored)
-            names += session.summary.name;
-        return names;
+        return text;
     };
-    EXPECT_EQ(namesAfter("removeButton", false), "太郎花子");
-    EXPECT_EQ(namesAfter("removeButton", true), "太郎");
-    EXPECT_TRUE(find<QLabel>(desk.window, "unsavedDetailLabel").text().contains(u"太郎"));
-    EXPECT_FALSE(find(window, "openButton").isEnabled()) << "nothing is left of that name";
-    find<QLineEdit>(window, "searchInput").clear();
-    EXPECT_EQ(namesAfter("removeAllButton", true), "");
+    click(window, "removeButton");
+    EXPECT_TRUE(answer(false).ends_with("　山田 花子（1回）を削除します。"));
+    EXPECT_EQ(desk.store.stored.size(), 4U);
+    more.actions().first()->trigger();
+    EXPECT_FALSE(find(window, "openButton").isEnabled()) << "two are chosen";
+    desk.store.refusals = 1;
+    desk.store.reason = StoreProblem::NoSpace;
+    click(window, "removeButton");
+    EXPECT_EQ(answer(true), "選択した2件の測定を削除します。");
+    auto& refusal = find<QMessageBox>(window);
+    EXPECT_TRUE(refusal.text().contains(u"空き容量"));
+    delete &refusal;
+    more.actions().first()->trigger();
+    click(window, "removeButton");
+    EXPECT_EQ(answer(true), "選択した2件の測定を削除します。");
     EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
-    // There is no current row.
-    QTest::keyClick(&find<QTreeView>(window), Qt::Key_C, Qt::ControlModifier);
+    search.setText(QStringLiteral("太郎"));
+    EXPECT_FALSE(find(window, "openButton").isEnabled()) << "nothing is left of that name";
+    EXPECT_FALSE(rows.data(list.currentIndex()).isValid()) << "as Ctrl+C asks";
+    more.actions().last()->trigger();
+    EXPECT_TRUE(answer(true).find("検索で見つからないものも含めて2件すべて") != std::string::npos);
+    EXPECT_TRUE(desk.store.stored.empty());
+}
+
+TEST(PastSessions, TheListIsLoadedInStepsAndSaysWhenDamageHidesSome)
+{
+    Desk desk(std::vector<std::string>(1001, "太郎"));
+    desk.command("以前の測定を開く").trigger();
+    auto const& window = find<PastSessionsWindow>(desk.window);
+    auto const& count = find<QLabel>(window, "countLabel");
+    EXPECT_EQ(count.text(), QStringLiteral("500件"));
+    EXPECT_FALSE(find<QLabel>(window, "damageLabel").isVisible());
+    desk.store.isComplete = false;
+    for (int page = 0; page < 2; ++page)
+        QCoreApplication::sendPostedEvents();
+    EXPECT_EQ(count.text(), QStringLiteral("1001件"));
+    EXPECT_TRUE(find<QLabel>(window, "damageLabel").isVisible());
 }
 
 TEST(PastSessions, OpenAsTheyStoodAfterFinishing)

@@ -15,6 +15,7 @@ struct FakeSessionStore : SessionStore {
     std::size_t finishedMeasurements = 0;
     std::size_t longestPart = 0;
     int checkpoints = 0;
+    bool isComplete = true;
     int refusals = 0;
     StoreProblem reason = StoreProblem::None;
 
@@ -87,7 +88,7 @@ struct FakeSessionStore : SessionStore {
 
     SessionPage sessions(std::optional<SessionSummary> const& last, std::size_t most) override
     {
-        SessionPage page;
+        SessionPage page {{}, isComplete};
         for (auto each = stored.rbegin(); each != stored.rend() && page.sessions.size() < most;
              ++each) {
             if (!last || each->first < last->id)
