@@ -48,7 +48,8 @@ bool updateSessionTables(SessionDatabase& database)
 bool checkSessionTables(SessionDatabase& database)
 {
     constexpr std::array statements {"SELECT max(length(name)) FROM session NOT INDEXED",
-        "SELECT * FROM measurement LIMIT 1", "SELECT * FROM points LIMIT 1"};
+        "SELECT count(*) FROM session WHERE start >= 0", "SELECT * FROM measurement LIMIT 1",
+        "SELECT * FROM points LIMIT 1"};
     return std::ranges::all_of(statements, [&](char const* statement) {
         return database.read(QString::fromLatin1(statement), {}, [](QSqlQuery const&) {});
     });
