@@ -62,6 +62,7 @@ void PastSessionsWindow::addMoreCommands()
     menu->addSeparator();
     m_removeAll
         = menu->addAction(QStringLiteral("すべて削除(&A)…"), this, &PastSessionsWindow::removeAll);
+    m_removeAll->setObjectName(QStringLiteral("removeAllAction"));
     m_ui->moreButton->setMenu(menu);
 }
 

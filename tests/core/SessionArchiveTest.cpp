@@ -107,39 +107,3 @@ TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     session.runLoop.advance(Seconds(1.0));
     EXPECT_TRUE(session.store.stored[1].summary.isSaved);
 }
-
-TEST(SessionArchive, PutsAPastSessionBackOnlyBetweenSessions)
-{
-    Recorded session;
-    auto& archive = *session.archive;
-    auto const areSaved = [&] {
-        std::vector<bool> saved;
-        for (auto const& [id, stored] : session.store.stored)
-            saved.push_back(stored.summary.isSaved);
-        return saved;
-    };
-    session.begin("山田 花子");
-    session.press({20.0});
-    ASSERT_FALSE(archive.open(1));
-    session.finish();
-    session.begin("別の人", false);
-    session.press({50.0});
-    session.finish();
-    session.saving.answer = "/file.csv";
-    session.manager.saveCsv();
-    ASSERT_TRUE(archive.open(1));
-    session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(areSaved(), (std::vector {false, true})) << "what was saved was another session";
-    EXPECT_EQ(session.bestPressures(), std::vector {20.0f});
-    EXPECT_EQ(session.manager.username.value(), "山田 花子");
-    EXPECT_EQ(archive.shown.value().value().id, 1);
-    EXPECT_TRUE(session.manager.serialPortManager.isSimulated.value());
-    session.manager.saveCsv();
-    session.begin("三人目");
-    EXPECT_FALSE(archive.shown.value());
-    session.press({60.0});
-    session.finish();
-    EXPECT_EQ(areSaved(), (std::vector {true, true, false}));
-    session.manager.saveCsv();
-    EXPECT_EQ(areSaved(), (std::vector {true, true, true}));
-}

@@ -77,35 +77,29 @@ TEST(TensioManager, RestoresASessionInOneStepForAllWhoObserve)
     Session session;
     auto& manager = session.manager;
     session.connect();
-    session.press({50.0});
     session.receive({60.0});
     manager.disconnectAction.apply(Nothing {});
     session.saving.answer = "/file.csv";
     manager.saveCsv();
     using State = std::tuple<std::string, std::size_t, bool, std::string, float, float, bool>;
     std::map<State, int> states;
-    auto const note = [&](auto const&) {
-        ++states[{manager.username.value(), manager.measurementList.measurements().size(),
-            manager.isSavedAsCsv.value(), manager.savedPath().value(), manager.maxPressure.value(),
-            manager.targetPressure.value(), manager.serialPortManager.isSimulated.value()}];
-    };
     Subscriptions observing;
-    int pages = 0;
-    observing.push_back(manager.sliceOfMeasurements.observeChanges([&](auto const&) { ++pages; }));
-    observing.push_back(manager.sliceOfMeasurements.observeChanges(note));
-    observing.push_back(manager.username.observeChanges(note));
-    observing.push_back(manager.savedPath().observeChanges(note));
-    for (auto* each : {&manager.isMeasuring, &manager.isSavedAsCsv, &manager.shouldReset,
-             &manager.serialPortManager.isSimulated})
-        observing.push_back(each->observeChanges(note));
-    for (auto* each :
-        {&manager.maxPressure, &manager.targetPressure, &manager.targetPressurePercent,
-            &manager.currentPressure, &manager.measurementList.selectedAverage})
-        observing.push_back(each->observeChanges(note));
+    auto const note = [&](auto&... properties) {
+        (observing.push_back(properties.observeChanges([&](auto const&) {
+            ++states[{manager.username.value(), manager.measurementList.measurements().size(),
+                manager.isSavedAsCsv.value(), manager.savedPath().value(),
+                manager.maxPressure.value(), manager.targetPressure.value(),
+                manager.serialPortManager.isSimulated.value()}];
+        })),
+            ...);
+    };
+    note(manager.sliceOfMeasurements, manager.username, manager.savedPath(), manager.isMeasuring,
+        manager.isSavedAsCsv, manager.shouldReset, manager.serialPortManager.isSimulated,
+        manager.maxPressure, manager.targetPressure, manager.targetPressurePercent,
+        manager.currentPressure, manager.measurementList.selectedAverage);
     StoredMeasurement const press {1, 20.0f, 30.0f, {}, {10.0f, 20.0f}};
     manager.restoreSession({{1, {}, "花子", 7, 20.0f, false, true}, std::vector(7, press), 30.0f,
         1.0f, std::nullopt, true});
-    EXPECT_EQ(pages, 1);
     EXPECT_EQ(states, (std::map<State, int> {{{"花子", 7, false, "", 0.0f, 30.0f, true}, 12}}));
     EXPECT_EQ(manager.measurementList.startingIndex(), 2) << "as after the last press";
 }
