@@ -62,7 +62,7 @@ SessionNotices::SessionNotices(SessionArchive& archive, QWidget& unsavedView, QW
         m_archive.unsaved.observe([this](auto const& session) { showUnsaved(session); }));
     connect(
         m_unsaved->openUnsavedButton, &QPushButton::clicked, this, &SessionNotices::openUnsaved);
-    connect(m_unsaved->putAsideButton, &QPushButton::clicked, this,
+    connect(m_unsaved->dismissButton, &QPushButton::clicked, this,
         [this] { m_archive.dismissUnsaved(); });
 }
 

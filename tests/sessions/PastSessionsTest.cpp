@@ -34,7 +34,7 @@ TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
 {
     Desk desk({"太郎"});
     EXPECT_TRUE(find<QLabel>(desk.window, "unsavedSimulatedLabel").isVisible());
-    click(desk.window, "putAsideButton");
+    click(desk.window, "dismissButton");
     EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
     EXPECT_FALSE(desk.store.unsavedSession());
     auto const& open = desk.command("以前の測定を開く");

@@ -57,7 +57,7 @@ public:
         for (auto const& [invariant, isKept] :
             {std::pair {"at most three selected", selected <= (isMeasuring ? 0U : 3U)},
                 {"measuring is connected", isMeasuring == manager.connectAction.isExecuting()},
-                // The clock, the recorder, the end of a burst, the blinking, two read-outs, a
+                // The clock, the archive, the end of a burst, the blinking, two read-outs, a
                 // frame and what paces it, and a screenshot.
                 {"no more timers than uses", runLoop.liveTimers() <= 9},
                 {"start when idle", isEnabled("startButton") == !isMeasuring},
