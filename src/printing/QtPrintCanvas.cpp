@@ -22,7 +22,8 @@ constexpr int measuringSize = 1000;
 QFont printFont(bool isBold = false)
 {
     QFont font;
-    font.setFamilies({QStringLiteral("VL PGothic"), QStringLiteral("Noto Sans CJK JP")});
+    font.setFamilies({QStringLiteral("VL PGothic"), QStringLiteral("Noto Sans CJK JP"),
+        QStringLiteral("Yu Gothic UI"), QStringLiteral("Meiryo"), QStringLiteral("Hiragino Sans")});
     font.setPixelSize(measuringSize);
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setBold(isBold);

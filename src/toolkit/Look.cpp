@@ -21,7 +21,9 @@ void applyLook(QApplication& application)
     QApplication::setWindowIcon(QIcon(QStringLiteral(":/tensio.svg")));
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
     setLightPalette();
-    QFont font(QStringLiteral("Noto Sans CJK JP"));
+    // The typeface of the design, or those of Windows and macOS.
+    QFont font(QStringList {QStringLiteral("Noto Sans CJK JP"), QStringLiteral("Yu Gothic UI"),
+        QStringLiteral("Meiryo"), QStringLiteral("Hiragino Sans")});
     font.setPixelSize(14);
     QApplication::setFont(font);
     new MessageBoxes(application);
