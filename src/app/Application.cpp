@@ -22,7 +22,7 @@ Application::Application(Services services)
           m_tensioManager, services.printPanels, services.alerts, m_pageLayout, window())
     , m_delegate(m_tensioManager, services.runLoop, m_windowController.defaultTargetMenu(),
           m_reportPrinter)
-    , m_sessionCommands(m_sessionArchive, window())
+    , m_sessionCommands(m_sessionArchive, services.savePanel, window())
     , m_mainMenu(window(), m_windowController.defaultTargetMenu(), m_windowController.printMenu(),
           m_delegate, m_sessionCommands, m_tensioManager)
     , m_helpMenu(window(), services.portInspector)

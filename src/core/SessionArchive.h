@@ -45,6 +45,17 @@ public:
         return m_store.sessions(last, most);
     }
 
+    // The whole store to a file, and the sessions of such a file that are not there yet; while
+    // canOpen is true, as the store refuses changes meanwhile. The archive must outlive both.
+    std::unique_ptr<SessionTransfer> backUp(std::string const& path)
+    {
+        return m_store.backUp(path);
+    }
+    std::unique_ptr<SessionTransfer> restore(std::string const& path)
+    {
+        return m_store.restore(path);
+    }
+
 private:
     void start();
     void measurementFinished();

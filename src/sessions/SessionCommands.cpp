@@ -1,22 +1,103 @@
 #include "sessions/SessionCommands.h"
 
 #include "core/SessionArchive.h"
+#include "platform/Saving.h"
 #include "sessions/PastSessionsWindow.h"
+#include "sessions/TransferDialog.h"
 
+#include <QFileDialog>
 #include <QMenu>
+#include <QMessageBox>
 
 namespace tensio {
 
+namespace {
+
+QString textOf(TransferState state)
+{
+    switch (state) {
+    case TransferState::Running:
+    case TransferState::Done:
+        break;
+    case TransferState::NoSpace:
+        return QStringLiteral("空き容量が足りません。何も変更していません。");
+    case TransferState::NotWritable:
+        return QStringLiteral("書き込めませんでした。何も変更していません。");
+    case TransferState::NotABackup:
+        return QStringLiteral(
+            "tensioのバックアップではないか、壊れています。何も変更していません。");
+    case TransferState::Newer:
+        return QStringLiteral(
+            "新しいバージョンのtensioのバックアップです。新しいtensioで戻してください。");
+    }
+    return {};
+}
+
+} // namespace
+
 void SessionCommands::addTo(QMenu& menu)
 {
-    auto* const open
-        = menu.addAction(QStringLiteral("以前の測定を開く(&O)…"), QKeySequence::Open, this, [this] {
-              auto* const window = new PastSessionsWindow(m_archive, m_window);
-              window->setAttribute(Qt::WA_DeleteOnClose);
-              window->open();
-          });
-    m_subscriptions.push_back(
-        m_archive.canOpen.observe([open](bool isPossible) { open->setEnabled(isPossible); }));
+    auto const add = [&](QString const& title, void (SessionCommands::*run)()) {
+        auto* const command = menu.addAction(title, this, run);
+        m_subscriptions += m_archive.canOpen.observe(
+            [command](bool isPossible) { command->setEnabled(isPossible); });
+        return command;
+    };
+    add(QStringLiteral("以前の測定を開く(&O)…"), &SessionCommands::openList)
+        ->setShortcut(QKeySequence::Open);
+    add(QStringLiteral("バックアップ(&B)…"), &SessionCommands::backUp);
+    add(QStringLiteral("バックアップから戻す(&R)…"), &SessionCommands::chooseBackup);
+}
+
+void SessionCommands::openList()
+{
+    auto* const window = new PastSessionsWindow(m_archive, m_window);
+    window->setAttribute(Qt::WA_DeleteOnClose);
+    window->open();
+}
+
+void SessionCommands::backUp()
+{
+    auto const path = m_savePanel.runModal("db");
+    if (!path)
+        return;
+    new TransferDialog(
+        m_archive.backUp(*path), QStringLiteral("バックアップしています…"),
+        [this](TransferState state, int count) {
+            tell(state,
+                QStringLiteral("%1件の測定をバックアップしました。\n氏名と測定値が含まれます。")
+                    .arg(count));
+        },
+        m_window);
+}
+
+void SessionCommands::chooseBackup()
+{
+    auto* const panel = new QFileDialog(&m_window, QStringLiteral("バックアップから戻す"), {},
+        QStringLiteral("バックアップ (*.db)"));
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setFileMode(QFileDialog::ExistingFile);
+    connect(panel, &QFileDialog::fileSelected, this, &SessionCommands::restore);
+    panel->open();
+}
+
+void SessionCommands::restore(QString const& path)
+{
+    new TransferDialog(
+        m_archive.restore(path.toStdString()), QStringLiteral("バックアップから戻しています…"),
+        [this](TransferState state, int count) {
+            tell(state, QStringLiteral("%1件の測定を戻しました。").arg(count));
+        },
+        m_window);
+}
+
+void SessionCommands::tell(TransferState state, QString const& done)
+{
+    bool const isDone = state == TransferState::Done;
+    auto* const box = new QMessageBox(isDone ? QMessageBox::Information : QMessageBox::Critical,
+        QStringLiteral("tensio"), isDone ? done : textOf(state), QMessageBox::Ok, &m_window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
 }
 
 } // namespace tensio

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/SessionStore.h"
 #include "reactive/Subscription.h"
 
 #include <QObject>
@@ -9,16 +10,18 @@ class QWidget;
 
 namespace tensio {
 
+class SavePanel;
 class SessionArchive;
 
-// The commands of the file menu that concern stored sessions.
+// The commands of the file menu that concern stored sessions: the list, backup and the way back.
 class SessionCommands : public QObject {
     Q_OBJECT
 
 public:
-    // Nothing is owned; both must outlive the commands.
-    SessionCommands(SessionArchive& archive, QWidget& window)
+    // Nothing is owned; all must outlive the commands.
+    SessionCommands(SessionArchive& archive, SavePanel& savePanel, QWidget& window)
         : m_archive(archive)
+        , m_savePanel(savePanel)
         , m_window(window)
     {
     }
@@ -26,7 +29,14 @@ public:
     void addTo(QMenu& menu);
 
 private:
+    void openList();
+    void backUp();
+    void chooseBackup();
+    void restore(QString const& path);
+    void tell(TransferState state, QString const& done);
+
     SessionArchive& m_archive;
+    SavePanel& m_savePanel;
     QWidget& m_window;
     Subscriptions m_subscriptions;
 };

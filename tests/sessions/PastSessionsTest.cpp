@@ -4,7 +4,9 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QProgressDialog>
 #include <QPushButton>
+#include <QTest>
 #include <QTreeView>
 
 #include <gtest/gtest.h>
@@ -177,4 +179,28 @@ TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
         EXPECT_EQ(manager.targetPressurePercent.value(), 0.9f);
         EXPECT_FALSE(find<QWidget>(desk.window, "pastSessionLabel").isVisible());
     }
+}
+
+TEST(PastSessions, AreBackedUpInStepsUnlessCancelled)
+{
+    Desk desk;
+    auto& store = desk.store;
+    desk.saving.answer = "/stick/sessions.db";
+    for (auto const& [end, text] :
+        {std::pair {TransferState::Done, u"3件の測定をバックアップしました"},
+            {TransferState::NoSpace, u"空き容量が足りません"}}) {
+        store.transferEnd = end;
+        desk.command("バックアップ(").trigger();
+        EXPECT_EQ(store.transferred, "/stick/sessions.db");
+        EXPECT_TRUE(
+            QTest::qWaitFor([&] { return desk.window.findChild<QMessageBox*>() != nullptr; }));
+        EXPECT_TRUE(find<QMessageBox>(desk.window).text().startsWith(QString::fromUtf16(text)));
+        EXPECT_EQ(store.transferred, "");
+        delete desk.window.findChild<QMessageBox*>();
+    }
+    desk.command("バックアップ(").trigger();
+    find(*desk.window.findChildren<QProgressDialog*>().last()).click();
+    EXPECT_EQ(store.transferred, "") << "nothing stays of it";
+    desk.connect();
+    EXPECT_FALSE(desk.command("バックアップから戻す").isEnabled());
 }

@@ -18,6 +18,9 @@ struct FakeSessionStore : SessionStore {
     bool isComplete = true;
     int refusals = 0;
     StoreProblem reason = StoreProblem::None;
+    // Where to or from; empty once it is over. The state that it ends with.
+    std::string transferred;
+    TransferState transferEnd = TransferState::Done;
 
     bool isOpen() const override { return true; }
     StoreProblem problem() const override { return reason; }
@@ -106,10 +109,37 @@ struct FakeSessionStore : SessionStore {
     {
         return stored.contains(session) ? std::optional(stored[session]) : std::nullopt;
     }
-    std::unique_ptr<SessionTransfer> backUp(std::string const&) override { return nullptr; }
-    std::unique_ptr<SessionTransfer> restore(std::string const&) override { return nullptr; }
+    std::unique_ptr<SessionTransfer> backUp(std::string const& path) override
+    {
+        transferred = path;
+        return std::make_unique<Transfer>(*this);
+    }
+    std::unique_ptr<SessionTransfer> restore(std::string const& path) override
+    {
+        return backUp(path);
+    }
 
 private:
+    struct Transfer : SessionTransfer {
+        FakeSessionStore& store;
+        int steps = 0;
+
+        explicit Transfer(FakeSessionStore& of)
+            : store(of)
+        {
+        }
+        Transfer(Transfer const&) = delete;
+        Transfer& operator=(Transfer const&) = delete;
+        ~Transfer() override { store.transferred.clear(); }
+
+        TransferState step() override
+        {
+            return ++steps < 3 ? TransferState::Running : store.transferEnd;
+        }
+        double progress() const override { return steps / 3.0; }
+        int count() const override { return steps; }
+    };
+
     bool isRefused() { return refusals > 0 && refusals-- > 0; }
     bool noted(std::vector<SessionId>& sessions, SessionId session)
     {

@@ -1,0 +1,48 @@
+#include "sessions/TransferDialog.h"
+
+#include <utility>
+
+namespace tensio {
+
+namespace {
+constexpr int wholeBar = 1000;
+}
+
+TransferDialog::TransferDialog(std::unique_ptr<SessionTransfer> transfer, QString const& text,
+    Finished finished, QWidget& parent)
+    : QProgressDialog(text, QStringLiteral("キャンセル"), 0, wholeBar, &parent)
+    , m_transfer(std::move(transfer))
+    , m_finished(std::move(finished))
+{
+    setAttribute(Qt::WA_DeleteOnClose);
+    setWindowModality(Qt::WindowModal);
+    setAutoClose(false);
+    setAutoReset(false);
+    setMinimumDuration(0);
+    connect(this, &QProgressDialog::canceled, this, [this] {
+        m_timer.stop();
+        m_transfer.reset();
+        close();
+    });
+    connect(&m_timer, &QTimer::timeout, this, &TransferDialog::step);
+    m_timer.start(0);
+    show();
+}
+
+void TransferDialog::step()
+{
+    auto const state = m_transfer->step();
+    if (state == TransferState::Running) {
+        // Last: it delivers events, such as a click on the button.
+        setValue(static_cast<int>(m_transfer->progress() * wholeBar));
+        return;
+    }
+    m_timer.stop();
+    auto const count = m_transfer->count();
+    m_transfer.reset();
+    hide();
+    deleteLater();
+    m_finished(state, count);
+}
+
+} // namespace tensio

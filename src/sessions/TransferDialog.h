@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/SessionStore.h"
+
+#include <QProgressDialog>
+#include <QTimer>
+
+#include <functional>
+
+namespace tensio {
+
+// Runs a backup, or the way back, in steps from the event loop, and shows its progress. Deletes
+// itself at the end; cancelled, it leaves nothing.
+class TransferDialog : public QProgressDialog {
+    Q_OBJECT
+
+public:
+    using Finished = std::function<void(TransferState state, int count)>;
+
+    TransferDialog(std::unique_ptr<SessionTransfer> transfer, QString const& text,
+        Finished finished, QWidget& parent);
+
+private:
+    void step();
+
+    std::unique_ptr<SessionTransfer> m_transfer;
+    Finished m_finished;
+    QTimer m_timer;
+};
+
+} // namespace tensio
