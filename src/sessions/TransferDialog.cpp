@@ -1,5 +1,9 @@
 #include "sessions/TransferDialog.h"
 
+#include "toolkit/DesignFrame.h"
+
+#include <QPushButton>
+
 #include <utility>
 
 namespace tensio {
@@ -10,11 +14,16 @@ constexpr int wholeBar = 1000;
 
 TransferDialog::TransferDialog(std::unique_ptr<SessionTransfer> transfer, QString const& text,
     Finished finished, QWidget& parent)
-    : QProgressDialog(text, QStringLiteral("キャンセル"), 0, wholeBar, &parent)
+    : QProgressDialog(text, {}, 0, wholeBar, &parent)
     , m_transfer(std::move(transfer))
     , m_finished(std::move(finished))
 {
     setAttribute(Qt::WA_DeleteOnClose);
+    setWindowTitle(QStringLiteral("tensio"));
+    auto* const cancelButton = new QPushButton(QStringLiteral("キャンセル"));
+    cancelButton->setProperty("role", QStringLiteral("command"));
+    setCancelButton(cancelButton);
+    setFixedSize(QSize(400, 140) * shownScale(parent));
     setWindowModality(Qt::WindowModal);
     setAutoClose(false);
     setAutoReset(false);
