@@ -6,6 +6,8 @@
 
 #include <QCoreApplication>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 AboutWindow::AboutWindow(QWidget& parent)
@@ -16,8 +18,8 @@ AboutWindow::AboutWindow(QWidget& parent)
     auto const scale = dialogScale(sizeHint(), shownScale(parent), availableSize(parent));
     scaleLayouts(*this, scale);
     m_ui->iconView->setFixedSize(m_ui->iconView->minimumSize() * scale);
-    m_ui->iconView->setPixmap(QIcon(QStringLiteral(":/tensio.svg"))
-                                  .pixmap(m_ui->iconView->minimumSize(), devicePixelRatioF()));
+    m_ui->iconView->setPixmap(
+        QIcon(u":/tensio.svg"_s).pixmap(m_ui->iconView->minimumSize(), devicePixelRatioF()));
     m_ui->versionLabel->setText(m_ui->versionLabel->text().arg(
         QCoreApplication::applicationVersion(), QString::fromLatin1(qVersion())));
     m_ui->closeButton->setFocus();

@@ -5,6 +5,8 @@
 #include <QGuiApplication>
 #include <QMenu>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -17,10 +19,10 @@ AppDelegate::AppDelegate(TensioManager& tensioManager, RunLoop& runLoop, QMenu& 
     , m_runLoop(runLoop)
     , m_statusMenu(defaultTargetMenu)
     , m_defaultTargetMenu(defaultTargetMenu)
-    , m_statusItem(QIcon(QStringLiteral(":/tensio.svg")))
+    , m_statusItem(QIcon(u":/tensio.svg"_s))
     , m_reportPrinter(reportPrinter)
 {
-    m_statusItem.setToolTip(QStringLiteral("tensio — 目標圧の初期値"));
+    m_statusItem.setToolTip(u"tensio — 目標圧の初期値"_s);
 }
 
 void AppDelegate::applicationDidFinishLaunching()
@@ -29,7 +31,7 @@ void AppDelegate::applicationDidFinishLaunching()
     m_tensioManager.setUpTargetPressureMenu(m_defaultTargetMenu);
     // Under X a status bar may come later. Elsewhere it cannot, and Qt complains when it is
     // missing.
-    bool const mayComeLater = QGuiApplication::platformName() == QStringLiteral("xcb");
+    bool const mayComeLater = QGuiApplication::platformName() == u"xcb"_s;
     m_statusItem.setVisible(mayComeLater || QSystemTrayIcon::isSystemTrayAvailable());
 }
 

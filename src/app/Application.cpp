@@ -5,6 +5,8 @@
 
 #include <QApplication>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 Application::Application(Services services)
@@ -15,8 +17,7 @@ Application::Application(Services services)
     , m_sessionArchive(m_tensioManager, services.sessionStore, services.runLoop, services.clock)
     , m_windowController(m_tensioManager, m_sessionArchive, services.runLoop, services.alerts,
           [this](auto const& measurement) {
-              m_reportPrinter.print(
-                  makeCurve(measurement, m_tensioManager), QStringLiteral("波形"));
+              m_reportPrinter.print(makeCurve(measurement, m_tensioManager), u"波形"_s);
           })
     , m_reportPrinter(
           m_tensioManager, services.printPanels, services.alerts, m_pageLayout, window())
@@ -32,10 +33,10 @@ Application::Application(Services services)
     m_delegate.applicationDidFinishLaunching();
     QApplication::setQuitOnLastWindowClosed(
         m_delegate.applicationShouldTerminateAfterLastWindowClosed());
-    m_subscriptions.push_back(m_tensioManager.serialPortManager.isSimulated.observe(
-        [this](bool isSimulated) { m_services.savePanel.setSimulated(isSimulated); }));
-    m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
-        [this](bool isMeasuring) { m_services.sleepInhibitor.setInhibited(isMeasuring); }));
+    m_subscriptions += m_tensioManager.serialPortManager.isSimulated.observe(
+        [this](bool isSimulated) { m_services.savePanel.setSimulated(isSimulated); });
+    m_subscriptions += m_tensioManager.isMeasuring.observeChanges(
+        [this](bool isMeasuring) { m_services.sleepInhibitor.setInhibited(isMeasuring); });
     connect(qApp, &QCoreApplication::aboutToQuit, this,
         [this] { m_delegate.applicationWillTerminate(); });
     // Whether the program ends is decided later, and may not be in time for the port.

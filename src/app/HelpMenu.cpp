@@ -7,6 +7,8 @@
 #include <QMainWindow>
 #include <QMenuBar>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -23,15 +25,14 @@ HelpMenu::HelpMenu(QMainWindow& window, PortInspector& ports)
     : m_window(window)
     , m_ports(ports)
 {
-    auto& menu = *m_window.menuBar()->addMenu(QStringLiteral("ヘルプ(&H)"));
-    menu.setObjectName(QStringLiteral("helpMenu"));
-    menu.addAction(
-            QStringLiteral("使い方(&G)"), QKeySequence::HelpContents, this, &HelpMenu::showHelp)
+    auto& menu = *m_window.menuBar()->addMenu(u"ヘルプ(&H)"_s);
+    menu.setObjectName(u"helpMenu"_s);
+    menu.addAction(u"使い方(&G)"_s, QKeySequence::HelpContents, this, &HelpMenu::showHelp)
         ->setMenuRole(QAction::NoRole);
-    menu.addAction(QStringLiteral("接続の確認(&C)…"), this, &HelpMenu::checkConnection)
+    menu.addAction(u"接続の確認(&C)…"_s, this, &HelpMenu::checkConnection)
         ->setMenuRole(QAction::NoRole);
     menu.addSeparator();
-    menu.addAction(QStringLiteral("tensioについて(&A)"), this, &HelpMenu::showAbout)
+    menu.addAction(u"tensioについて(&A)"_s, this, &HelpMenu::showAbout)
         ->setMenuRole(QAction::AboutRole);
 }
 

@@ -8,6 +8,8 @@
 
 #include <functional>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMenu,
@@ -15,48 +17,47 @@ MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMe
     : m_window(window)
     , m_delegate(delegate)
 {
-    m_window.menuBar()->setAccessibleName(QStringLiteral("メニュー"));
+    m_window.menuBar()->setAccessibleName(u"メニュー"_s);
     addFileMenu(sessionCommands);
-    m_measurementMenu = m_window.menuBar()->addMenu(QStringLiteral("測定(&M)"));
+    m_measurementMenu = m_window.menuBar()->addMenu(u"測定(&M)"_s);
     addViewMenu();
     addPrintMenu(printMenu);
-    defaultTargetMenu.setTitle(QStringLiteral("目標圧の初期値(&T)"));
+    defaultTargetMenu.setTitle(u"目標圧の初期値(&T)"_s);
     m_window.menuBar()->addMenu(&defaultTargetMenu);
 
     // All that the validation looks at: a session's state, the list and the selection.
-    m_subscriptions.push_back(
-        tensioManager.isMeasuring.observeChanges([this](bool) { validate(); }));
-    m_subscriptions.push_back(tensioManager.sliceOfMeasurements.observeChanges(
-        [this](Measurements const&) { validate(); }));
-    m_subscriptions.push_back(tensioManager.measurementList.selectedAverage.observeChanges(
-        [this](float) { validate(); }));
+    m_subscriptions += tensioManager.isMeasuring.observeChanges([this](bool) { validate(); });
+    m_subscriptions += tensioManager.sliceOfMeasurements.observeChanges(
+        [this](Measurements const&) { validate(); });
+    m_subscriptions += tensioManager.measurementList.selectedAverage.observeChanges(
+        [this](float) { validate(); });
     validate();
 }
 
 void MainMenu::addFileMenu(SessionCommands& sessionCommands)
 {
-    auto& menu = *m_window.menuBar()->addMenu(QStringLiteral("ファイル(&F)"));
+    auto& menu = *m_window.menuBar()->addMenu(u"ファイル(&F)"_s);
     sessionCommands.addTo(menu);
     menu.addSeparator();
-    add(menu, QStringLiteral("CSVを保存(&S)…"), &AppDelegate::saveCsvAction, QKeySequence::Save);
-    add(menu, QStringLiteral("選択した測定のCSVを保存(&C)…"), &AppDelegate::saveSelectedAction,
+    add(menu, u"CSVを保存(&S)…"_s, &AppDelegate::saveCsvAction, QKeySequence::Save);
+    add(menu, u"選択した測定のCSVを保存(&C)…"_s, &AppDelegate::saveSelectedAction,
         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_S));
     menu.addSeparator();
-    add(menu, QStringLiteral("一覧をPDFとして保存(&L)…"), &AppDelegate::saveAsListAction);
-    add(menu, QStringLiteral("グリッドをPDFとして保存(&G)…"), &AppDelegate::saveAsGridAction);
-    add(menu, QStringLiteral("波形をPDFとして保存(&W)…"), &AppDelegate::saveAsCurvesAction);
+    add(menu, u"一覧をPDFとして保存(&L)…"_s, &AppDelegate::saveAsListAction);
+    add(menu, u"グリッドをPDFとして保存(&G)…"_s, &AppDelegate::saveAsGridAction);
+    add(menu, u"波形をPDFとして保存(&W)…"_s, &AppDelegate::saveAsCurvesAction);
     menu.addSeparator();
-    add(menu, QStringLiteral("画面を保存(&I)…"), &AppDelegate::saveScreenshotAction);
+    add(menu, u"画面を保存(&I)…"_s, &AppDelegate::saveScreenshotAction);
     menu.addSeparator();
-    auto* quit = menu.addAction(QStringLiteral("tensioを終了(&Q)"), &m_window, &QWidget::close);
+    auto* quit = menu.addAction(u"tensioを終了(&Q)"_s, &m_window, &QWidget::close);
     quit->setShortcut(QKeySequence(Qt::CTRL | Qt::Key_Q));
     quit->setMenuRole(QAction::QuitRole);
 }
 
 void MainMenu::addViewMenu()
 {
-    m_viewMenu = m_window.menuBar()->addMenu(QStringLiteral("表示(&V)"));
-    auto* fullScreen = m_viewMenu->addAction(QStringLiteral("全画面表示(&F)"), Qt::Key_F11, this,
+    m_viewMenu = m_window.menuBar()->addMenu(u"表示(&V)"_s);
+    auto* fullScreen = m_viewMenu->addAction(u"全画面表示(&F)"_s, Qt::Key_F11, this,
         [this] { m_window.setWindowState(m_window.windowState() ^ Qt::WindowFullScreen); });
     fullScreen->setCheckable(true);
     fullScreen->setMenuRole(QAction::NoRole);
@@ -68,15 +69,14 @@ void MainMenu::addViewMenu()
 
 void MainMenu::addPrintMenu(QMenu& menu)
 {
-    menu.setTitle(QStringLiteral("印刷(&P)"));
-    menu.setObjectName(QStringLiteral("printMenu"));
+    menu.setTitle(u"印刷(&P)"_s);
+    menu.setObjectName(u"printMenu"_s);
     m_window.menuBar()->addMenu(&menu);
-    add(menu, QStringLiteral("一覧を印刷(&L)…"), &AppDelegate::printAsListAction,
-        QKeySequence::Print);
-    add(menu, QStringLiteral("グリッドを印刷(&G)…"), &AppDelegate::printAsGridAction,
+    add(menu, u"一覧を印刷(&L)…"_s, &AppDelegate::printAsListAction, QKeySequence::Print);
+    add(menu, u"グリッドを印刷(&G)…"_s, &AppDelegate::printAsGridAction,
         QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_P));
-    add(menu, QStringLiteral("選択した測定を印刷(&S)…"), &AppDelegate::printSelectedAction);
-    add(menu, QStringLiteral("波形を印刷(&W)…"), &AppDelegate::printAsCurvesAction);
+    add(menu, u"選択した測定を印刷(&S)…"_s, &AppDelegate::printSelectedAction);
+    add(menu, u"波形を印刷(&W)…"_s, &AppDelegate::printAsCurvesAction);
 }
 
 void MainMenu::add(

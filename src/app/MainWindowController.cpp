@@ -10,6 +10,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 MainWindowController::MainWindowController(TensioManager& tensioManager,
@@ -20,10 +22,9 @@ MainWindowController::MainWindowController(TensioManager& tensioManager,
           std::move(printCurve), m_window.contentView())
 {
     windowDidLoad();
-    m_subscriptions.push_back(
-        tensioManager.serialPortManager.isSimulated.observe([this](bool) { updateTitle(); }));
-    m_subscriptions.push_back(
-        sessionArchive.shown.observeChanges([this](auto const&) { updateTitle(); }));
+    m_subscriptions
+        += tensioManager.serialPortManager.isSimulated.observe([this](bool) { updateTitle(); });
+    m_subscriptions += sessionArchive.shown.observeChanges([this](auto const&) { updateTitle(); });
 }
 
 void MainWindowController::windowDidLoad()
@@ -52,14 +53,13 @@ void MainWindowController::fitToDesign()
 
 void MainWindowController::updateTitle()
 {
-    auto title = QStringLiteral("tensio");
+    auto title = u"tensio"_s;
     // Simulated readings must never pass for a subject's.
     if (m_tensioManager.serialPortManager.isSimulated.value())
-        title += QStringLiteral(" — 模擬装置（実際の測定ではありません）");
+        title += u" — 模擬装置（実際の測定ではありません）"_s;
     if (auto const& session = m_sessionArchive.shown.value())
-        title += QStringLiteral(" — 以前の測定：%1　%2")
-                     .arg(QString::fromStdString(session->name),
-                         QString::fromStdString(dateAndMinute(session->start)));
+        title += u" — 以前の測定：%1　%2"_s.arg(QString::fromStdString(session->name),
+            QString::fromStdString(dateAndMinute(session->start)));
     m_window.setWindowTitle(title);
 }
 

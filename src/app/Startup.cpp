@@ -6,19 +6,20 @@
 #include <QLocale>
 #include <QTranslator>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
 
 void identifyProgram(QApplication& application)
 {
-    QApplication::setApplicationName(QStringLiteral("tensio"));
+    QApplication::setApplicationName(u"tensio"_s);
     QApplication::setApplicationVersion(QStringLiteral(TENSIO_VERSION));
-    QApplication::setOrganizationName(QStringLiteral("tensio"));
+    QApplication::setOrganizationName(u"tensio"_s);
     QLocale::setDefault(QLocale(QLocale::Japanese, QLocale::Japan));
     auto* translator = new QTranslator(&application);
-    if (translator->load(
-            QStringLiteral("qtbase_ja"), QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+    if (translator->load(u"qtbase_ja"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(translator);
 }
 

@@ -16,6 +16,8 @@
 #include <cmath>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 TensioViewController::TensioViewController(TensioManager& tensioManager,
@@ -27,7 +29,7 @@ TensioViewController::TensioViewController(TensioManager& tensioManager,
     , m_view(std::make_unique<QWidget>(&contentView))
     , m_ui(std::make_unique<Ui::Tensio>())
 {
-    m_view->setObjectName(QStringLiteral("rootView"));
+    m_view->setObjectName(u"rootView"_s);
     m_ui->setupUi(m_view.get());
     viewDidLoad(sessionArchive, runLoop, alerts, printMenu, std::move(printCurve));
 }
@@ -53,8 +55,7 @@ void TensioViewController::viewDidLoad(SessionArchive& sessionArchive, RunLoop& 
         m_ui->pastSessionLabel->setVisible(session.has_value());
         if (session)
             setLabelText(*m_ui->pastSessionLabel,
-                QStringLiteral("以前の測定　")
-                    + QString::fromStdString(dateAndMinute(session->start)));
+                u"以前の測定　"_s + QString::fromStdString(dateAndMinute(session->start)));
     });
     // In the live area, so that every picture of the window has it.
     m_simulation = m_tensioManager.serialPortManager.isSimulated.observe(
@@ -65,10 +66,10 @@ void TensioViewController::viewWillAppear()
 {
     m_subscriptions.clear();
     m_ui->coverView->hide();
-    m_subscriptions.push_back(m_tensioManager.isShowingPopup.observeChanges([this](bool isShowing) {
+    m_subscriptions += m_tensioManager.isShowingPopup.observeChanges([this](bool isShowing) {
         m_ui->coverView->raise();
         m_ui->coverView->setVisible(isShowing);
-    }));
+    });
     m_header->viewWillAppear();
     m_visualFeedback->viewWillAppear();
     m_history->viewWillAppear();
@@ -99,11 +100,10 @@ void TensioViewController::scaleMenusAndAlerts()
     auto const scale = std::floor(fitting * 8.0) / 8.0;
     if (std::exchange(m_menuScale, scale) == scale)
         return;
-    auto const bar
-        = QStringLiteral("QMenuBar { font-size: %1px; } QMenuBar::item { padding: %2px %3px; }")
-              .arg(std::max(1, qRound(14.0 * scale)))
-              .arg(qRound(4.0 * scale))
-              .arg(qRound(10.0 * scale));
+    auto const bar = u"QMenuBar { font-size: %1px; } QMenuBar::item { padding: %2px %3px; }"_s
+                         .arg(std::max(1, qRound(14.0 * scale)))
+                         .arg(qRound(4.0 * scale))
+                         .arg(qRound(10.0 * scale));
     window.setStyleSheet(styleSheet(std::max(scale, 1.0)) + bar);
 }
 

@@ -78,8 +78,8 @@ float MeasurementList::minSelectedPressure() const
 
 void MeasurementList::observeSelection(Measurement& measurement)
 {
-    m_subscriptions.push_back(
-        measurement.isCounted.observeChanges([this](bool) { updateSelectedAverage(); }));
+    m_subscriptions
+        += measurement.isCounted.observeChanges([this](bool) { updateSelectedAverage(); });
 }
 
 void MeasurementList::showLast()

@@ -88,12 +88,12 @@ TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock cons
     , m_userDefaults(userDefaults)
     , m_saver(username, measurementList, saving)
 {
-    m_subscriptions.push_back(m_runLoop.scheduleRepeating(clockInterval, [this] { updateTime(); }));
-    m_subscriptions.push_back(serialPortManager.pressure.observeChanges(
-        [this](float pressure) { receivePressure(pressure); }));
+    m_subscriptions += m_runLoop.scheduleRepeating(clockInterval, [this] { updateTime(); });
+    m_subscriptions += serialPortManager.pressure.observeChanges(
+        [this](float pressure) { receivePressure(pressure); });
     loadDefaultTargetPressure();
-    m_subscriptions.push_back(measurementList.signal().observeValues(
-        [this](Measurements const& slice) { sliceOfMeasurements.setValue(slice); }));
+    m_subscriptions += measurementList.signal().observeValues(
+        [this](Measurements const& slice) { sliceOfMeasurements.setValue(slice); });
 }
 
 void TensioManager::updateTime()
@@ -209,10 +209,10 @@ void TensioManager::loadDefaultTargetPressure()
 {
     auto const stored = m_userDefaults.floatForKey(defaultTargetPressureKey);
     defaultTargetPressure.setValue(stored > 0.0f ? stored : fallbackTargetPressure);
-    m_subscriptions.push_back(defaultTargetPressure.observeChanges([this](float target) {
+    m_subscriptions += defaultTargetPressure.observeChanges([this](float target) {
         m_userDefaults.setFloat(defaultTargetPressureKey, target);
         m_userDefaults.synchronize();
-    }));
+    });
 }
 
 void TensioManager::saveCsv()

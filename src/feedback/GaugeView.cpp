@@ -6,10 +6,12 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 GaugeView::GaugeView(QWidget* parent)
-    : PressureView(0.0f, 0.0f, colorFromHexString(QStringLiteral("#434343")), parent)
+    : PressureView(0.0f, 0.0f, colorFromHexString(u"#434343"_s), parent)
 {
 }
 
@@ -35,7 +37,7 @@ void GaugeView::drawField(QPainter& painter) const
 {
     auto const width = designSize().width();
     QRectF const bar(0.0, border, width, m_barHeight);
-    painter.fillRect(bar, colorFromHexString(QStringLiteral("#009cff")));
+    painter.fillRect(bar, colorFromHexString(u"#009cff"_s));
     drawScale(painter, 0.0, width, QPen(Qt::black, 1.0));
 }
 

@@ -11,6 +11,8 @@
 #include <cmath>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -33,7 +35,7 @@ void placeAtHeight(ImageView& image, double height)
 } // namespace
 
 GraphView::GraphView(QWidget* parent)
-    : PressureView(80.0f, 10.0f, colorFromHexString(QStringLiteral("#001c58")), parent)
+    : PressureView(80.0f, 10.0f, colorFromHexString(u"#001c58"_s), parent)
 {
 }
 

@@ -12,6 +12,8 @@
 #include <cmath>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -59,7 +61,7 @@ void PressureView::paintEvent(QPaintEvent* event)
 
 QRegion PressureView::changedField()
 {
-    static auto const maximumColor = colorFromHexString(QStringLiteral("#4dd736"));
+    static auto const maximumColor = colorFromHexString(u"#4dd736"_s);
     bool const isSizeNew = m_field.size() != surfaceSize();
     if (isSizeNew)
         adoptSize();

@@ -9,6 +9,8 @@
 
 #include <QLabel>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -32,7 +34,7 @@ VisualFeedbackViewController::~VisualFeedbackViewController() = default;
 
 void VisualFeedbackViewController::viewDidLoad(RunLoop& runLoop)
 {
-    m_ui->maxPressureImage->setPicture(Picture::named(QStringLiteral("gauge_max")));
+    m_ui->maxPressureImage->setPicture(Picture::named(u"gauge_max"_s));
     m_ui->targetPressureImage->setPicture(m_viewModel.model.targetImage.value());
     setNameFromTemplate(*m_ui->zeroLabel, m_ui->zeroLabel->text());
     setNameFromTemplate(*m_ui->zeroTimeLabel, m_ui->zeroTimeLabel->text());
@@ -48,15 +50,14 @@ void VisualFeedbackViewController::viewDidLoad(RunLoop& runLoop)
 // Readings may come faster than the screen shows pictures.
 void VisualFeedbackViewController::paceFrames(RunLoop& runLoop)
 {
-    m_subscriptions.push_back(
-        throttle<Nothing>(m_frameRequest, frameInterval, runLoop, [this, &runLoop](Nothing) {
-            // Not at once: what asks is often one of several changes.
-            m_frame = runLoop.scheduleAfter(Seconds(0.0), [this] { renderFrame(); });
-        }));
-    m_subscriptions.push_back(throttle<Nothing>(
-        m_frameRequest, descriptionInterval, runLoop, [this](Nothing) { describe(); }));
-    m_subscriptions.push_back(
-        runLoop.willPause.observeChanges([this](Nothing) { renderFrame(); }));
+    m_subscriptions
+        += throttle<Nothing>(m_frameRequest, frameInterval, runLoop, [this, &runLoop](Nothing) {
+               // Not at once: what asks is often one of several changes.
+               m_frame = runLoop.scheduleAfter(Seconds(0.0), [this] { renderFrame(); });
+           });
+    m_subscriptions += throttle<Nothing>(
+        m_frameRequest, descriptionInterval, runLoop, [this](Nothing) { describe(); });
+    m_subscriptions += runLoop.willPause.observeChanges([this](Nothing) { renderFrame(); });
     m_ui->graphView->setClock(runLoop);
     connect(m_ui->graphView, &GraphView::needsFrame, this, &VisualFeedbackViewController::redraw);
 }
@@ -71,17 +72,16 @@ void VisualFeedbackViewController::describe()
 {
     auto const upperBound = static_cast<double>(m_viewModel.upperBoundPressure.value());
     auto const timeWindow = static_cast<double>(m_viewModel.timeWindow.value());
-    auto const pressureScale = QStringLiteral("圧力目盛 0〜%1 kPa").arg(upperBound);
-    auto const timeScale = QStringLiteral("時間目盛 %1秒").arg(timeWindow);
+    auto const pressureScale = u"圧力目盛 0〜%1 kPa"_s.arg(upperBound);
+    auto const timeScale = u"時間目盛 %1秒"_s.arg(timeWindow);
     auto const maximum = QString::fromStdString(withUnit(m_viewModel.maxPressure.value()));
     auto target = QString::fromStdString(withUnit(m_viewModel.targetPressure.value()));
     if (m_viewModel.isTargetReached())
-        target += QStringLiteral(" 達成");
-    auto const lines = QStringLiteral("目標 %1、最大圧 %2").arg(target, maximum);
+        target += u" 達成"_s;
+    auto const lines = u"目標 %1、最大圧 %2"_s.arg(target, maximum);
+    setAccessibleDescriptionIfChanged(*m_ui->gaugeView, u"%1、%2"_s.arg(pressureScale, lines));
     setAccessibleDescriptionIfChanged(
-        *m_ui->gaugeView, QStringLiteral("%1、%2").arg(pressureScale, lines));
-    setAccessibleDescriptionIfChanged(
-        *m_ui->graphView, QStringLiteral("%1、%2、%3").arg(pressureScale, timeScale, lines));
+        *m_ui->graphView, u"%1、%2、%3"_s.arg(pressureScale, timeScale, lines));
     for (auto* button : {m_ui->upButton, m_ui->downButton})
         setAccessibleDescriptionIfChanged(*button, pressureScale);
     for (auto* button : {m_ui->leftButton, m_ui->rightButton})
@@ -103,7 +103,7 @@ void VisualFeedbackViewController::viewWillAppear()
 void VisualFeedbackViewController::bindViews()
 {
     auto const bind
-        = [this](auto& target, auto& source) { m_subscriptions.push_back(target.bindTo(source)); };
+        = [this](auto& target, auto& source) { m_subscriptions += target.bindTo(source); };
     for (auto* view : std::initializer_list<PressureView*> {m_ui->gaugeView, m_ui->graphView}) {
         bind(view->upperBoundPressure, m_viewModel.upperBoundPressure);
         bind(view->currentPressure, m_viewModel.currentPressure);
@@ -117,7 +117,7 @@ void VisualFeedbackViewController::bindViews()
 void VisualFeedbackViewController::observeChanges()
 {
     auto const onChange = [this](auto& source, auto reaction) {
-        m_subscriptions.push_back(source.observeChanges(reaction));
+        m_subscriptions += source.observeChanges(reaction);
     };
     onChange(m_viewModel.model.targetImage,
         [this](Picture const& image) { m_ui->targetPressureImage->setPicture(image); });

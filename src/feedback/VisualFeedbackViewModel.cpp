@@ -6,6 +6,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -21,9 +23,8 @@ CocoaAction stepBy(float difference, MutableProperty<float>& property, float low
 } // namespace
 
 VisualFeedbackViewModel::VisualFeedbackViewModel(TensioManager& tensioManager, RunLoop& runLoop)
-    : model(runLoop, Picture::named(QStringLiteral("gauge_target")),
-        Picture::named(QStringLiteral("gauge_target_on")),
-        colorFromHexString(QStringLiteral("#e60012")), Qt::white)
+    : model(runLoop, Picture::named(u"gauge_target"_s), Picture::named(u"gauge_target_on"_s),
+        colorFromHexString(u"#e60012"_s), Qt::white)
     , cocoaActionIncUpperBoundPressure(
           stepBy(5.0f, upperBoundPressure, minUpperBoundPressure, maxUpperBoundPressure))
     , cocoaActionDecUpperBoundPressure(
@@ -32,18 +33,18 @@ VisualFeedbackViewModel::VisualFeedbackViewModel(TensioManager& tensioManager, R
     , cocoaActionDecTimeWindow(stepBy(-5.0f, timeWindow, minTimeWindow, maxTimeWindow))
     , m_measurementList(tensioManager.measurementList)
 {
-    m_subscriptions.push_back(tensioManager.currentPressure.observeChanges(
-        [this](float pressure) { updateCurrentPressure(pressure); }));
-    m_subscriptions.push_back(maxPressure.bindTo(tensioManager.maxPressure));
-    m_subscriptions.push_back(combineLatest<float, float>(tensioManager.targetPressurePercent,
+    m_subscriptions += tensioManager.currentPressure.observeChanges(
+        [this](float pressure) { updateCurrentPressure(pressure); });
+    m_subscriptions += maxPressure.bindTo(tensioManager.maxPressure);
+    m_subscriptions += combineLatest<float, float>(tensioManager.targetPressurePercent,
         tensioManager.targetPressure,
-        [this](float percent, float target) { targetPressure.setValue(target * percent); }));
-    m_subscriptions.push_back(tensioManager.isMeasuring.observeChanges([this](bool measuring) {
+        [this](float percent, float target) { targetPressure.setValue(target * percent); });
+    m_subscriptions += tensioManager.isMeasuring.observeChanges([this](bool measuring) {
         isMeasuring.setValue(measuring);
         if (!measuring)
             model.stopBlinking();
-    }));
-    m_subscriptions.push_back(shouldReset.bindTo(tensioManager.shouldReset));
+    });
+    m_subscriptions += shouldReset.bindTo(tensioManager.shouldReset);
 }
 
 bool VisualFeedbackViewModel::isTargetReached() const

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -9,43 +11,40 @@ namespace {
 QString html(std::string const& text)
 {
     auto const escaped = QString::fromStdString(text).toHtmlEscaped();
-    return text.empty() ? QStringLiteral("—")
-                        : QString(escaped).replace(u'\n', QStringLiteral("<br>"));
+    return text.empty() ? u"—"_s : QString(escaped).replace(u'\n', u"<br>"_s);
 }
 
 QString row(QString const& caption, QString const& value)
 {
-    return QStringLiteral("<tr><td style='color:#4b5563; padding: 3px 0px'>%1　　</td>"
-                          "<td style='padding: 3px 0px'>%2</td></tr>")
-        .arg(caption, value);
+    return u"<tr><td style='color:#4b5563; padding: 3px 0px'>%1　　</td>"
+           "<td style='padding: 3px 0px'>%2</td></tr>"_s.arg(caption, value);
 }
 
 QString state(InspectedPort const& port)
 {
     if (port.isOpen)
-        return QStringLiteral("測定に使用中です");
-    return port.obstacle.empty() ? QStringLiteral("接続できます") : html(port.obstacle);
+        return u"測定に使用中です"_s;
+    return port.obstacle.empty() ? u"接続できます"_s : html(port.obstacle);
 }
 
 QString heading(QString const& text)
 {
-    return QStringLiteral("<h3>%1</h3>").arg(text);
+    return u"<h3>%1</h3>"_s.arg(text);
 }
 
 QString table(InspectedPort const& port)
 {
-    auto report = QStringLiteral("<table cellspacing='0'>");
+    auto report = u"<table cellspacing='0'>"_s;
     if (port.isSimulated)
-        report
-            += row(QStringLiteral("種類"), QStringLiteral("模擬装置（実際の測定ではありません）"));
-    report += row(QStringLiteral("名前"), html(port.name));
-    report += row(QStringLiteral("ポート"), html(port.node));
-    report += row(QStringLiteral("製造元"), html(port.vendor));
-    report += row(QStringLiteral("製品"), html(port.product));
-    report += row(QStringLiteral("製造番号"), html(port.serialNumber));
+        report += row(u"種類"_s, u"模擬装置（実際の測定ではありません）"_s);
+    report += row(u"名前"_s, html(port.name));
+    report += row(u"ポート"_s, html(port.node));
+    report += row(u"製造元"_s, html(port.vendor));
+    report += row(u"製品"_s, html(port.product));
+    report += row(u"製造番号"_s, html(port.serialNumber));
     if (!port.isOther)
-        report += row(QStringLiteral("状態"), state(port));
-    return report + QStringLiteral("</table>");
+        report += row(u"状態"_s, state(port));
+    return report + u"</table>"_s;
 }
 
 } // namespace
@@ -55,16 +54,15 @@ QString connectionReport(std::vector<InspectedPort> const& ports)
     auto const others = std::ranges::find_if(ports, &InspectedPort::isOther);
     QString report;
     if (others == ports.begin())
-        report += heading(QStringLiteral("測定器が見つかりません"))
-            + QStringLiteral("<p>測定器のUSBケーブルを接続し、測定器の電源を確かめて"
-                             "から、「再読込」を押してください。</p>");
+        report += heading(u"測定器が見つかりません"_s)
+            + u"<p>測定器のUSBケーブルを接続し、測定器の電源を確かめて"
+              "から、「再読込」を押してください。</p>"_s;
     for (auto port = ports.begin(); port != others; ++port)
-        report += heading(port == ports.begin()
-                          ? QStringLiteral("接続する測定器")
-                          : QStringLiteral("使わない測定器（上の測定器を使います）"))
+        report += heading(port == ports.begin() ? u"接続する測定器"_s
+                                                : u"使わない測定器（上の測定器を使います）"_s)
             + table(*port);
     if (others != ports.end())
-        report += heading(QStringLiteral("ほかのシリアルポート"));
+        report += heading(u"ほかのシリアルポート"_s);
     for (auto port = others; port != ports.end(); ++port)
         report += table(*port);
     return report;

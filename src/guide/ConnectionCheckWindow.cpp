@@ -10,6 +10,8 @@
 #include <QPushButton>
 #include <QTextBrowser>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 ConnectionCheckWindow::ConnectionCheckWindow(PortInspector& ports, QWidget& parent)
@@ -17,8 +19,8 @@ ConnectionCheckWindow::ConnectionCheckWindow(PortInspector& ports, QWidget& pare
     , m_ports(ports)
     , m_report(new QTextBrowser(this))
 {
-    setWindowTitle(QStringLiteral("接続の確認"));
-    m_report->setAccessibleName(QStringLiteral("接続の確認の結果"));
+    setWindowTitle(u"接続の確認"_s);
+    m_report->setAccessibleName(u"接続の確認の結果"_s);
     m_report->setFrameShape(QFrame::NoFrame);
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(16);
@@ -30,9 +32,9 @@ ConnectionCheckWindow::ConnectionCheckWindow(PortInspector& ports, QWidget& pare
         buttons->addWidget(button);
         return button;
     };
-    add(QStringLiteral("再読込"), "command", &ConnectionCheckWindow::reload);
-    add(QStringLiteral("コピー"), "command", &ConnectionCheckWindow::copy);
-    auto* close = add(QStringLiteral("閉じる"), "command", &QDialog::accept);
+    add(u"再読込"_s, "command", &ConnectionCheckWindow::reload);
+    add(u"コピー"_s, "command", &ConnectionCheckWindow::copy);
+    auto* close = add(u"閉じる"_s, "command", &QDialog::accept);
     auto* layout = new QVBoxLayout(this);
     layout->setContentsMargins(24, 20, 24, 20);
     layout->setSpacing(16);

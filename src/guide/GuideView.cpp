@@ -16,6 +16,8 @@
 #include <cmath>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -26,7 +28,7 @@ constexpr double margin = 24.0;
 QString anchorOf(QString const& heading)
 {
     static QRegularExpression const punctuation(
-        QStringLiteral("[^\\w\\s-]"), QRegularExpression::UseUnicodePropertiesOption);
+        u"[^\\w\\s-]"_s, QRegularExpression::UseUnicodePropertiesOption);
     return QString(heading).toLower().remove(punctuation).replace(u' ', u'-');
 }
 
@@ -104,7 +106,7 @@ QString fileOf(QTextFormat const& picture, QUrl const& page)
 GuideView::GuideView(QWidget* parent)
     : QTextBrowser(parent)
 {
-    setAccessibleName(QStringLiteral("手引き"));
+    setAccessibleName(u"手引き"_s);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setFrameShape(QFrame::NoFrame);
 }
@@ -115,8 +117,7 @@ QVariant GuideView::loadResource(int type, QUrl const& name)
     if (type != QTextDocument::MarkdownResource)
         return resource;
     // Qt would show a space for the end of a line, also between Japanese characters.
-    static QRegularExpression const lineEnd(
-        QStringLiteral("(?<=[^\\x00-\\x7f])\n *(?=[^\\x00-\\x7f])"));
+    static QRegularExpression const lineEnd(u"(?<=[^\\x00-\\x7f])\n *(?=[^\\x00-\\x7f])"_s);
     return QString::fromUtf8(resource.toByteArray()).remove(lineEnd).toUtf8();
 }
 

@@ -7,6 +7,8 @@
 #include "toolkit/StyleSheet.h"
 #include "ui_Header.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 HeaderViewController::HeaderViewController(
@@ -28,13 +30,13 @@ void HeaderViewController::viewDidLoad()
     // The first date shown is the current time, not that of the last tick.
     m_tensioManager.updateTime();
     showDate(m_headerViewModel.dateTime.value());
-    m_subscriptions.push_back(
-        m_headerViewModel.dateTime.observeChanges([this](Date date) { showDate(date); }));
-    m_subscriptions.push_back(m_headerViewModel.username.observe([this](std::string const& name) {
+    m_subscriptions
+        += m_headerViewModel.dateTime.observeChanges([this](Date date) { showDate(date); });
+    m_subscriptions += m_headerViewModel.username.observe([this](std::string const& name) {
         setLabelText(*m_ui->nameLabel, QString::fromStdString(name));
-    }));
-    m_subscriptions.push_back(
-        m_headerViewModel.canSaveStuff.observe([this](bool canSave) { showCanSave(canSave); }));
+    });
+    m_subscriptions
+        += m_headerViewModel.canSaveStuff.observe([this](bool canSave) { showCanSave(canSave); });
     runOnClick(*m_ui->saveButton, m_headerViewModel.cocoaActionSaveCsv, *this);
     runOnClick(*m_ui->screenSaveButton, m_headerViewModel.cocoaActionSaveScreenshot, *this);
 }
@@ -42,8 +44,8 @@ void HeaderViewController::viewDidLoad()
 void HeaderViewController::showCanSave(bool canSave)
 {
     auto const reason = m_tensioManager.isMeasuring.value()
-        ? QStringLiteral("測定中は使えません。先に「終了」を押してください")
-        : QStringLiteral("測定がまだありません");
+        ? u"測定中は使えません。先に「終了」を押してください"_s
+        : u"測定がまだありません"_s;
     for (QWidget* button : std::initializer_list<QWidget*> {
              m_ui->saveButton, m_ui->screenSaveButton, m_ui->printButton}) {
         button->setEnabled(canSave);
@@ -53,7 +55,7 @@ void HeaderViewController::showCanSave(bool canSave)
 
 void HeaderViewController::viewWillAppear()
 {
-    setLookProperty(m_view, "role", QStringLiteral("strip"));
+    setLookProperty(m_view, "role", u"strip"_s);
 }
 
 void HeaderViewController::showDate(Date date)

@@ -16,6 +16,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -44,8 +46,7 @@ HistorySlice::HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measure
     QRectF const frame(QPointF(firstTileX + index * (size.width() + gap), bottom), size);
     setDesignFrame(*this, flipped(frame, designFrame(parent).height()));
     setFocusPolicy(Qt::StrongFocus);
-    setAccessibleName(
-        QStringLiteral("%1回目 最大圧 %2 kPa %3").arg(m_numberText, m_pressureText, m_dateString));
+    setAccessibleName(u"%1回目 最大圧 %2 kPa %3"_s.arg(m_numberText, m_pressureText, m_dateString));
     observe();
 }
 
@@ -54,17 +55,17 @@ void HistorySlice::observe()
     QAccessible::State selection;
     selection.checked = true;
     selection.selected = true;
-    m_subscriptions.push_back(m_measurement->isCounted.observeChanges([this, selection](bool) {
+    m_subscriptions += m_measurement->isCounted.observeChanges([this, selection](bool) {
         announceState(*this, selection);
         update();
-    }));
+    });
     QAccessible::State ability;
     ability.disabled = true;
     for (auto* property : {&m_measurement->isEnabled, &m_tensioManager.isMeasuring})
-        m_subscriptions.push_back(property->observeChanges([this, ability](bool) {
+        m_subscriptions += property->observeChanges([this, ability](bool) {
             announceState(*this, ability);
             showSelectable();
-        }));
+        });
     showSelectable();
 }
 
@@ -96,7 +97,7 @@ void HistorySlice::paintEvent(QPaintEvent* /*event*/)
     drawText(painter, {{10.0, 30.0, 30.0, 30.0}, m_numberFont, m_numberText});
     drawText(painter, {{30.0, 26.0, 30.0, 30.0}, m_numberEndingFont, m_numberEndingText});
     drawText(painter, {{2.0, 0.0, 50.0, 45.0}, m_pressureFont, m_pressureText});
-    drawText(painter, {{45.0, 19.0, 30.0, 20.0}, m_kPaFont, QStringLiteral("kPa")});
+    drawText(painter, {{45.0, 19.0, 30.0, 20.0}, m_kPaFont, u"kPa"_s});
     drawText(painter, {{0.0, 5.0, 70.0, 20.0}, m_kPaFont, m_dateString});
 }
 
@@ -131,7 +132,7 @@ void HistorySlice::contextMenuEvent(QContextMenuEvent* event)
         return;
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
-    menu->addAction(QStringLiteral("この測定の波形を印刷…"), this, &HistorySlice::willPrintCurve);
+    menu->addAction(u"この測定の波形を印刷…"_s, this, &HistorySlice::willPrintCurve);
     menu->popup(event->globalPos());
 }
 
@@ -163,9 +164,8 @@ bool HistorySlice::isSelectable() const
 void HistorySlice::showSelectable()
 {
     setCursor(isSelectable() ? Qt::PointingHandCursor : Qt::ArrowCursor);
-    auto const reason = m_tensioManager.isMeasuring.value()
-        ? QStringLiteral("「終了」のあとに選べます")
-        : QStringLiteral("選べるのは3つまでです");
+    auto const reason = m_tensioManager.isMeasuring.value() ? u"「終了」のあとに選べます"_s
+                                                            : u"選べるのは3つまでです"_s;
     setToolTip(isSelectable() ? QString() : reason);
     update();
 }
@@ -198,7 +198,7 @@ void HistorySlice::drawCircle(QPainter& painter) const
         return;
     auto const size = designFrame(*this).size();
     painter.setBrush(Qt::white);
-    painter.setPen(QPen(colorFromHexString(QStringLiteral("#5b6472")), 1.0));
+    painter.setPen(QPen(colorFromHexString(u"#5b6472"_s), 1.0));
     painter.drawEllipse(QPointF(size.width() / 2.0, size.height() - 6.0), 3.0, 3.0);
 }
 

@@ -13,6 +13,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 HistoryViewController::HistoryViewController(
@@ -31,27 +33,27 @@ HistoryViewController::~HistoryViewController() = default;
 
 void HistoryViewController::viewDidLoad(StatusViewModel& status)
 {
-    m_subscriptions.push_back(m_viewModel.measurements.observeChanges(
-        [this](Measurements const& page) { rebuild(page); }));
+    m_subscriptions += m_viewModel.measurements.observeChanges(
+        [this](Measurements const& page) { rebuild(page); });
     runOnClick(*m_ui->backButton, m_viewModel.cocoaActionDecSliceStartIndex, *this);
     runOnClick(*m_ui->forwardButton, m_viewModel.cocoaActionIncSliceStartIndex, *this);
     m_statusLine = std::make_unique<StatusLine>(
         status, *m_ui->hintLabel, *m_ui->countLabel, *m_ui->savedButton);
     setNameFromTemplate(*m_ui->averageLabel, m_ui->averageLabel->text());
-    m_subscriptions.push_back(m_viewModel.selectedAverage.observeChanges([this](float average) {
+    m_subscriptions += m_viewModel.selectedAverage.observeChanges([this](float average) {
         setLabelText(*m_ui->averageLabel, QString::fromStdString(pressureText(average)));
-    }));
+    });
 }
 
 void HistoryViewController::viewWillAppear()
 {
-    setLookProperty(m_view, "role", QStringLiteral("strip"));
+    setLookProperty(m_view, "role", u"strip"_s);
 }
 
 void HistoryViewController::addCommands(QMenu& menu)
 {
-    menu.addAction(QStringLiteral("最初の測定へ(&B)"), Qt::Key_Home, this, [this] { showEnd(-1); });
-    menu.addAction(QStringLiteral("最後の測定へ(&E)"), Qt::Key_End, this, [this] { showEnd(+1); });
+    menu.addAction(u"最初の測定へ(&B)"_s, Qt::Key_Home, this, [this] { showEnd(-1); });
+    menu.addAction(u"最後の測定へ(&E)"_s, Qt::Key_End, this, [this] { showEnd(+1); });
 }
 
 void HistoryViewController::showEnd(int direction)

@@ -13,6 +13,8 @@
 
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -38,10 +40,9 @@ InfoControlsViewController::~InfoControlsViewController() = default;
 
 void InfoControlsViewController::addCommands(QMenu& menu)
 {
+    menu.addAction(new ButtonAction(*m_ui->startButton, u"測定を開始(&S)…"_s, Qt::Key_F5));
     menu.addAction(
-        new ButtonAction(*m_ui->startButton, QStringLiteral("測定を開始(&S)…"), Qt::Key_F5));
-    menu.addAction(new ButtonAction(
-        *m_ui->finishButton, QStringLiteral("測定を終了(&E)"), Qt::SHIFT | Qt::Key_F5));
+        new ButtonAction(*m_ui->finishButton, u"測定を終了(&E)"_s, Qt::SHIFT | Qt::Key_F5));
 }
 
 void InfoControlsViewController::viewDidLoad()
@@ -52,10 +53,10 @@ void InfoControlsViewController::viewDidLoad()
     stepOnKeys(
         *m_ui->targetPressureUpButton, Qt::Key_Up, *m_ui->targetPressureDownButton, Qt::Key_Down);
     runOnClick(*m_ui->finishButton, m_viewModel.cocoaActionDisconnect, *this);
-    m_subscriptions.push_back(m_viewModel.isMeasuring.observe(
-        [this](bool isMeasuring) { showMeasuringState(isMeasuring); }));
-    m_subscriptions.push_back(m_tensioManager.connectAction.observe(
-        [this](auto const& event) { connectionEvent(event); }));
+    m_subscriptions += m_viewModel.isMeasuring.observe(
+        [this](bool isMeasuring) { showMeasuringState(isMeasuring); });
+    m_subscriptions += m_tensioManager.connectAction.observe(
+        [this](auto const& event) { connectionEvent(event); });
     runOnClick(*m_ui->startButton, m_cocoaActionStart, *this);
     m_ui->segueButton->hide();
     connect(m_ui->segueButton, &QAbstractButton::clicked, this,
@@ -67,19 +68,19 @@ void InfoControlsViewController::viewDidLoad()
 void InfoControlsViewController::showReadOuts()
 {
     auto const show = [this](MutableProperty<float>& value, QLabel* label) {
-        m_subscriptions.push_back(value.observe([label](float pressure) {
+        m_subscriptions += value.observe([label](float pressure) {
             setLabelText(*label, QString::fromStdString(pressureText(pressure)));
-        }));
+        });
     };
     show(m_viewModel.targetPressure, m_ui->targetPressureLabel);
     show(m_viewModel.currentPressure, m_ui->currentPressureLabel);
     show(m_viewModel.maxPressure, m_ui->maxPressureLabel);
-    m_subscriptions.push_back(m_viewModel.targetBasis.observe([this](std::string const& basis) {
+    m_subscriptions += m_viewModel.targetBasis.observe([this](std::string const& basis) {
         setLabelText(*m_ui->basisLabel, QString::fromStdString(basis));
-    }));
-    m_subscriptions.push_back(m_status.state.observe([this](std::string const& state) {
+    });
+    m_subscriptions += m_status.state.observe([this](std::string const& state) {
         setLabelText(*m_ui->statusLabel, QString::fromStdString(state));
-    }));
+    });
 }
 
 void InfoControlsViewController::showMeasuringState(bool isMeasuring)
@@ -88,24 +89,22 @@ void InfoControlsViewController::showMeasuringState(bool isMeasuring)
     if (isMeasuring && m_view.window()->focusWidget() == m_ui->startButton)
         m_ui->percentPopup->setFocus();
     enableButtonPair(*m_ui->startButton, !isMeasuring, *m_ui->finishButton, isMeasuring);
-    m_ui->statusImageView->setPicture(
-        Picture::named(isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off")));
-    setNameFromTemplate(
-        *m_ui->statusImageView, isMeasuring ? QStringLiteral("点灯") : QStringLiteral("消灯"));
+    m_ui->statusImageView->setPicture(Picture::named(isMeasuring ? u"ind_on"_s : u"ind_off"_s));
+    setNameFromTemplate(*m_ui->statusImageView, isMeasuring ? u"点灯"_s : u"消灯"_s);
     m_ui->startButton->setToolTip(
-        isMeasuring ? QStringLiteral("測定中です。先に「終了」を押してください") : QString());
+        isMeasuring ? u"測定中です。先に「終了」を押してください"_s : QString());
     m_ui->finishButton->setToolTip(
-        isMeasuring ? QString() : QStringLiteral("測定していません。「開始」で始めます"));
+        isMeasuring ? QString() : u"測定していません。「開始」で始めます"_s);
 }
 
 void InfoControlsViewController::fillPercentPopup()
 {
     m_ui->percentPopup->removeAllItems();
     for (int const percentage : percentages)
-        m_ui->percentPopup->addItem({QStringLiteral("%1%").arg(percentage), percentage});
-    m_subscriptions.push_back(m_tensioManager.targetPressurePercent.observe([this](float percent) {
-        m_ui->percentPopup->setTitle(QStringLiteral("%1%").arg(qRound(percent * 100.0f)));
-    }));
+        m_ui->percentPopup->addItem({u"%1%"_s.arg(percentage), percentage});
+    m_subscriptions += m_tensioManager.targetPressurePercent.observe([this](float percent) {
+        m_ui->percentPopup->setTitle(u"%1%"_s.arg(qRound(percent * 100.0f)));
+    });
     connect(m_ui->percentPopup, &PopUpButton::itemSelected, this,
         &InfoControlsViewController::percentSelected);
 }

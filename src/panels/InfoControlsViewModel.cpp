@@ -18,19 +18,19 @@ InfoControlsViewModel::InfoControlsViewModel(TensioManager& tensioManager, RunLo
     , cocoaActionConnect(tensioManager.connectAction, Nothing {})
     , cocoaActionDisconnect(tensioManager.disconnectAction, Nothing {})
 {
-    m_subscriptions.push_back(combineLatest<float, float>(tensioManager.targetPressure,
+    m_subscriptions += combineLatest<float, float>(tensioManager.targetPressure,
         tensioManager.targetPressurePercent, [this](float target, float percent) {
             targetPressure.setValue(target * percent);
             targetBasis.setValue(
                 "基準 " + withUnit(target) + " × " + formatFixed(percent * 100.0f, 0) + "%");
-        }));
-    m_subscriptions.push_back(throttle<float>(tensioManager.currentPressure, readOutInterval,
-        runLoop, [this](float pressure) { currentPressure.setValue(pressure); }));
-    m_subscriptions.push_back(throttle<float>(tensioManager.maxPressure, readOutInterval, runLoop,
-        [this](float pressure) { maxPressure.setValue(pressure); }));
-    m_subscriptions.push_back(isMeasuring.bindTo(tensioManager.isMeasuring));
-    m_subscriptions.push_back(tensioManager.sliceOfMeasurements.observeChanges(
-        [this](Measurements const& slice) { hasData.setValue(!slice.empty()); }));
+        });
+    m_subscriptions += throttle<float>(tensioManager.currentPressure, readOutInterval, runLoop,
+        [this](float pressure) { currentPressure.setValue(pressure); });
+    m_subscriptions += throttle<float>(tensioManager.maxPressure, readOutInterval, runLoop,
+        [this](float pressure) { maxPressure.setValue(pressure); });
+    m_subscriptions += isMeasuring.bindTo(tensioManager.isMeasuring);
+    m_subscriptions += tensioManager.sliceOfMeasurements.observeChanges(
+        [this](Measurements const& slice) { hasData.setValue(!slice.empty()); });
 }
 
 } // namespace tensio

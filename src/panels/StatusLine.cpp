@@ -10,13 +10,15 @@
 #include <QPushButton>
 #include <QUrl>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
 
 QString savedText(QFileInfo const& file)
 {
-    return QStringLiteral("保存しました：%1/%2").arg(file.dir().dirName(), file.fileName());
+    return u"保存しました：%1/%2"_s.arg(file.dir().dirName(), file.fileName());
 }
 
 } // namespace
@@ -29,16 +31,16 @@ StatusLine::StatusLine(StatusViewModel& status, QLabel& hint, QLabel& count, QPu
     setAccessibleRole(m_hint, QAccessible::Notification);
     m_saved.installEventFilter(this);
     connect(&m_saved, &QPushButton::clicked, this, &StatusLine::openFolder);
-    m_subscriptions.push_back(m_status.hint.observe([this](std::string const& text) {
+    m_subscriptions += m_status.hint.observe([this](std::string const& text) {
         setLabelText(m_hint, QString::fromStdString(text));
         announcePolitely(m_hint, m_hint.text());
-    }));
-    m_subscriptions.push_back(m_status.count.observe([&count](std::string const& text) {
+    });
+    m_subscriptions += m_status.count.observe([&count](std::string const& text) {
         setLabelText(count, QString::fromStdString(text));
         count.setVisible(!text.empty());
-    }));
-    m_subscriptions.push_back(
-        m_status.savedPath.observe([this](std::string const& path) { showSavedPath(path); }));
+    });
+    m_subscriptions
+        += m_status.savedPath.observe([this](std::string const& path) { showSavedPath(path); });
 }
 
 bool StatusLine::eventFilter(QObject* watched, QEvent* event)
@@ -57,9 +59,9 @@ void StatusLine::showSavedPath(std::string const& path)
     if (!isSaved)
         return;
     auto const shownPath = QDir::toNativeSeparators(QString::fromStdString(path));
-    m_saved.setToolTip(shownPath + QStringLiteral("\nクリックするとフォルダーを開きます"));
+    m_saved.setToolTip(shownPath + u"\nクリックするとフォルダーを開きます"_s);
     m_saved.setAccessibleName(savedText(QFileInfo(shownPath)));
-    m_saved.setAccessibleDescription(QStringLiteral("フォルダーを開きます"));
+    m_saved.setAccessibleDescription(u"フォルダーを開きます"_s);
     elideSavedText();
     announcePolitely(m_saved, m_saved.accessibleName());
 }
@@ -68,7 +70,7 @@ void StatusLine::elideSavedText()
 {
     auto const text = m_saved.fontMetrics().elidedText(
         m_saved.accessibleName(), Qt::ElideMiddle, m_saved.width());
-    m_saved.setText(QString(text).replace(u'&', QStringLiteral("&&")));
+    m_saved.setText(QString(text).replace(u'&', u"&&"_s));
 }
 
 void StatusLine::openFolder() const

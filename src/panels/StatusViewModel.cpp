@@ -20,23 +20,23 @@ void setIfChanged(MutableProperty<std::string>& property, std::string value)
 StatusViewModel::StatusViewModel(TensioManager& tensioManager)
     : m_tensioManager(tensioManager)
 {
-    m_subscriptions.push_back(savedPath.bindTo(tensioManager.savedPath()));
-    m_subscriptions.push_back(tensioManager.connectAction.observe([this](auto const& event) {
+    m_subscriptions += savedPath.bindTo(tensioManager.savedPath());
+    m_subscriptions += tensioManager.connectAction.observe([this](auto const& event) {
         if (std::holds_alternative<ValueEvent<Nothing>>(event))
             m_portState = State::Waiting;
         else if (std::holds_alternative<FailedEvent<ErrorRef>>(event))
             m_portState = State::NotConnected;
         update();
-    }));
-    m_subscriptions.push_back(tensioManager.isMeasuring.observeChanges([this](bool) {
+    });
+    m_subscriptions += tensioManager.isMeasuring.observeChanges([this](bool) {
         m_portState = State::Connecting;
         update();
-    }));
-    m_subscriptions.push_back(tensioManager.isRecording.observeChanges([this](bool) { update(); }));
-    m_subscriptions.push_back(tensioManager.sliceOfMeasurements.observeChanges(
-        [this](Measurements const&) { update(); }));
-    m_subscriptions.push_back(
-        tensioManager.measurementList.selectedAverage.observeChanges([this](float) { update(); }));
+    });
+    m_subscriptions += tensioManager.isRecording.observeChanges([this](bool) { update(); });
+    m_subscriptions += tensioManager.sliceOfMeasurements.observeChanges(
+        [this](Measurements const&) { update(); });
+    m_subscriptions += tensioManager.measurementList.selectedAverage.observeChanges(
+        [this](float) { update(); });
     update();
 }
 

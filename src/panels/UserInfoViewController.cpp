@@ -15,6 +15,8 @@
 #include <algorithm>
 #include <cmath>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -90,10 +92,10 @@ void UserInfoViewController::viewDidLoad()
     auto const percent = formatFixed(m_tensioManager.nextTargetPressurePercent() * 100.0f, 0);
     m_ui->percentNotice->setText(m_ui->percentNotice->text().arg(QString::fromStdString(percent)));
     m_ui->percentNotice->setVisible(percent != "100");
-    m_subscriptions.push_back(m_tensioManager.connectAction.observe([this](auto const& event) {
+    m_subscriptions += m_tensioManager.connectAction.observe([this](auto const& event) {
         if (std::holds_alternative<ValueEvent<Nothing>>(event))
             connectionOpened();
-    }));
+    });
     connectActions();
     connect(
         m_window.get(), &UserInfoWindow::willAppear, this, &UserInfoViewController::viewWillAppear);
@@ -181,8 +183,8 @@ void UserInfoViewController::okAction()
 
 void UserInfoViewController::showMissingName(bool isMissing)
 {
-    m_ui->nameHint->setText(isMissing ? QStringLiteral("氏名を入力してください（10文字まで）")
-                                      : QStringLiteral("10文字まで"));
+    m_ui->nameHint->setText(
+        isMissing ? u"氏名を入力してください（10文字まで）"_s : u"10文字まで"_s);
     m_ui->nameInput->setAccessibleDescription(m_ui->nameHint->text());
 }
 

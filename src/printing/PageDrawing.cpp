@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <vector>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -41,8 +43,8 @@ void markSimulated(PrintCanvas& canvas, PrintInfo const& info)
 
 QString reportTitle(bool isSimulated)
 {
-    return isSimulated ? QStringLiteral("舌圧測定結果（模擬装置：実際の測定ではありません）")
-                       : QStringLiteral("舌圧測定結果");
+    return isSimulated ? u"舌圧測定結果（模擬装置：実際の測定ではありません）"_s
+                       : u"舌圧測定結果"_s;
 }
 
 QPageLayout defaultPageLayout()

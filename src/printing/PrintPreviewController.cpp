@@ -26,6 +26,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -85,7 +87,7 @@ PrintPreviewController::~PrintPreviewController() = default;
 
 void PrintPreviewController::viewDidLoad()
 {
-    m_printer->setCreator(QStringLiteral("tensio"));
+    m_printer->setCreator(u"tensio"_s);
     m_printer->setPageLayout(m_pageLayout);
     addPages();
     connect(m_preview, &QPrintPreviewWidget::paintRequested, this,
@@ -140,7 +142,7 @@ void PrintPreviewController::addPages()
     m_pages = m_preview->findChild<QGraphicsView*>();
     m_pages->scene()->setBackgroundBrush(QColor(0xe9, 0xec, 0xf1));
     setAccessibleRole(*m_pages, QAccessible::Document);
-    m_pages->setAccessibleName(QStringLiteral("印刷されるページ"));
+    m_pages->setAccessibleName(u"印刷されるページ"_s);
     QWidget::setTabOrder(m_ui->fitWidthButton, m_pages);
     QWidget::setTabOrder(m_pages, m_ui->pageSetupButton);
 }
@@ -149,8 +151,7 @@ void PrintPreviewController::show(ReportKind kind)
 {
     bool const isSelected = hasReport(ReportKind::Selected, m_tensioManager);
     m_ui->selectedButton->setEnabled(isSelected);
-    m_ui->selectedButton->setToolTip(
-        isSelected ? QString() : QStringLiteral("履歴で測定を選ぶと使えます"));
+    m_ui->selectedButton->setToolTip(isSelected ? QString() : u"履歴で測定を選ぶと使えます"_s);
     m_ui->listButton->setChecked(kind == ReportKind::List);
     m_ui->gridButton->setChecked(kind == ReportKind::Grid);
     m_ui->selectedButton->setChecked(kind == ReportKind::Selected);
@@ -163,7 +164,7 @@ void PrintPreviewController::show(std::unique_ptr<PrintView> view, QString const
 {
     for (auto* choice : m_window->findChildren<DopeRadioButton*>())
         choice->hide();
-    m_window->setWindowTitle(m_window->windowTitle() + QStringLiteral(" — ") + title);
+    m_window->setWindowTitle(m_window->windowTitle() + u" — "_s + title);
     setView(std::move(view));
     open();
 }
@@ -213,12 +214,11 @@ void PrintPreviewController::showPosition()
 {
     int const page = m_preview->currentPage();
     int const count = m_preview->pageCount();
-    auto const position = QStringLiteral("%1 / %2 ページ").arg(page).arg(count);
+    auto const position = u"%1 / %2 ページ"_s.arg(page).arg(count);
     m_ui->positionLabel->setText(position);
     setAccessibleDescriptionIfChanged(*m_pages, position);
     enableButtonPair(*m_ui->previousButton, page > 1, *m_ui->nextButton, page < count);
-    setLabelText(
-        *m_ui->zoomLabel, QStringLiteral("%1%").arg(qRound(m_preview->zoomFactor() * 100.0)));
+    setLabelText(*m_ui->zoomLabel, u"%1%"_s.arg(qRound(m_preview->zoomFactor() * 100.0)));
 }
 
 void PrintPreviewController::turnPage(int step)

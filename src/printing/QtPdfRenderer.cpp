@@ -5,6 +5,8 @@
 #include <QBuffer>
 #include <QPdfWriter>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 bool QtPdfRenderer::hasRoomFor(PrintView& view) const
@@ -19,7 +21,7 @@ std::optional<std::string> QtPdfRenderer::render(PrintView& view) const
     {
         QPdfWriter writer(&buffer);
         writer.setTitle(reportTitle(view.isSimulated()));
-        writer.setCreator(QStringLiteral("tensio"));
+        writer.setCreator(u"tensio"_s);
         writer.setPageLayout(m_layout);
         if (!drawPages(view, writer))
             return std::nullopt;

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -22,8 +24,8 @@ constexpr int measuringSize = 1000;
 QFont printFont(bool isBold = false)
 {
     QFont font;
-    font.setFamilies({QStringLiteral("VL PGothic"), QStringLiteral("Noto Sans CJK JP"),
-        QStringLiteral("Yu Gothic UI"), QStringLiteral("Meiryo"), QStringLiteral("Hiragino Sans")});
+    font.setFamilies({u"VL PGothic"_s, u"Noto Sans CJK JP"_s, u"Yu Gothic UI"_s, u"Meiryo"_s,
+        u"Hiragino Sans"_s});
     font.setPixelSize(measuringSize);
     font.setHintingPreference(QFont::PreferNoHinting);
     font.setBold(isBold);

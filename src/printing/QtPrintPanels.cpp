@@ -7,6 +7,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -23,11 +25,9 @@ void open(QDialog& panel, QWidget& parent, std::function<void()> agreed)
 // Where Qt draws the panel, it names these controls only by what they show.
 void describeControls(QDialog& panel)
 {
-    for (auto const& [control, description] :
-        {std::pair {"pageSizeCombo", QStringLiteral("用紙サイズ")},
-            {"unitCombo", QStringLiteral("単位")},
-            {"pagesPerSheetCombo", QStringLiteral("シートごとのページ数")},
-            {"pagesPerSheetLayoutCombo", QStringLiteral("ページの順序")}}) {
+    for (auto const& [control, description] : {std::pair {"pageSizeCombo", u"用紙サイズ"_s},
+             {"unitCombo", u"単位"_s}, {"pagesPerSheetCombo", u"シートごとのページ数"_s},
+             {"pagesPerSheetLayoutCombo", u"ページの順序"_s}}) {
         if (auto* found = panel.findChild<QWidget*>(QString::fromLatin1(control)))
             found->setAccessibleDescription(description);
     }

@@ -7,6 +7,8 @@
 #include <QVariant>
 #include <QWidget>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -31,7 +33,7 @@ void scaleChildren(QWidget& parent, double scale)
 {
     for (auto* child : parent.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
         // A control places its own inner widgets.
-        if (child->isWindow() || child->objectName().startsWith(QStringLiteral("qt_")))
+        if (child->isWindow() || child->objectName().startsWith(u"qt_"_s))
             continue;
         setDesignFrame(*child, designFrame(*child));
         if (auto* button = qobject_cast<QAbstractButton*>(child))

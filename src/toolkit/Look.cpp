@@ -13,21 +13,23 @@
 #include <QPalette>
 #include <QStyleFactory>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 void applyLook(QApplication& application)
 {
     installAccessibility();
-    QApplication::setWindowIcon(QIcon(QStringLiteral(":/tensio.svg")));
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setWindowIcon(QIcon(u":/tensio.svg"_s));
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     setLightPalette();
     // The typeface of the design, or those of Windows and macOS.
-    QFont font(QStringList {QStringLiteral("Noto Sans CJK JP"), QStringLiteral("Yu Gothic UI"),
-        QStringLiteral("Meiryo"), QStringLiteral("Hiragino Sans")});
+    QFont font(
+        QStringList {u"Noto Sans CJK JP"_s, u"Yu Gothic UI"_s, u"Meiryo"_s, u"Hiragino Sans"_s});
     font.setPixelSize(14);
     QApplication::setFont(font);
     new MessageBoxes(application);
-    if (QGuiApplication::platformName().startsWith(QStringLiteral("wayland")))
+    if (QGuiApplication::platformName().startsWith(u"wayland"_s))
         new WaylandWindowSizes(application);
     // A style sheet would make the placeholder too pale to read.
     QPalette fields;

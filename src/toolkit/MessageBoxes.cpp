@@ -10,6 +10,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -32,7 +34,7 @@ void layOut(QMessageBox& box)
 {
     // A name may look like markup.
     box.setTextFormat(Qt::PlainText);
-    auto& label = *box.findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    auto& label = *box.findChild<QLabel*>(u"qt_msgbox_label"_s);
     auto const scale = label.fontInfo().pixelSize() / designFontSize;
     box.layout()->setContentsMargins(designMargins * scale);
     auto longest = static_cast<int>(shortestLine * scale);

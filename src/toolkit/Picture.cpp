@@ -4,14 +4,15 @@
 
 #include <stdexcept>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 Picture Picture::named(QString const& name)
 {
     Picture picture;
     picture.m_name = name;
-    picture.m_drawing
-        = std::make_shared<QSvgRenderer>(QStringLiteral(":/pictures/%1.svg").arg(name));
+    picture.m_drawing = std::make_shared<QSvgRenderer>(u":/pictures/%1.svg"_s.arg(name));
     if (!picture.m_drawing->isValid())
         throw std::runtime_error("missing picture: " + name.toStdString());
     return picture;

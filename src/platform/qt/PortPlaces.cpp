@@ -5,6 +5,8 @@
 #include <QFileInfo>
 #include <QSerialPortInfo>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -13,8 +15,7 @@ QString vendor(QSerialPortInfo const& info)
 {
     if (!info.hasVendorIdentifier())
         return info.manufacturer();
-    return QStringLiteral("%1（%2:%3）")
-        .arg(info.manufacturer())
+    return u"%1（%2:%3）"_s.arg(info.manufacturer())
         .arg(info.vendorIdentifier(), 4, 16, QLatin1Char('0'))
         .arg(info.productIdentifier(), 4, 16, QLatin1Char('0'));
 }

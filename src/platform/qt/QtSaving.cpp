@@ -16,6 +16,8 @@
 #include <algorithm>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -30,8 +32,7 @@ bool flushToDisk(QSaveFile& file)
 void describeControls(QFileDialog& panel)
 {
     for (auto const& [control, description] :
-        {std::pair {"lookInCombo", QStringLiteral("フォルダー")},
-            {"fileTypeCombo", QStringLiteral("ファイルの種類")}}) {
+        {std::pair {"lookInCombo", u"フォルダー"_s}, {"fileTypeCombo", u"ファイルの種類"_s}}) {
         if (auto* found = panel.findChild<QWidget*>(QString::fromLatin1(control)))
             found->setAccessibleDescription(description);
     }
@@ -52,14 +53,14 @@ QString withType(QString const& path, QString const& type)
 
 QString titleOf(bool isSimulated)
 {
-    return isSimulated ? QStringLiteral("名前を付けて保存 — 模擬装置（実際の測定ではありません）")
-                       : QStringLiteral("名前を付けて保存");
+    return isSimulated ? u"名前を付けて保存 — 模擬装置（実際の測定ではありません）"_s
+                       : u"名前を付けて保存"_s;
 }
 
 // As QFileDialog reads it.
 QString withHome(QString const& path)
 {
-    return path.startsWith(QStringLiteral("~/")) ? QDir::homePath() + path.sliced(1) : path;
+    return path.startsWith(u"~/"_s) ? QDir::homePath() + path.sliced(1) : path;
 }
 
 // QFileDialog adds its default suffix only to names without a dot, but also to a folder's, and
@@ -68,7 +69,7 @@ class TypedSavePanel : public QFileDialog {
 public:
     TypedSavePanel(QString type, bool isSimulated)
         : QFileDialog(frontWindow(), titleOf(isSimulated), startingFolder(),
-            QStringLiteral("%1 (*.%2)").arg(type.toUpper(), type))
+            u"%1 (*.%2)"_s.arg(type.toUpper(), type))
         , m_type(std::move(type))
     {
         setAcceptMode(AcceptSave);
@@ -83,7 +84,7 @@ public:
     void accept() override
     {
         m_path.clear();
-        auto* name = findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+        auto* name = findChild<QLineEdit*>(u"fileNameEdit"_s);
         if (!name || name->text().isEmpty()) {
             QFileDialog::accept();
             return;

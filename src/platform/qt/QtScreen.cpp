@@ -12,6 +12,8 @@
 #include <QScreen>
 #include <QWidget>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -27,7 +29,7 @@ QRect mainScreen()
 QImage pictureOf(QWidget& window, ScreenRect const& area)
 {
     QPixmap picture;
-    if (QGuiApplication::platformName() == QStringLiteral("xcb")) {
+    if (QGuiApplication::platformName() == u"xcb"_s) {
         // Screens of different scales share no unit: the window's own counts from its own corner.
         auto* screen = window.screen();
         auto const origin = mainScreen().topLeft() - screen->geometry().topLeft();
@@ -61,9 +63,8 @@ void QtScreen::captureToClipboard(ScreenRect const& area)
     if (m_window)
         m_window->repaint();
 #ifdef Q_OS_MACOS
-    QProcess::execute(QStringLiteral("/usr/sbin/screencapture"),
-        {QStringLiteral("-c"), QStringLiteral("-R"),
-            QString::fromStdString(captureRectangle(area))});
+    QProcess::execute(u"/usr/sbin/screencapture"_s,
+        {u"-c"_s, u"-R"_s, QString::fromStdString(captureRectangle(area))});
 #else
     // Without a picture the clipboard is empty, so that no other picture is taken for this one.
     QGuiApplication::clipboard()->setImage(m_window ? pictureOf(*m_window, area) : QImage());
