@@ -31,7 +31,7 @@ QString tabStops(QWidget& window, char const* first)
         stops << nameOf(*window.focusWidget()).section(u' ', 0, 0);
         EXPECT_NE(spoken(*window.focusWidget()).role(), QAccessible::Client) << stops.size();
         QTest::keyClick(&window, Qt::Key_Tab);
-    } while (stops.size() < 30 && window.focusWidget()->objectName() != QLatin1String(first));
+    } while (stops.size() < 30 && window.focusWidget()->objectName() != first);
     return stops.join(u' ');
 }
 
@@ -44,13 +44,13 @@ TEST(Accessibility, TabGoesAsTheEyeReadsToNamedControlsWithARole)
     desk.press({20.0});
     desk.finish();
     EXPECT_EQ(tabStops(desk.window, "printButton"),
-        QStringLiteral("測定結果を印刷 測定結果をCSVファイルに保存 画面を画像ファイルに保存 "
-                       "圧力目盛を下げる 圧力目盛を上げる 時間目盛を短くする 時間目盛を長くする "
-                       "目標圧を下げる 目標圧を上げる 目標の割合 開始 "
-                       "前の測定 1回目 次の測定"));
+        "測定結果を印刷 測定結果をCSVファイルに保存 画面を画像ファイルに保存 "
+        "圧力目盛を下げる 圧力目盛を上げる 時間目盛を短くする 時間目盛を長くする "
+        "目標圧を下げる 目標圧を上げる 目標の割合 開始 "
+        "前の測定 1回目 次の測定");
     click(desk.window, "segueButton");
     EXPECT_EQ(tabStops(find<UserInfoWindow>(desk.window), "nameInput"),
-        QStringLiteral("氏名 目標圧を下げる 目標圧（kPa） 目標圧を上げる キャンセル OK"));
+        "氏名 目標圧を下げる 目標圧（kPa） 目標圧を上げる キャンセル OK");
 }
 
 TEST(Accessibility, DescribesTheLiveAreaAndStepsWithTheArrowKeys)
@@ -64,12 +64,12 @@ TEST(Accessibility, DescribesTheLiveAreaAndStepsWithTheArrowKeys)
     EXPECT_EQ(value->maximumValue(), 80.0);
     auto& graph = find<GraphView>(desk.window);
     EXPECT_EQ(spoken(graph).text(QAccessible::Description),
-        QStringLiteral("圧力目盛 0〜80 kPa、時間目盛 30秒、目標 30.0 kPa 達成、最大圧 35.0 kPa"));
+        "圧力目盛 0〜80 kPa、時間目盛 30秒、目標 30.0 kPa 達成、最大圧 35.0 kPa");
     for (auto const& [label, name] : {std::pair {"currentPressureLabel", "現在の圧力 35.0 kPa"},
              {"targetPressureImage", "目標圧 30.0 kPa 達成"},
              {"maxPressureImage", "最大圧 35.0 kPa"}, {"statusLabel", "状態 記録中"},
              {"percentPopup", "目標の割合 100%"}})
-        EXPECT_EQ(nameOf(find<QWidget>(desk.window, label)), QString::fromUtf8(name));
+        EXPECT_EQ(nameOf(find<QWidget>(desk.window, label)), name);
     for (auto const& [button, key] : {std::pair {"downButton", Qt::Key_Up},
              {"leftButton", Qt::Key_Right}, {"targetPressureDownButton", Qt::Key_Up}}) {
         find(desk.window, button).setFocus();

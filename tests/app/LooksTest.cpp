@@ -32,13 +32,13 @@ namespace {
 // As an SVG file, which a browser shows, to the first decimal.
 void expectLook(char const* name, std::function<void(QPaintDevice&)> const& draw)
 {
-    static QRegularExpression const noise(QStringLiteral("(\\d\\.\\d)\\d+(?=[^<>]*>)| +(?=\\n)"));
+    static QRegularExpression const noise("(\\d\\.\\d)\\d+(?=[^<>]*>)| +(?=\\n)");
     QBuffer buffer;
     QSvgGenerator generator;
     generator.setOutputDevice(&buffer);
     draw(generator);
-    auto const look = QString::fromUtf8(buffer.data()).replace(noise, QStringLiteral("\\1"));
-    QFile kept(QStringLiteral(TENSIO_LOOKS "/%1.svg").arg(QString::fromLatin1(name)));
+    auto const look = QString(buffer.data()).replace(noise, "\\1");
+    QFile kept(QString(TENSIO_LOOKS "/%1.svg").arg(name));
     if (qEnvironmentVariableIsSet("TENSIO_WRITE_LOOKS") && kept.open(QIODevice::WriteOnly))
         kept.write(look.toUtf8());
     kept.close();
@@ -75,7 +75,7 @@ TEST_F(Looks, Gauge)
     auto const picture = gauge.grab().toImage();
     for (auto const& [row, color] : {std::pair {1, "#000000"}, {13, "#434343"}, {15, "#4dd736"},
              {39, "#434343"}, {42, "#e60012"}, {61, "#434343"}, {63, "#009cff"}})
-        EXPECT_EQ(colorAt(picture, 32, row), QColor(QLatin1String(color))) << row;
+        EXPECT_EQ(colorAt(picture, 32, row), QColor(color)) << row;
     EXPECT_LT(colorAt(picture, 32, 25).red(), 0x40) << "a line of the scale";
 }
 
@@ -98,28 +98,28 @@ TEST_F(Looks, HistoryTile)
 TEST_F(Looks, Buttons)
 {
     DopeRadioButton radio;
-    radio.setText(QStringLiteral("一覧"));
+    radio.setText("一覧");
     radio.resize(116, 34);
-    radio.setBgImageName(QStringLiteral("radio_on"));
+    radio.setBgImageName("radio_on");
     radio.setChecked(true);
     radio.setAttribute(Qt::WA_UnderMouse);
     expectLook("radio-button-on", radio);
 
     PopUpButton popUp;
-    popUp.addItem({QStringLiteral("70%"), 0});
-    popUp.setTitle(QStringLiteral("70%"));
+    popUp.addItem({"70%", 0});
+    popUp.setTitle("70%");
     popUp.resize(112, 26);
     expectLook("pop-up", popUp);
     popUp.setDown(true);
     expectLook("pop-up-pressed", popUp);
 
     ImageView lamp;
-    lamp.setPicture(Picture::named(QStringLiteral("ind_on")));
+    lamp.setPicture(Picture::named("ind_on"));
     lamp.resize(20, 20);
     expectLook("lamp", lamp);
 
     DropDownButton dropDown;
-    dropDown.setText(QStringLiteral("印刷"));
+    dropDown.setText("印刷");
     dropDown.resize(120, 40);
     dropDown.setTextColor(Qt::red);
     expectLook("drop-down", dropDown);
@@ -127,7 +127,7 @@ TEST_F(Looks, Buttons)
     expectLook("drop-down-disabled", dropDown);
 
     QMenu menu;
-    auto* item = menu.addAction(QStringLiteral("70%"));
+    auto* item = menu.addAction("70%");
     OrvMenuItemView row(*item, menu);
     QEnterEvent hover({}, {}, {});
     QApplication::sendEvent(&row, &hover);

@@ -19,8 +19,7 @@ TEST(MainMenu, EnablesItsCommandsAsTheSessionAllows)
     auto const enabled = [&] {
         return std::ranges::count_if(desk.commands(), [](QAction const* action) {
             return action->isEnabled()
-                && (action->text().contains(QStringLiteral("保存("))
-                    || action->text().contains(QStringLiteral("を印刷(")));
+                && (action->text().contains("保存(") || action->text().contains("を印刷("));
         });
     };
     EXPECT_EQ(enabled(), 0) << "nothing measured";
@@ -104,7 +103,7 @@ TEST(MainMenu, RunsEachCommand)
     }
     Q_EMIT find<HistorySlice>(desk.window).willPrintCurve();
     auto& curve = *QApplication::activeModalWidget();
-    EXPECT_EQ(curve.windowTitle(), QStringLiteral("印刷プレビュー — 波形"));
+    EXPECT_EQ(curve.windowTitle(), "印刷プレビュー — 波形");
     curve.close();
     QCoreApplication::processEvents();
     for (auto const* title : {"以前の測定を開く", "接続の確認", "使い方", "tensioについて"}) {
@@ -129,10 +128,10 @@ TEST(MainMenu, OffersDefaultTargetsAndStoresAndChecksTheChosenOne)
         return titles;
     };
     EXPECT_EQ(targets(false).size(), 15);
-    EXPECT_EQ(targets(false).front() + targets(false).back(), QStringLiteral("80.0 kPa10.0 kPa"));
-    EXPECT_EQ(targets(true).join(u' '), QStringLiteral("30.0 kPa"));
+    EXPECT_EQ(targets(false).front() + targets(false).back(), "80.0 kPa10.0 kPa");
+    EXPECT_EQ(targets(true).join(u' '), "30.0 kPa");
     desk.command("55.0 kPa").trigger();
-    EXPECT_EQ(targets(true).join(u' '), QStringLiteral("55.0 kPa"));
+    EXPECT_EQ(targets(true).join(u' '), "55.0 kPa");
     EXPECT_EQ(desk.userDefaults.stored["target pressure"], 55.0f);
     EXPECT_EQ(desk.userDefaults.synchronizations, 1) << "none at the start";
     EXPECT_EQ(desk.manager.targetPressure.value(), 20.0f);
@@ -175,5 +174,5 @@ TEST(MainMenu, HasNoShortcutOrMnemonicTwice)
         }
     }
     for (auto const* key : {"Ctrl+O", "Ctrl+P", "Ctrl+Q", "Ctrl+S"})
-        EXPECT_TRUE(taken.contains(QString::fromLatin1(key))) << key;
+        EXPECT_TRUE(taken.contains(key)) << key;
 }

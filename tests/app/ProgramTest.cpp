@@ -46,15 +46,13 @@ TEST(Program, KeepsItsFilesUnderItsNameAndSavesAPictureOfItsWindow)
 {
     Program program;
     program.manager().setTargetPressure(55);
-    for (auto const& file :
-        {QStringLiteral("tensio/tensio.ini"), QStringLiteral("tensio/tensio/sessions.db")})
-        EXPECT_TRUE(QFile::exists(program.folder.filePath(file))) << file.toStdString();
+    for (auto const& file : {"tensio/tensio.ini", "tensio/tensio/sessions.db"})
+        EXPECT_TRUE(QFile::exists(program.folder.filePath(file))) << file;
     QTimer::singleShot(0, [&] {
         auto const& panel = *QApplication::activeModalWidget();
-        find<QLineEdit>(panel, "fileNameEdit")
-            .setText(program.folder.filePath(QStringLiteral("picture")));
+        find<QLineEdit>(panel, "fileNameEdit").setText(program.folder.filePath("picture"));
         find<QDialogButtonBox>(panel).button(QDialogButtonBox::Save)->click();
     });
     program.manager().saveScreenshotAction.apply(Nothing {});
-    EXPECT_FALSE(QImage(program.folder.filePath(QStringLiteral("picture.png"))).isNull());
+    EXPECT_FALSE(QImage(program.folder.filePath("picture.png")).isNull());
 }

@@ -82,7 +82,7 @@ TEST(TensioView, MarksSimulatedReadingsUntilTheNextConnection)
         desk.port->isSimulator = isSimulated;
         desk.connect();
         desk.finish();
-        EXPECT_EQ(desk.window.windowTitle().contains(QStringLiteral("模擬")), isSimulated);
+        EXPECT_EQ(desk.window.windowTitle().contains("模擬"), isSimulated);
         EXPECT_EQ(find<QWidget>(desk.window, "simulationLabel").isVisible(), isSimulated);
         EXPECT_EQ(desk.saving.isSimulated, isSimulated);
     }
@@ -99,13 +99,12 @@ TEST(TensioView, ShowsNothingOfTheLastSessionNorAHopeBehindTheAlertOfAFailedConn
     desk.ports.ports.clear();
     desk.alerts.whileOpen = [&] {
         EXPECT_EQ(graph.grab().toImage(), empty);
-        EXPECT_EQ(find<QLabel>(desk.window, "statusLabel").text(), QStringLiteral("未接続"));
-        EXPECT_EQ(find<QLabel>(desk.window, "hintLabel").text(),
-            QStringLiteral("測定器に接続できませんでした"));
+        EXPECT_EQ(find<QLabel>(desk.window, "statusLabel").text(), "未接続");
+        EXPECT_EQ(find<QLabel>(desk.window, "hintLabel").text(), "測定器に接続できませんでした");
     };
     desk.manager.connectAction.apply(Nothing {});
     EXPECT_EQ(desk.alerts.messages.size(), 1U);
     desk.ports.ports = {desk.port};
     desk.manager.connectAction.apply(Nothing {});
-    EXPECT_EQ(find<QLabel>(desk.window, "statusLabel").text(), QStringLiteral("接続中…"));
+    EXPECT_EQ(find<QLabel>(desk.window, "statusLabel").text(), "接続中…");
 }

@@ -14,8 +14,7 @@ TEST(Guide, EveryLinkAndPictureIsThere)
 {
     QStringList places;
     QList<QUrl> links;
-    for (auto const& page :
-        {QStringLiteral("qrc:/help/guide.ja.md"), QStringLiteral("qrc:/help/install.ja.md")}) {
+    for (QString const page : {"qrc:/help/guide.ja.md", "qrc:/help/install.ja.md"}) {
         GuideView view(nullptr);
         view.setSource(QUrl(page));
         view.resize(300, 200);
@@ -47,16 +46,16 @@ TEST(Guide, ButtonsTurnToItsPagesAndBack)
     auto const& view = *help.findChild<GuideView*>();
     auto const buttons = help.findChildren<QPushButton*>();
     buttons.back()->click();
-    EXPECT_EQ(view.source().fileName(), QStringLiteral("install.ja.md"));
+    EXPECT_EQ(view.source().fileName(), "install.ja.md");
     buttons.front()->click();
-    EXPECT_EQ(view.source().fileName(), QStringLiteral("guide.ja.md"));
+    EXPECT_EQ(view.source().fileName(), "guide.ja.md");
 }
 
 TEST(Guide, PicturesComeIntoSightNoWiderThanTheView)
 {
     GuideView view(nullptr);
     view.resize(300, 2000);
-    view.setSource(QUrl(QStringLiteral("qrc:/help/guide.ja.md")));
+    view.setSource(QUrl("qrc:/help/guide.ja.md"));
     view.show();
     EXPECT_LE(view.document()->size().width(), view.viewport()->width() + 1);
     // Only the pictures have green.

@@ -18,12 +18,12 @@ TEST(Header, SavesAndPrintsBetweenSessionsAndShowsNameAndTime)
     QMenu menu;
     HeaderViewController const header(session.manager, menu, view);
     auto const& time = find<QLabel>(view, "dateTimeLabel");
-    EXPECT_EQ(time.text(), QStringLiteral("2024/03/05 14:07:10")) << "before any tick";
+    EXPECT_EQ(time.text(), "2024/03/05 14:07:10") << "before any tick";
     session.clock.date -= std::chrono::hours(5);
     session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(time.text(), QStringLiteral("2024/03/05 09:07:10"));
+    EXPECT_EQ(time.text(), "2024/03/05 09:07:10");
     session.manager.username.setValue("山田 花子");
-    EXPECT_EQ(find<QLabel>(view, "nameLabel").text(), QStringLiteral("山田 花子"));
+    EXPECT_EQ(find<QLabel>(view, "nameLabel").text(), "山田 花子");
 
     auto const expectEnabled = [&](bool isEnabled, QString const& reason) {
         for (auto const* name : {"saveButton", "screenSaveButton", "printButton"}) {
@@ -32,10 +32,10 @@ TEST(Header, SavesAndPrintsBetweenSessionsAndShowsNameAndTime)
         }
     };
     for (bool const hasPressed : {false, true}) {
-        expectEnabled(false, QStringLiteral("測定がまだありません"));
+        expectEnabled(false, "測定がまだありません");
         session.connect();
         session.receive(std::vector(hasPressed ? 1U : 0U, 20.0));
-        expectEnabled(false, QStringLiteral("測定中は使えません。先に「終了」を押してください"));
+        expectEnabled(false, "測定中は使えません。先に「終了」を押してください");
         session.manager.disconnectAction.apply(Nothing {});
     }
     expectEnabled(true, QString());

@@ -52,7 +52,7 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
 {
     Strip strip({20.0, 30.0, 40.5, 60.0});
     auto const tiles = strip.tiles();
-    EXPECT_EQ(tiles[1]->accessibleName(), QStringLiteral("2回目 最大圧 30.0 kPa 14:07:09"));
+    EXPECT_EQ(tiles[1]->accessibleName(), "2回目 最大圧 30.0 kPa 14:07:09");
     EXPECT_EQ(designFrame(*tiles[1]), QRectF(225.0, 5.0, 82.0, 64.0));
     auto const expectTile = [&](int index, QString const& hint, bool isChecked) {
         auto const state = QAccessible::queryAccessibleInterface(tiles[index])->state();
@@ -65,7 +65,7 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
         return find<QLabel>(strip.view, "averageLabel").text().toStdString();
     };
     EXPECT_EQ(averageAfter(0), "0.0");
-    expectTile(0, QStringLiteral("「終了」のあとに選べます"), false);
+    expectTile(0, "「終了」のあとに選べます", false);
     QContextMenuEvent rightClick(QContextMenuEvent::Mouse, {}, {});
     QApplication::sendEvent(tiles[3], &rightClick);
     EXPECT_EQ(tiles[3]->findChild<QMenu*>(), nullptr) << "reports wait for the end";
@@ -81,12 +81,12 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     EXPECT_EQ(averageAfter(0), "25.0");
     QTest::keyClick(tiles[2], Qt::Key_Space);
     EXPECT_EQ(averageAfter(3), "30.2") << "a fourth cannot be selected";
-    expectTile(3, QStringLiteral("選べるのは3つまでです"), false);
+    expectTile(3, "選べるのは3つまでです", false);
     expectTile(0, QString(), true);
     EXPECT_EQ(averageAfter(0), "35.2");
     EXPECT_EQ(averageAfter(3), "43.5");
     strip.session.connect();
-    EXPECT_EQ(find<QLabel>(strip.view, "averageLabel").text(), QStringLiteral("0.0"));
+    EXPECT_EQ(find<QLabel>(strip.view, "averageLabel").text(), "0.0");
 }
 
 TEST(History, SaysTheStateTheNextStepAndTheCount)
@@ -97,8 +97,8 @@ TEST(History, SaysTheStateTheNextStepAndTheCount)
     HistoryViewController const strip(session.manager, status, {}, view);
     auto const expect = [&](char const* state, char const* hint, char const* count) {
         EXPECT_EQ(status.state.value(), state);
-        EXPECT_EQ(find<QLabel>(view, "hintLabel").text(), QString::fromUtf8(hint));
-        EXPECT_EQ(find<QLabel>(view, "countLabel").text(), QString::fromUtf8(count));
+        EXPECT_EQ(find<QLabel>(view, "hintLabel").text(), hint);
+        EXPECT_EQ(find<QLabel>(view, "countLabel").text(), count);
     };
     expect("待機中", "「開始」を押すと測定を始められます", "");
     session.manager.connectAction.apply(Nothing {});
@@ -154,10 +154,10 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
     EXPECT_FALSE(find<QLabel>(strip.view, "hintLabel").isVisible());
     QFileDialog fileManager;
     QSignalSpy const opened(&fileManager, &QFileDialog::urlSelected);
-    QDesktopServices::setUrlHandler(QStringLiteral("file"), &fileManager, "urlSelected");
+    QDesktopServices::setUrlHandler("file", &fileManager, "urlSelected");
     click(strip.view, "savedButton");
-    QDesktopServices::unsetUrlHandler(QStringLiteral("file"));
-    EXPECT_EQ(opened.value(0).value(0).toUrl().path(), QStringLiteral("/folder"));
+    QDesktopServices::unsetUrlHandler("file");
+    EXPECT_EQ(opened.value(0).value(0).toUrl().path(), "/folder");
     strip.session.connect();
     EXPECT_EQ(strip.page(), "");
     EXPECT_TRUE(find<QLabel>(strip.view, "hintLabel").isVisible());

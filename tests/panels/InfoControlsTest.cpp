@@ -39,7 +39,7 @@ struct Panel {
         EXPECT_EQ(find(window, "finishButton").toolTip().toStdString(),
             isMeasuring ? "" : "測定していません。「開始」で始めます");
         EXPECT_EQ(find<ImageView>(window, "statusImageView").picture().name(),
-            isMeasuring ? QStringLiteral("ind_on") : QStringLiteral("ind_off"));
+            isMeasuring ? "ind_on" : "ind_off");
     }
 };
 
@@ -69,7 +69,7 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
         {"targetPressureUpButton", "targetPressureUpButton", "targetPressureDownButton"})
         panel.click(button);
     auto& percent = find<PopUpButton>(panel.window, "percentPopup");
-    EXPECT_EQ(percent.text(), QStringLiteral("100%"));
+    EXPECT_EQ(percent.text(), "100%");
     auto const picture = percent.grab().toImage();
     EXPECT_EQ(colorAt(picture, percent.width() - 5.0, 8.0), Qt::red) << "3 units from the edge";
     percent.menu()->popup(QPoint());
@@ -79,7 +79,7 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
     EXPECT_EQ(row->size(), QSize(percent.width() - 2, 28));
     QTest::mouseRelease(row, Qt::LeftButton);
     EXPECT_FALSE(percent.menu()->isVisible());
-    EXPECT_EQ(percent.text(), QStringLiteral("70%"));
+    EXPECT_EQ(percent.text(), "70%");
     EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 70%");
     EXPECT_EQ(panel.text("targetPressureLabel"), "21.1");
     panel.click("segueButton");
@@ -96,7 +96,7 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
     find<QWidget>(panel.window, "UserInfo").close();
     panel.session.connect();
     panel.expectState(true);
-    EXPECT_EQ(panel.window.focusWidget()->objectName(), QStringLiteral("percentPopup"));
+    EXPECT_EQ(panel.window.focusWidget()->objectName(), "percentPopup");
     panel.session.press({10.0});
     find(panel.window, "finishButton").setFocus();
     panel.click("finishButton");

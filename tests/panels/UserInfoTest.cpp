@@ -32,11 +32,11 @@ struct Dialog {
     void fill(std::string const& nameText, char const* pressureText) const
     {
         name().setText(QString::fromStdString(nameText));
-        pressure().setText(QString::fromUtf8(pressureText));
+        pressure().setText(pressureText);
     }
     std::string entries() const
     {
-        return QStringLiteral("%1|%2").arg(name().text(), pressure().text()).toStdString();
+        return QString("%1|%2").arg(name().text(), pressure().text()).toStdString();
     }
     bool isConnecting() const { return session.manager.connectAction.isExecuting(); }
     bool isShowing() const { return session.manager.isShowingPopup.value(); }
@@ -53,14 +53,14 @@ TEST(UserInfo, TypingReplacesTheLastNameAndEnterKeepsIt)
     manager.defaultTargetPressure.setValue(40.0f);
     dialog.click("segueButton");
     QCoreApplication::processEvents();
-    QTest::keyClicks(&dialog.name(), QStringLiteral("Taro"));
+    QTest::keyClicks(&dialog.name(), "Taro");
     EXPECT_EQ(dialog.entries(), "Taro|40.0");
     QTest::keyClick(&dialog.window(), Qt::Key_Escape);
     EXPECT_FALSE(dialog.isShowing());
     dialog.click("segueButton");
     QTest::keyClick(&dialog.name(), Qt::Key_Return);
     EXPECT_TRUE(dialog.isConnecting());
-    dialog.name().setText(QStringLiteral("Taro"));
+    dialog.name().setText("Taro");
     dialog.click("cancelButton");
     EXPECT_FALSE(dialog.isConnecting());
     EXPECT_EQ(manager.username.value(), "山田 花子");
@@ -111,7 +111,7 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
             bool const isRefused = input->objectName().startsWith(QLatin1Char(refused));
             EXPECT_EQ(input->property("refused").toBool(), isRefused);
             EXPECT_TRUE(!isRefused || dialog.window().focusWidget() == input);
-            input->setText(QStringLiteral("31"));
+            input->setText("31");
             EXPECT_FALSE(input->property("refused").toBool());
         }
     }
@@ -143,10 +143,10 @@ TEST(UserInfo, StoresTheEntriesWhenThePortOpensWhileTheDialogIsOpen)
 TEST(UserInfo, ANameStaysOneCellOfATable)
 {
     Dialog dialog;
-    dialog.name().setText(QStringLiteral("花子\u2028"));
+    dialog.name().setText("花子\u2028");
     dialog.name().home(false);
-    QGuiApplication::clipboard()->setText(QStringLiteral("\n\t山田\r\n"));
+    QGuiApplication::clipboard()->setText("\n\t山田\r\n");
     dialog.name().paste();
-    EXPECT_EQ(dialog.name().text(), QStringLiteral("山田 花子"));
+    EXPECT_EQ(dialog.name().text(), "山田 花子");
     EXPECT_EQ(dialog.name().cursorPosition(), 3);
 }

@@ -106,7 +106,7 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     EXPECT_LT(page, width);
     EXPECT_LT(width, zoomAfter("zoomInButton"));
     EXPECT_EQ(zoomAfter("zoomOutButton"), width);
-    EXPECT_EQ(preview.button("zoomInButton").shortcut().toString(), QStringLiteral("Ctrl++"));
+    EXPECT_EQ(preview.button("zoomInButton").shortcut().toString(), "Ctrl++");
     preview.session.manager.measurementList.measurements()[3]->isCounted.setValue(true);
     preview.controller.show(ReportKind::Selected);
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
@@ -122,12 +122,12 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
 TEST(PrintPreview, SavesAndPrintsTheChosenPagesOfWhatItShows)
 {
     QTemporaryDir folder;
-    auto const file = folder.filePath(QStringLiteral("printed.pdf"));
+    auto const file = folder.filePath("printed.pdf");
     Preview preview;
     preview.panels.change = [&](QPrinter& printer) {
-        EXPECT_EQ(printer.docName(), QStringLiteral("舌圧測定結果"));
+        EXPECT_EQ(printer.docName(), "舌圧測定結果");
         printer.setOutputFileName(file);
-        printer.setPageRanges(QPageRanges::fromString(QStringLiteral("8")));
+        printer.setPageRanges(QPageRanges::fromString("8"));
     };
     preview.session.saving.answer = "/folder/file";
     bool isClosed = false;
@@ -156,12 +156,12 @@ TEST(PrintPreview, OffersNoChoiceBesideAReportOfItsOwn)
     preview.session.saving.answer = "/folder/file";
     auto report = std::make_unique<ListPrintView>("", finishedMeasurements(1));
     report->setSimulated(true);
-    preview.controller.show(std::move(report), QStringLiteral("経過"));
+    preview.controller.show(std::move(report), "経過");
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
     EXPECT_FALSE(preview.button("listButton").isVisible());
     EXPECT_FALSE(preview.button("curvesButton").isVisible());
     auto const& message = find<QLabel>(preview.parent, "messageLabel");
-    EXPECT_TRUE(message.isVisible() && message.text() == QString::fromUtf8(simulatedMessage));
+    EXPECT_TRUE(message.isVisible() && message.text() == simulatedMessage);
     preview.click("savePdfButton");
     EXPECT_NE(preview.session.saving.written.find("ListPrintView"), std::string::npos);
     preview.click("printButton");
@@ -192,14 +192,14 @@ TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
     preview.panels.printers = true;
     preview.panels.change = [](QPrinter& printer) {
         printer.setPageSize(QPageSize(QPageSize::A7));
-        printer.setPageRanges(QPageRanges::fromString(QStringLiteral("2")));
+        printer.setPageRanges(QPageRanges::fromString("2"));
     };
     preview.click("printButton");
     EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A7) << "for PDF files, too";
     EXPECT_EQ(messages.back(), paperTooSmallMessage);
     preview.position();
     auto const& message = find<QLabel>(preview.parent, "messageLabel");
-    EXPECT_TRUE(message.isVisible() && message.text() == QString::fromUtf8(paperTooSmallMessage));
+    EXPECT_TRUE(message.isVisible() && message.text() == paperTooSmallMessage);
     EXPECT_FALSE(find<QPrintPreviewWidget>(preview.parent).isVisible()) << "pages of another paper";
     EXPECT_FALSE(preview.button("printButton").isEnabled());
     EXPECT_FALSE(preview.button("savePdfButton").isEnabled());

@@ -115,9 +115,8 @@ private:
     {
         static QList const keys {Qt::Key_Space, Qt::Key_Return, Qt::Key_Escape, Qt::Key_Tab,
             Qt::Key_Up, Qt::Key_Down, Qt::Key_Left, Qt::Key_Right, Qt::Key_Backspace, Qt::Key_5};
-        static QStringList const texts {QStringLiteral("山田"), QStringLiteral("12,5"),
-            QStringLiteral("nan"), QStringLiteral("👩‍👩‍👧🙂e\u0301"),
-            QStringLiteral("a\tb\n")};
+        static QStringList const texts {
+            "山田", "12,5", "nan", "👩‍👩‍👧🙂e\u0301", "a\tb\n"};
         auto const deed = upTo(4);
         if (deed > 1)
             QTest::mouseClick(&control, Qt::LeftButton);

@@ -11,12 +11,11 @@ namespace tensio {
 inline std::string pdfText(std::string const& pdf, QStringList arguments = {})
 {
     QProcess reader;
-    reader.start(QStringLiteral("pdftotext"),
-        arguments << QStringLiteral("-layout") << QStringLiteral("-") << QStringLiteral("-"));
+    reader.start("pdftotext", arguments << QStringList {"-layout", "-", "-"});
     reader.write(pdf.data(), static_cast<qint64>(pdf.size()));
     reader.closeWriteChannel();
     EXPECT_TRUE(reader.waitForFinished());
-    return QString::fromUtf8(reader.readAllStandardOutput()).simplified().toStdString();
+    return QString(reader.readAllStandardOutput()).simplified().toStdString();
 }
 
 } // namespace tensio

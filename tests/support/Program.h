@@ -46,7 +46,7 @@ public:
     void plugIn()
     {
         terminal.reset();
-        terminal = std::make_unique<Terminal>(QStringLiteral("SLAB_USBtoUART-x"));
+        terminal = std::make_unique<Terminal>("SLAB_USBtoUART-x");
     }
 
     bool connect()
