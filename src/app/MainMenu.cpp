@@ -13,7 +13,7 @@ using namespace Qt::StringLiterals;
 namespace tensio {
 
 MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMenu,
-    AppDelegate& delegate, SessionCommands& sessionCommands, TensioManager& tensioManager)
+    AppDelegate& delegate, SessionCommands& sessionCommands, TensioManager const& tensioManager)
     : m_window(window)
     , m_delegate(delegate)
 {

@@ -26,7 +26,7 @@ class MainMenu : public QObject {
 public:
     // Nothing is owned; all must outlive the menu bar's use.
     MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMenu, AppDelegate& delegate,
-        SessionCommands& sessionCommands, TensioManager& tensioManager);
+        SessionCommands& sessionCommands, TensioManager const& tensioManager);
     ~MainMenu() override = default;
 
     // Filled by the panels.

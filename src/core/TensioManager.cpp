@@ -106,7 +106,7 @@ void TensioManager::connectionStarted()
     m_measurementCount = 1;
     measurement = std::make_shared<Measurement>(m_measurementCount);
     isSavedAsCsv.prepare(false);
-    savedPath().prepare({});
+    m_saver.savedPath.prepare({});
     measurementList.reset();
     publish(isSavedAsCsv, savedPath());
     isRecording.setValue(false);
@@ -134,7 +134,7 @@ void TensioManager::restoreSession(StoredSession const& session)
     username.prepare(session.summary.name);
     serialPortManager.isSimulated.prepare(session.summary.isSimulated);
     isSavedAsCsv.prepare(false);
-    savedPath().prepare({});
+    m_saver.savedPath.prepare({});
     measurementList.assign(measurementsOf(session));
     // Header and notices look at the list when isMeasuring is published.
     publish(currentPressure, maxPressure, targetPressure, targetPressurePercent, shouldReset,

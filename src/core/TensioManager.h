@@ -99,7 +99,7 @@ public:
     void setTargetPressure(int tag);
 
     // Where the last save of the measurements in the list went; empty when there was none.
-    MutableProperty<std::string>& savedPath() { return m_saver.savedPath; }
+    MutableProperty<std::string> const& savedPath() const { return m_saver.savedPath; }
 
     // As those of ResultSaver; saveCsv() sets isSavedAsCsv as well.
     void saveCsv();

@@ -1,7 +1,6 @@
 #include "feedback/VisualFeedbackViewController.h"
 
 #include "core/NumberText.h"
-#include "reactive/throttle.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
 #include "toolkit/DesignFrame.h"
@@ -21,7 +20,7 @@ constexpr Seconds descriptionInterval {0.5};
 } // namespace
 
 VisualFeedbackViewController::VisualFeedbackViewController(
-    TensioManager& tensioManager, RunLoop& runLoop, QWidget& view)
+    TensioManager const& tensioManager, RunLoop& runLoop, QWidget& view)
     : m_view(view)
     , m_ui(std::make_unique<Ui::VisualFeedback>())
     , m_viewModel(tensioManager, runLoop)
@@ -50,16 +49,22 @@ void VisualFeedbackViewController::viewDidLoad(RunLoop& runLoop)
 // Readings may come faster than the screen shows pictures.
 void VisualFeedbackViewController::paceFrames(RunLoop& runLoop)
 {
-    m_subscriptions
-        += throttle<Nothing>(m_frameRequest, frameInterval, runLoop, [this, &runLoop](Nothing) {
-               // Not at once: what asks is often one of several changes.
-               m_frame = runLoop.scheduleAfter(Seconds(0.0), [this] { renderFrame(); });
-           });
-    m_subscriptions += throttle<Nothing>(
-        m_frameRequest, descriptionInterval, runLoop, [this](Nothing) { describe(); });
-    m_subscriptions += runLoop.willPause.observeChanges([this](Nothing) { renderFrame(); });
+    using Pace = Throttle<Nothing>;
+    m_frames = std::make_shared<Pace>(frameInterval, runLoop, [this, &runLoop](Nothing) {
+        // Not at once: what asks is often one of several changes.
+        m_frame = runLoop.scheduleAfter(Seconds(0.0), [this] { renderFrame(); });
+    });
+    m_descriptions
+        = std::make_shared<Pace>(descriptionInterval, runLoop, [this](Nothing) { describe(); });
+    m_subscriptions += runLoop.willPause.signal.observeValues([this](Nothing) { renderFrame(); });
     m_ui->graphView->setClock(runLoop);
     connect(m_ui->graphView, &GraphView::needsFrame, this, &VisualFeedbackViewController::redraw);
+}
+
+void VisualFeedbackViewController::redraw()
+{
+    m_frames->receive({});
+    m_descriptions->receive({});
 }
 
 void VisualFeedbackViewController::renderFrame()

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "feedback/VisualFeedbackViewModel.h"
+#include "reactive/throttle.h"
 
 #include <QObject>
 #include <QPointF>
@@ -25,7 +26,8 @@ class VisualFeedbackViewController : public QObject {
 
 public:
     // The view is not owned; it must outlive the controller.
-    VisualFeedbackViewController(TensioManager& tensioManager, RunLoop& runLoop, QWidget& view);
+    VisualFeedbackViewController(
+        TensioManager const& tensioManager, RunLoop& runLoop, QWidget& view);
     ~VisualFeedbackViewController() override;
 
     // Builds the scale labels and starts a fresh, empty trace.
@@ -41,7 +43,8 @@ private:
     void bindViews();
     void observeChanges();
     void attachCommands();
-    void redraw() { m_frameRequest.setValue(Nothing {}); }
+    // The gauge or the graph has something new to show.
+    void redraw();
     void layoutGaugeLabels(float upperBound);
     void placeGaugeTags();
     void layoutGraphLabels(float timeWindow);
@@ -53,8 +56,8 @@ private:
     VisualFeedbackViewModel m_viewModel;
     Labels m_gaugeLabels;
     Labels m_graphLabels;
-    // Assigned when the gauge or the graph has something new to show.
-    MutableProperty<Nothing> m_frameRequest {Nothing {}};
+    std::shared_ptr<Throttle<Nothing>> m_frames;
+    std::shared_ptr<Throttle<Nothing>> m_descriptions;
     // The frame about to be rendered.
     Subscription m_frame;
     Subscriptions m_subscriptions;

@@ -22,7 +22,8 @@ CocoaAction stepBy(float difference, MutableProperty<float>& property, float low
 
 } // namespace
 
-VisualFeedbackViewModel::VisualFeedbackViewModel(TensioManager& tensioManager, RunLoop& runLoop)
+VisualFeedbackViewModel::VisualFeedbackViewModel(
+    TensioManager const& tensioManager, RunLoop& runLoop)
     : model(runLoop, Picture::named(u"gauge_target"_s), Picture::named(u"gauge_target_on"_s),
         colorFromHexString(u"#e60012"_s), Qt::white)
     , cocoaActionIncUpperBoundPressure(

@@ -20,7 +20,7 @@ public:
     static constexpr float minTimeWindow = 10.0f;
 
     // Both must outlive the view-model.
-    VisualFeedbackViewModel(TensioManager& tensioManager, RunLoop& runLoop);
+    VisualFeedbackViewModel(TensioManager const& tensioManager, RunLoop& runLoop);
 
     MutableProperty<float> upperBoundPressure {80.0f};
     MutableProperty<float> timeWindow {30.0f};

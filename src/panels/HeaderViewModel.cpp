@@ -4,7 +4,7 @@
 
 namespace tensio {
 
-HeaderViewModel::HeaderViewModel(TensioManager& tensioManager)
+HeaderViewModel::HeaderViewModel(TensioManager const& tensioManager)
     : cocoaActionSaveCsv(tensioManager.saveCsvAction, Nothing {})
     , cocoaActionSaveScreenshot(tensioManager.saveScreenshotAction, Nothing {})
 {

@@ -13,7 +13,7 @@ class TensioManager;
 // Mirrors the subject's name and the clock for the header, and decides when saving is allowed.
 class HeaderViewModel {
 public:
-    explicit HeaderViewModel(TensioManager& tensioManager);
+    explicit HeaderViewModel(TensioManager const& tensioManager);
 
     MutableProperty<std::string> username {{}};
     MutableProperty<Date> dateTime {{}};

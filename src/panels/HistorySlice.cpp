@@ -33,8 +33,8 @@ constexpr double ascent = 0.88;
 
 } // namespace
 
-HistorySlice::HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measurement> measurement,
-    int index, QWidget& parent)
+HistorySlice::HistorySlice(TensioManager const& tensioManager,
+    std::shared_ptr<Measurement> measurement, int index, QWidget& parent)
     : QWidget(&parent)
     , m_tensioManager(tensioManager)
     , m_measurement(std::move(measurement))
@@ -61,7 +61,8 @@ void HistorySlice::observe()
     });
     QAccessible::State ability;
     ability.disabled = true;
-    for (auto* property : {&m_measurement->isEnabled, &m_tensioManager.isMeasuring})
+    for (auto const* property :
+        {&std::as_const(m_measurement->isEnabled), &m_tensioManager.isMeasuring})
         m_subscriptions += property->observeChanges([this, ability](bool) {
             announceState(*this, ability);
             showSelectable();

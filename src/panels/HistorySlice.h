@@ -22,8 +22,8 @@ class HistorySlice
 
 public:
     // index: position on the page, from 0. The manager must outlive the tile.
-    HistorySlice(TensioManager& tensioManager, std::shared_ptr<Measurement> measurement, int index,
-        QWidget& parent);
+    HistorySlice(TensioManager const& tensioManager, std::shared_ptr<Measurement> measurement,
+        int index, QWidget& parent);
 
     std::shared_ptr<Measurement> const& measurement() const { return m_measurement; }
 
@@ -62,7 +62,7 @@ private:
     void drawCircle(QPainter& painter) const;
     void drawOutline(QPainter& painter) const;
 
-    TensioManager& m_tensioManager;
+    TensioManager const& m_tensioManager;
     std::shared_ptr<Measurement> m_measurement;
     Picture m_bgImage {Picture::named(QStringLiteral("bottom_box"))};
     Picture m_bgImageSelected {Picture::named(QStringLiteral("bottom_box_on"))};

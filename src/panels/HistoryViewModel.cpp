@@ -4,7 +4,7 @@
 
 namespace tensio {
 
-HistoryViewModel::HistoryViewModel(TensioManager& tensioManager)
+HistoryViewModel::HistoryViewModel(TensioManager const& tensioManager)
     : cocoaActionIncSliceStartIndex(tensioManager.changeSliceStartingIndex, 1)
     , cocoaActionDecSliceStartIndex(tensioManager.changeSliceStartingIndex, -1)
 {

@@ -11,7 +11,7 @@ class TensioManager;
 // has selected.
 class HistoryViewModel {
 public:
-    explicit HistoryViewModel(TensioManager& tensioManager);
+    explicit HistoryViewModel(TensioManager const& tensioManager);
 
     MutableProperty<Measurements> measurements {{}};
     // kPa.

@@ -12,7 +12,7 @@ constexpr float step = 0.1f;
 constexpr Seconds readOutInterval {0.5};
 } // namespace
 
-InfoControlsViewModel::InfoControlsViewModel(TensioManager& tensioManager, RunLoop& runLoop)
+InfoControlsViewModel::InfoControlsViewModel(TensioManager const& tensioManager, RunLoop& runLoop)
     : cocoaActionIncTargetPressure(tensioManager.changeTargetPressureAction, step)
     , cocoaActionDecTargetPressure(tensioManager.changeTargetPressureAction, -step)
     , cocoaActionConnect(tensioManager.connectAction, Nothing {})

@@ -15,7 +15,7 @@ class TensioManager;
 class InfoControlsViewModel {
 public:
     // Both must outlive the view-model.
-    InfoControlsViewModel(TensioManager& tensioManager, RunLoop& runLoop);
+    InfoControlsViewModel(TensioManager const& tensioManager, RunLoop& runLoop);
 
     MutableProperty<float> targetPressure {0.0f};
     // In words: the base target and the percentage of it.

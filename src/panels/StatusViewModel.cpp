@@ -17,7 +17,7 @@ void setIfChanged(MutableProperty<std::string>& property, std::string value)
 
 } // namespace
 
-StatusViewModel::StatusViewModel(TensioManager& tensioManager)
+StatusViewModel::StatusViewModel(TensioManager const& tensioManager)
     : m_tensioManager(tensioManager)
 {
     m_subscriptions += savedPath.bindTo(tensioManager.savedPath());

@@ -13,7 +13,7 @@ class TensioManager;
 class StatusViewModel {
 public:
     // The manager must outlive the view-model.
-    explicit StatusViewModel(TensioManager& tensioManager);
+    explicit StatusViewModel(TensioManager const& tensioManager);
     StatusViewModel(StatusViewModel const&) = delete;
     StatusViewModel& operator=(StatusViewModel const&) = delete;
     ~StatusViewModel() = default;
@@ -33,7 +33,7 @@ private:
     std::string currentHint(State now) const;
     std::string currentCount(State now) const;
 
-    TensioManager& m_tensioManager;
+    TensioManager const& m_tensioManager;
     // Of the running connection while it records nothing.
     State m_portState = State::Connecting;
     Subscriptions m_subscriptions;

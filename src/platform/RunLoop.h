@@ -1,6 +1,5 @@
 #pragma once
 
-#include "reactive/MutableProperty.h"
 #include "reactive/Scheduler.h"
 #include "reactive/Signal.h"
 
@@ -10,9 +9,9 @@ namespace tensio {
 // fell due meanwhile fires once when it closes.
 class RunLoop : public Scheduler {
 public:
-    // Assigned before a modal panel or alert stops the timers, and before a picture of the main
-    // window is taken: who draws by a timer draws what is due.
-    MutableProperty<Nothing> willPause {Nothing {}};
+    // Sent before a modal panel or alert stops the timers, and before a picture of the main window
+    // is taken: who draws by a timer draws what is due.
+    Signal<Nothing>::Pipe willPause {Signal<Nothing>::pipe()};
 
     // Fires every interval, which is positive, without drift until the subscription ends.
     virtual Subscription scheduleRepeating(Seconds interval, std::function<void()> tick) = 0;

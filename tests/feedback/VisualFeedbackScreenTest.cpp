@@ -197,7 +197,7 @@ TEST(VisualFeedbackScreen, WhatIsDueIsDrawnBeforeATimerlessPanelOrPicture)
     EXPECT_EQ(pixel(6, 163), QColor(Qt::white)) << "the trace";
     screen.session.manager.maxPressure.setValue(60.0f);
     screen.session.manager.shouldReset.setValue(true);
-    screen.session.runLoop.willPause.setValue(Nothing {});
+    screen.session.runLoop.willPause.observer.sendValue({});
     EXPECT_EQ(pixel(300, 110), QColor(0x4dd736)) << "the line of the maximum";
     EXPECT_EQ(pixel(6, 163), QColor(0x001c58));
 }

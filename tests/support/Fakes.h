@@ -63,7 +63,7 @@ struct FakeAlerts : Alerts {
         AlertStyle, std::string const& message, std::vector<std::string> const&) override
     {
         messages.push_back(message);
-        m_runLoop.willPause.setValue(Nothing {});
+        m_runLoop.willPause.observer.sendValue({});
         if (whileOpen)
             whileOpen();
         return answer;

@@ -15,7 +15,7 @@ void MainQueue::post(std::function<void()> work)
 
 Subscription MainQueue::hold()
 {
-    willHold.setValue(Nothing {});
+    willHold.observer.sendValue({});
     ++m_holds;
     return Subscription([queue = QPointer(this)] {
         if (queue && --queue->m_holds == 0)

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "reactive/MutableProperty.h"
 #include "reactive/Signal.h"
 #include "reactive/Subscription.h"
 
@@ -17,8 +16,8 @@ class MainQueue : public QObject {
     Q_OBJECT
 
 public:
-    // Assigned before each hold begins.
-    MutableProperty<Nothing> willHold {Nothing {}};
+    // Sent before each hold begins.
+    Signal<Nothing>::Pipe willHold {Signal<Nothing>::pipe()};
 
     void post(std::function<void()> work);
     // Nothing runs until the subscription ends. Holds may overlap, and may outlive the queue.

@@ -47,8 +47,8 @@ Subscription start(MainQueue& queue, Seconds interval, bool repeats, std::functi
 
 QtRunLoop::QtRunLoop(MainQueue& queue)
     : m_queue(queue)
-    , m_pauses(willPause.bindTo(queue.willHold))
 {
+    willPause = queue.willHold;
 }
 
 Seconds QtRunLoop::now() const

@@ -18,7 +18,6 @@ public:
 
 private:
     MainQueue& m_queue;
-    Subscription m_pauses;
 };
 
 } // namespace tensio

@@ -74,7 +74,7 @@ TEST(QtRunLoop, DeliversOneTickForAllThatWereDueDuringAHoldAndNoneOfAnEndedTimer
     int watched = 0;
     int once = 0;
     int pauses = 0;
-    auto const pause = heldLoop.willPause.observeChanges([&](Nothing) { ++pauses; });
+    auto const pause = heldLoop.willPause.signal.observeValues([&](Nothing) { ++pauses; });
     auto hold = held.hold();
     EXPECT_EQ(pauses, 1);
     auto const timer = heldLoop.scheduleRepeating(Seconds(0.001), [&] { ++ticks; });

@@ -124,7 +124,7 @@ TEST(QtScreen, PutsTheWindowAsItIsNowOnTheClipboardAndReadsItBackAsPng)
         window.show();
         EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
         screen.setMainWindow(window);
-        auto const due = queue.willHold.observeChanges(
+        auto const due = queue.willHold.signal.observeValues(
             [&](Nothing) { window.setPalette(QColor(0x12, 0x34, 0x56)); });
         auto const frame = screen.mainWindowFrame();
         auto const top = screen.mainScreenHeight() - frame.y - frame.height;
