@@ -55,7 +55,7 @@ std::optional<MeasurementPart> SessionWriter::nextPart(Date now) const
         return std::nullopt;
     auto part = restOf(*running);
     part.best = m_tensioManager.maxPressure.value();
-    part.target = m_tensioManager.effectiveTarget();
+    part.target = m_tensioManager.effectiveTarget.value();
     part.timeStamp = now;
     return part.points.empty() ? std::nullopt : std::optional(part);
 }

@@ -3,6 +3,7 @@
 #include "core/NumberText.h"
 #include "platform/Menu.h"
 #include "platform/SessionStore.h"
+#include "reactive/combineLatest.h"
 
 #include <algorithm>
 #include <cmath>
@@ -15,9 +16,7 @@ constexpr Seconds clockInterval {1.0};
 constexpr Seconds resetInterval {1.0};
 
 constexpr float fallbackTargetPressure = 30.0f;
-constexpr int highestOffered = 80;
-constexpr int lowestOffered = 10;
-constexpr int offeredStep = 5;
+constexpr float offeredStep = 5.0f;
 
 Measurements measurementsOf(StoredSession const& session)
 {
@@ -88,6 +87,8 @@ TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock cons
     , m_userDefaults(userDefaults)
     , m_saver(username, measurementList, saving)
 {
+    m_subscriptions += combineLatest<float, float>(targetPressure, targetPressurePercent,
+        [this](float target, float percent) { effectiveTarget.setValue(target * percent); });
     m_subscriptions += m_runLoop.scheduleRepeating(clockInterval, [this] { updateTime(); });
     m_subscriptions += serialPortManager.pressure.observeChanges(
         [this](float pressure) { receivePressure(pressure); });
@@ -130,6 +131,7 @@ void TensioManager::restoreSession(StoredSession const& session)
     targetPressure.prepare(readOuts.target);
     m_ownPercent = nextTargetPressurePercent();
     targetPressurePercent.prepare(session.targetPercent);
+    effectiveTarget.prepare(readOuts.target * session.targetPercent);
     shouldReset.prepare(true);
     username.prepare(session.summary.name);
     serialPortManager.isSimulated.prepare(session.summary.isSimulated);
@@ -176,7 +178,7 @@ void TensioManager::onReset()
 
 void TensioManager::finishMeasurement()
 {
-    measurement->targetPressure = effectiveTarget();
+    measurement->targetPressure = effectiveTarget.value();
     measurement->bestPressure = maxPressure.value();
     measurement->timeStamp = m_clock.now();
     measurementList.add(measurement);
@@ -200,7 +202,7 @@ void TensioManager::stepTargetPressure(float step)
 {
     // Stepping from the rounded value keeps the effective target on the grid of 0.1 that the user
     // sees.
-    auto const shown = std::round(effectiveTarget() * 10.0f) / 10.0f;
+    auto const shown = std::round(effectiveTarget.value() * 10.0f) / 10.0f;
     auto const stepped = (shown + step) * (1.0f / targetPressurePercent.value());
     targetPressure.setValue(std::clamp(stepped, minTargetPressure, maxTargetPressure));
 }
@@ -225,8 +227,8 @@ void TensioManager::setUpTargetPressureMenu(Menu& menu)
 {
     m_targetPressureMenu = &menu;
     menu.removeAllItems();
-    for (int target = highestOffered; target >= lowestOffered; target -= offeredStep) {
-        auto const value = static_cast<float>(target);
+    for (auto value = maxTargetPressure; value >= minTargetPressure; value -= offeredStep) {
+        auto const target = static_cast<int>(value);
         menu.addItem({withUnit(value), target, defaultTargetPressure.value() == value,
             [this, target] { setTargetPressure(target); }});
     }

@@ -22,9 +22,10 @@ struct StoredSession;
 // interface. The program has one and passes it by reference. Pressures in kPa.
 class TensioManager {
 public:
-    // Bounds of the base target.
+    // Bounds of the base target, and what a step changes.
     static constexpr float minTargetPressure = 10.0f;
     static constexpr float maxTargetPressure = 80.0f;
+    static constexpr float targetPressureStep = 0.1f;
     static constexpr auto defaultTargetPressureKey = "target pressure";
 
     // Everything handed in must outlive the manager.
@@ -36,9 +37,12 @@ public:
 
     MutableProperty<Date> currentTime;
     MutableProperty<std::string> username {{}};
-    // 1.0 stands for 100 %. The effective target is the base target times this.
+    // 1.0 stands for 100 %.
     MutableProperty<float> targetPressurePercent {1.0f};
+    // The base target.
     MutableProperty<float> targetPressure {0.0f};
+    // The base target times the percentage; follows both.
+    MutableProperty<float> effectiveTarget {0.0f};
     // What a new subject starts with.
     MutableProperty<float> defaultTargetPressure {0.0f};
     // Never below 0.
@@ -81,8 +85,6 @@ public:
     {
         return m_ownPercent.value_or(targetPressurePercent.value());
     }
-    // The target at its percentage, in kPa.
-    float effectiveTarget() const { return targetPressure.value() * targetPressurePercent.value(); }
 
     // The tick of the clock, once a second.
     void updateTime();

@@ -8,7 +8,7 @@
 namespace tensio {
 
 namespace {
-constexpr float step = 0.1f;
+constexpr auto step = TensioManager::targetPressureStep;
 constexpr Seconds readOutInterval {0.5};
 } // namespace
 
@@ -18,9 +18,9 @@ InfoControlsViewModel::InfoControlsViewModel(TensioManager const& tensioManager,
     , cocoaActionConnect(tensioManager.connectAction, Nothing {})
     , cocoaActionDisconnect(tensioManager.disconnectAction, Nothing {})
 {
+    m_subscriptions += targetPressure.bindTo(tensioManager.effectiveTarget);
     m_subscriptions += combineLatest<float, float>(tensioManager.targetPressure,
         tensioManager.targetPressurePercent, [this](float target, float percent) {
-            targetPressure.setValue(target * percent);
             targetBasis.setValue(
                 "基準 " + withUnit(target) + " × " + formatFixed(percent * 100.0f, 0) + "%");
         });

@@ -153,12 +153,12 @@ void UserInfoViewController::viewWillDisappear()
 
 void UserInfoViewController::incPressureAction()
 {
-    changePressure(0.1f);
+    changePressure(TensioManager::targetPressureStep);
 }
 
 void UserInfoViewController::decPressureAction()
 {
-    changePressure(-0.1f);
+    changePressure(-TensioManager::targetPressureStep);
 }
 
 void UserInfoViewController::changePressure(float step)
