@@ -3,6 +3,7 @@
 #include "app/AboutWindow.h"
 #include "guide/ConnectionCheckWindow.h"
 #include "guide/HelpWindow.h"
+#include "toolkit/OpenDialog.h"
 
 #include <QMainWindow>
 #include <QMenuBar>
@@ -10,16 +11,6 @@
 using namespace Qt::StringLiterals;
 
 namespace tensio {
-
-namespace {
-
-void openAndDeleteOnClose(QDialog* dialog)
-{
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->open();
-}
-
-} // namespace
 
 HelpMenu::HelpMenu(QMainWindow& window, PortInspector& ports)
     : m_window(window)
@@ -47,12 +38,12 @@ void HelpMenu::showHelp()
 
 void HelpMenu::checkConnection()
 {
-    openAndDeleteOnClose(new ConnectionCheckWindow(m_ports, m_window));
+    openDialog(new ConnectionCheckWindow(m_ports, m_window));
 }
 
 void HelpMenu::showAbout()
 {
-    openAndDeleteOnClose(new AboutWindow(m_window));
+    openDialog(new AboutWindow(m_window));
 }
 
 } // namespace tensio

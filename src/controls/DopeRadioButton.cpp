@@ -1,18 +1,11 @@
 #include "controls/DopeRadioButton.h"
 
+#include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 
 #include <QPainter>
 
 namespace tensio {
-
-namespace {
-constexpr QColor titleOff(255, 255, 255);
-constexpr QColor titleOn(255, 0, 0);
-constexpr QColor pressedGround(255, 255, 255, 60);
-constexpr QColor hoverRing(255, 255, 255);
-constexpr QColor focusRing(92, 184, 255);
-} // namespace
 
 DopeRadioButton::DopeRadioButton(QWidget* parent)
     : QPushButton(parent)
@@ -41,22 +34,18 @@ void DopeRadioButton::paintEvent(QPaintEvent* /*event*/)
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setOpacity(isEnabled() ? 1.0 : 0.45);
     QRectF textRect = rect();
-    auto color = titleOff;
-    if (isChecked()) {
-        if (m_bgImage) {
-            textRect = QRectF(QPointF(0.0, 0.0), m_bgImage->size() * designScale(*this));
-            m_bgImage->draw(painter, textRect);
-        }
-        color = titleOn;
+    if (isChecked() && m_bgImage) {
+        textRect = QRectF(QPointF(0.0, 0.0), m_bgImage->size() * designScale(*this));
+        m_bgImage->draw(painter, textRect);
     }
-    painter.setPen(color);
+    painter.setPen(isChecked() ? Qt::red : Qt::white);
     painter.setFont(font());
     painter.drawText(textRect, Qt::AlignCenter, text());
 
     bool const isMarked = isEnabled() && (hasFocus() || underMouse() || isDown());
     if (isMarked) {
-        painter.setBrush(isDown() ? pressedGround : QColor(Qt::transparent));
-        painter.setPen(hasFocus() ? QPen(focusRing, 3.0) : QPen(hoverRing, 1.0));
+        painter.setBrush(isDown() ? colors::pressedGround : QColor(Qt::transparent));
+        painter.setPen(hasFocus() ? QPen(colors::focusRing, 3.0) : QPen(Qt::white, 1.0));
         painter.drawRoundedRect(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5), 6.0, 6.0);
     }
 }

@@ -16,7 +16,7 @@ void OrvButtonCell::drawBorderAndBackground(QPainter& painter, QRectF frame) con
     QPolygonF const resting {anchor, anchor + QPointF(-5.0, 10.0), anchor + QPointF(-10.0, 0.0)};
     QPolygonF const highlighted {
         anchor + QPointF(-5.0, 0.0), anchor + QPointF(0.0, 10.0), anchor + QPointF(-10.0, 10.0)};
-    painter.setBrush(QColor(255, 0, 0));
+    painter.setBrush(Qt::red);
     painter.drawPolygon(isHighlighted ? highlighted : resting);
 }
 
@@ -25,7 +25,7 @@ void OrvButtonCell::drawTitle(QPainter& painter, QRectF frame) const
     if (!font || title.isEmpty())
         return;
     painter.setFont(*font);
-    painter.setPen(QColor(255, 0, 0));
+    painter.setPen(Qt::red);
     // From the top, as the arrow.
     painter.drawText(frame.translated(0.0, 1.0), Qt::AlignHCenter | Qt::AlignTop, title);
 }

@@ -21,13 +21,12 @@ void OrvMenuItemView::paintEvent(QPaintEvent* /*event*/)
     QPainter painter(this);
     QRectF const row = rect();
     double const scale = row.height() / 25.0;
-    QColor const red(255, 0, 0);
     bool const isHighlighted = m_menu.activeAction() == &m_item;
 
     painter.fillRect(row, Qt::white);
     if (isHighlighted)
-        painter.fillRect(row.adjusted(3.0 * scale, 0.0, -3.0 * scale, 0.0), red);
-    painter.setPen(isHighlighted ? QColor(Qt::white) : red);
+        painter.fillRect(row.adjusted(3.0 * scale, 0.0, -3.0 * scale, 0.0), Qt::red);
+    painter.setPen(isHighlighted ? Qt::white : Qt::red);
     painter.setFont(m_menu.font());
     painter.drawText(row, Qt::AlignCenter, m_item.text());
 }

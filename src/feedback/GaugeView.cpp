@@ -1,6 +1,6 @@
 #include "feedback/GaugeView.h"
 
-#include "toolkit/Color.h"
+#include "toolkit/Colors.h"
 
 #include <QPainter>
 
@@ -35,9 +35,9 @@ QRegion GaugeView::render()
 
 void GaugeView::drawField(QPainter& painter) const
 {
+    static auto const barColor = colorFromHexString(u"#009cff"_s);
     auto const width = designSize().width();
-    QRectF const bar(0.0, border, width, m_barHeight);
-    painter.fillRect(bar, colorFromHexString(u"#009cff"_s));
+    painter.fillRect(QRectF(0.0, border, width, m_barHeight), barColor);
     drawScale(painter, 0.0, width, QPen(Qt::black, 1.0));
 }
 

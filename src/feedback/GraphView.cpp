@@ -1,7 +1,7 @@
 #include "feedback/GraphView.h"
 
 #include "core/Measurement.h"
-#include "toolkit/Color.h"
+#include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
 

@@ -1,6 +1,7 @@
 #include "feedback/PressureView.h"
 
-#include "toolkit/Color.h"
+#include "feedback/PartOfImage.h"
+#include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 
 #include <QPaintEvent>
@@ -91,9 +92,7 @@ QRegion PressureView::replaceLine(Line& line, float pressure, QColor const& colo
 void PressureView::renderField(QRegion const& area)
 {
     for (auto const& rect : area) {
-        // A picture of these pixels alone, as for the sweeps.
-        QImage part(m_field.scanLine(rect.top()) + rect.left() * m_field.depth() / 8, rect.width(),
-            rect.height(), m_field.bytesPerLine(), m_field.format());
+        auto part = partOf(m_field, rect);
         QPainter painter(&part);
         painter.translate(-rect.topLeft());
         painter.fillRect(rect, Qt::black);

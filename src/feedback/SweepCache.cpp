@@ -1,5 +1,6 @@
 #include "feedback/SweepCache.h"
 
+#include "feedback/PartOfImage.h"
 #include "feedback/Plotter.h"
 
 #include <QPainter>
@@ -133,9 +134,7 @@ bool SweepCache::strokeFinished(Plotter const& plotter)
 void SweepCache::stroke(Plotter const& plotter, std::size_t end, QRect area)
 {
     m_changed |= area;
-    // A picture of these pixels alone: with a clip Qt would still rasterize the whole stroke.
-    QImage part(m_picture.scanLine(area.top()) + area.left() * m_picture.depth() / 8, area.width(),
-        area.height(), m_picture.bytesPerLine(), m_picture.format());
+    auto part = partOf(m_picture, area);
     QPainter painter(&part);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.translate(-area.topLeft());

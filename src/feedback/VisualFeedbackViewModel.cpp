@@ -1,8 +1,7 @@
 #include "feedback/VisualFeedbackViewModel.h"
 
 #include "core/TensioManager.h"
-#include "reactive/combineLatest.h"
-#include "toolkit/Color.h"
+#include "toolkit/Colors.h"
 
 #include <algorithm>
 
@@ -37,9 +36,7 @@ VisualFeedbackViewModel::VisualFeedbackViewModel(
     m_subscriptions += tensioManager.currentPressure.observeChanges(
         [this](float pressure) { updateCurrentPressure(pressure); });
     m_subscriptions += maxPressure.bindTo(tensioManager.maxPressure);
-    m_subscriptions += combineLatest<float, float>(tensioManager.targetPressurePercent,
-        tensioManager.targetPressure,
-        [this](float percent, float target) { targetPressure.setValue(target * percent); });
+    m_subscriptions += targetPressure.bindTo(tensioManager.effectiveTarget);
     m_subscriptions += tensioManager.isMeasuring.observeChanges([this](bool measuring) {
         isMeasuring.setValue(measuring);
         if (!measuring)

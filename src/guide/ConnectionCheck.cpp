@@ -1,5 +1,7 @@
 #include "guide/ConnectionCheck.h"
 
+#include "toolkit/Colors.h"
+
 #include <algorithm>
 
 using namespace Qt::StringLiterals;
@@ -16,8 +18,9 @@ QString html(std::string const& text)
 
 QString row(QString const& caption, QString const& value)
 {
-    return u"<tr><td style='color:#4b5563; padding: 3px 0px'>%1　　</td>"
-           "<td style='padding: 3px 0px'>%2</td></tr>"_s.arg(caption, value);
+    return u"<tr><td style='color:%1; padding: 3px 0px'>%2　　</td>"
+           "<td style='padding: 3px 0px'>%3</td></tr>"_s.arg(
+               colors::placeholder.name(), caption, value);
 }
 
 QString state(InspectedPort const& port)

@@ -1,5 +1,6 @@
 #include "guide/GuideView.h"
 
+#include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 
 #include <QAbstractTextDocumentLayout>
@@ -70,7 +71,7 @@ void wrapCode(QTextDocument& document, double scale)
         if (!format.nonBreakableLines())
             continue;
         format.setNonBreakableLines(false);
-        format.setBackground(QColor(0xf1, 0xf2, 0xf4));
+        format.setBackground(colors::code);
         format.setTopMargin(4.0 * scale);
         format.setBottomMargin(4.0 * scale);
         QTextCursor(block).setBlockFormat(format);
@@ -86,7 +87,7 @@ void ruleTables(QTextDocument& document, double scale)
         auto format = table->format();
         format.setBorder(scale);
         format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
-        format.setBorderBrush(QColor(0xb8, 0xbe, 0xc8));
+        format.setBorderBrush(colors::tableRule);
         format.setBorderCollapse(true);
         format.setCellPadding(6.0 * scale);
         format.setCellSpacing(0.0);

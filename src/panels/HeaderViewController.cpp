@@ -32,9 +32,8 @@ void HeaderViewController::viewDidLoad()
     showDate(m_headerViewModel.dateTime.value());
     m_subscriptions
         += m_headerViewModel.dateTime.observeChanges([this](Date date) { showDate(date); });
-    m_subscriptions += m_headerViewModel.username.observe([this](std::string const& name) {
-        setLabelText(*m_ui->nameLabel, QString::fromStdString(name));
-    });
+    m_subscriptions += m_headerViewModel.username.observe(
+        [this](std::string const& name) { setLabelText(*m_ui->nameLabel, name); });
     m_subscriptions
         += m_headerViewModel.canSaveStuff.observe([this](bool canSave) { showCanSave(canSave); });
     runOnClick(*m_ui->saveButton, m_headerViewModel.cocoaActionSaveCsv, *this);
@@ -60,8 +59,7 @@ void HeaderViewController::viewWillAppear()
 
 void HeaderViewController::showDate(Date date)
 {
-    setLabelText(
-        *m_ui->dateTimeLabel, QString::fromStdString(formatLocalTime(date, "%Y/%m/%d %H:%M:%S")));
+    setLabelText(*m_ui->dateTimeLabel, formatLocalTime(date, "%Y/%m/%d %H:%M:%S"));
 }
 
 } // namespace tensio

@@ -3,7 +3,6 @@
 #include "core/DateText.h"
 #include "core/NumberText.h"
 #include "core/TensioManager.h"
-#include "toolkit/Color.h"
 #include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 
@@ -199,7 +198,7 @@ void HistorySlice::drawCircle(QPainter& painter) const
         return;
     auto const size = designFrame(*this).size();
     painter.setBrush(Qt::white);
-    painter.setPen(QPen(colorFromHexString(u"#5b6472"_s), 1.0));
+    painter.setPen(QPen(colors::caption, 1.0));
     painter.drawEllipse(QPointF(size.width() / 2.0, size.height() - 6.0), 3.0, 3.0);
 }
 
@@ -208,7 +207,7 @@ void HistorySlice::drawOutline(QPainter& painter) const
     bool const isHovered = underMouse() && isSelectable();
     if (!hasFocus() && !isHovered)
         return;
-    painter.setBrush(isHovered ? QColor(0, 103, 184, 24) : QColor(Qt::transparent));
+    painter.setBrush(isHovered ? colors::accentTint : QColor(Qt::transparent));
     painter.setPen(hasFocus() ? QPen(colors::text, 3.0) : QPen(colors::accent, 2.0));
     auto const size = designFrame(*this).size();
     painter.drawRoundedRect(

@@ -40,9 +40,8 @@ void HistoryViewController::viewDidLoad(StatusViewModel& status)
     m_statusLine = std::make_unique<StatusLine>(
         status, *m_ui->hintLabel, *m_ui->countLabel, *m_ui->savedButton);
     setNameFromTemplate(*m_ui->averageLabel, m_ui->averageLabel->text());
-    m_subscriptions += m_viewModel.selectedAverage.observeChanges([this](float average) {
-        setLabelText(*m_ui->averageLabel, QString::fromStdString(pressureText(average)));
-    });
+    m_subscriptions += m_viewModel.selectedAverage.observeChanges(
+        [this](float average) { setLabelText(*m_ui->averageLabel, pressureText(average)); });
 }
 
 void HistoryViewController::viewWillAppear()

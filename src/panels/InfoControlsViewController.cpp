@@ -68,19 +68,16 @@ void InfoControlsViewController::viewDidLoad()
 void InfoControlsViewController::showReadOuts()
 {
     auto const show = [this](MutableProperty<float>& value, QLabel* label) {
-        m_subscriptions += value.observe([label](float pressure) {
-            setLabelText(*label, QString::fromStdString(pressureText(pressure)));
-        });
+        m_subscriptions += value.observe(
+            [label](float pressure) { setLabelText(*label, pressureText(pressure)); });
     };
     show(m_viewModel.targetPressure, m_ui->targetPressureLabel);
     show(m_viewModel.currentPressure, m_ui->currentPressureLabel);
     show(m_viewModel.maxPressure, m_ui->maxPressureLabel);
-    m_subscriptions += m_viewModel.targetBasis.observe([this](std::string const& basis) {
-        setLabelText(*m_ui->basisLabel, QString::fromStdString(basis));
-    });
-    m_subscriptions += m_status.state.observe([this](std::string const& state) {
-        setLabelText(*m_ui->statusLabel, QString::fromStdString(state));
-    });
+    m_subscriptions += m_viewModel.targetBasis.observe(
+        [this](std::string const& basis) { setLabelText(*m_ui->basisLabel, basis); });
+    m_subscriptions += m_status.state.observe(
+        [this](std::string const& state) { setLabelText(*m_ui->statusLabel, state); });
 }
 
 void InfoControlsViewController::showMeasuringState(bool isMeasuring)

@@ -32,11 +32,11 @@ StatusLine::StatusLine(StatusViewModel& status, QLabel& hint, QLabel& count, QPu
     m_saved.installEventFilter(this);
     connect(&m_saved, &QPushButton::clicked, this, &StatusLine::openFolder);
     m_subscriptions += m_status.hint.observe([this](std::string const& text) {
-        setLabelText(m_hint, QString::fromStdString(text));
+        setLabelText(m_hint, text);
         announcePolitely(m_hint, m_hint.text());
     });
     m_subscriptions += m_status.count.observe([&count](std::string const& text) {
-        setLabelText(count, QString::fromStdString(text));
+        setLabelText(count, text);
         count.setVisible(!text.empty());
     });
     m_subscriptions

@@ -140,7 +140,7 @@ void PrintPreviewController::addPages()
     m_preview = new QPrintPreviewWidget(m_printer.get(), m_ui->pageArea);
     m_ui->pageAreaLayout->addWidget(m_preview);
     m_pages = m_preview->findChild<QGraphicsView*>();
-    m_pages->scene()->setBackgroundBrush(QColor(0xe9, 0xec, 0xf1));
+    m_pages->scene()->setBackgroundBrush(colors::desk);
     setAccessibleRole(*m_pages, QAccessible::Document);
     m_pages->setAccessibleName(u"印刷されるページ"_s);
     QWidget::setTabOrder(m_ui->fitWidthButton, m_pages);

@@ -35,9 +35,9 @@ QFont printFont(bool isBold = false)
 QColor colorOf(Ink ink)
 {
     // In the order of Ink.
-    static constexpr std::array<QColor, 8> inks {QColor(0, 0, 0), colors::text,
-        QColor(0x5b, 0x64, 0x72), QColor(0xdb, 0xdb, 0xdb), colors::accent,
-        QColor(0xc4, 0x00, 0x10), QColor(0x16, 0x80, 0x2a), QColor(0xff, 0xff, 0xff)};
+    static constexpr std::array<QColor, 8> inks {QColor(0, 0, 0), colors::text, colors::caption,
+        colors::hairline, colors::accent, colors::printedTarget, colors::printedBest,
+        QColor(255, 255, 255)};
     return inks.at(static_cast<std::size_t>(ink));
 }
 

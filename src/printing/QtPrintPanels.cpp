@@ -1,5 +1,7 @@
 #include "printing/QtPrintPanels.h"
 
+#include "toolkit/OpenDialog.h"
+
 #include <QPageSetupDialog>
 #include <QPrintDialog>
 #include <QPrinter>
@@ -13,13 +15,10 @@ namespace tensio {
 
 namespace {
 
-// Without a nested event loop, so that nothing else waits.
-void open(QDialog& panel, QWidget& parent, std::function<void()> agreed)
+void open(QDialog* panel, QWidget& parent, std::function<void()> agreed)
 {
-    panel.setAttribute(Qt::WA_DeleteOnClose);
-    QObject::connect(
-        &panel, &QDialog::accepted, &parent, [agreed = std::move(agreed)] { agreed(); });
-    panel.open();
+    QObject::connect(panel, &QDialog::accepted, &parent, std::move(agreed));
+    openDialog(panel);
 }
 
 // Where Qt draws the panel, it names these controls only by what they show.
@@ -44,7 +43,7 @@ void QtPrintPanels::openPageSetup(QPrinter& printer, QWidget& parent, std::funct
 {
     auto* panel = new QPageSetupDialog(&printer, &parent);
     describeControls(*panel);
-    open(*panel, parent, std::move(agreed));
+    open(panel, parent, std::move(agreed));
 }
 
 void QtPrintPanels::openPrint(
@@ -52,7 +51,7 @@ void QtPrintPanels::openPrint(
 {
     auto* panel = new QPrintDialog(&printer, &parent);
     panel->setMinMax(1, pageCount);
-    open(*panel, parent, std::move(agreed));
+    open(panel, parent, std::move(agreed));
 }
 
 } // namespace tensio

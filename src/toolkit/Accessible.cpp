@@ -156,6 +156,11 @@ void setLabelText(QLabel& label, QString const& text)
     setNameFromTemplate(label, text);
 }
 
+void setLabelText(QLabel& label, std::string const& text)
+{
+    setLabelText(label, QString::fromStdString(text));
+}
+
 void setAccessibleRole(QWidget& widget, QAccessible::Role role)
 {
     widget.setProperty(roleProperty, static_cast<int>(role));

@@ -3,6 +3,7 @@
 #include <QAccessible>
 
 #include <optional>
+#include <string>
 
 class QLabel;
 class QMenu;
@@ -51,6 +52,7 @@ void announcePolitely(QWidget& widget, QString const& message);
 void setNameFromTemplate(QWidget& widget, QString const& shown);
 // Also shows the text on the label.
 void setLabelText(QLabel& label, QString const& text);
+void setLabelText(QLabel& label, std::string const& text); // UTF-8.
 
 // Sets the role of a Qt widget that has none; its children are hidden from screen readers.
 // Called before the other functions.

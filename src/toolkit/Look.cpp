@@ -2,7 +2,6 @@
 
 #include "toolkit/Accessible.h"
 #include "toolkit/Colors.h"
-#include "toolkit/LightPalette.h"
 #include "toolkit/MessageBoxes.h"
 #include "toolkit/StyleSheet.h"
 #include "toolkit/WaylandWindowSizes.h"
@@ -16,6 +15,31 @@
 using namespace Qt::StringLiterals;
 
 namespace tensio {
+
+namespace {
+
+// Every role, so that no dark desktop palette shows through where the style sheet says nothing.
+void setLightPalette()
+{
+    QPalette palette(colors::text, Qt::white, Qt::white, colors::fieldBorder, colors::hairline,
+        colors::text, Qt::white, Qt::white, colors::panel);
+    palette.setColor(QPalette::AlternateBase, colors::panel);
+    palette.setColor(QPalette::ToolTipBase, Qt::white);
+    palette.setColor(QPalette::ToolTipText, colors::text);
+    palette.setColor(QPalette::PlaceholderText, colors::placeholder);
+    palette.setColor(QPalette::Highlight, colors::accent);
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, colors::accent);
+    palette.setColor(QPalette::LinkVisited, colors::accent);
+    palette.setColor(QPalette::Midlight, colors::midlight);
+    palette.setColor(QPalette::Shadow, colors::fieldBorder);
+    for (auto const role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, colors::disabledText);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, colors::hairline);
+    QApplication::setPalette(palette);
+}
+
+} // namespace
 
 void applyLook(QApplication& application)
 {
