@@ -26,10 +26,11 @@ constexpr int full = 13;
 constexpr int notADatabase = 26;
 
 // Locked until this program ends, however it ends: a second one stores nothing. A checkpoint waits
-// for the disk: of itself it comes only when the log has grown to 40 MB.
+// for the disk: of itself it comes only when the log has grown to 40 MB. fullfsync is for macOS
+// alone, as in syncFile.
 constexpr std::array settings {"PRAGMA locking_mode = EXCLUSIVE", "PRAGMA journal_mode = WAL",
     "PRAGMA wal_autocheckpoint = 10000", "PRAGMA secure_delete = ON",
-    "PRAGMA journal_size_limit = 0", "BEGIN EXCLUSIVE", "COMMIT"};
+    "PRAGMA journal_size_limit = 0", "PRAGMA fullfsync = ON", "BEGIN EXCLUSIVE", "COMMIT"};
 
 // Reasons for which a file is moved away. One that is to be deleted is so at the next start if this
 // program ends before.
