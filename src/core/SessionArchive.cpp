@@ -77,7 +77,10 @@ void SessionArchive::record()
 {
     if (!m_writer && !isMarkDue() && m_dueDismissal == 0)
         return;
-    updateProblem(write() && markSaved() && dismissDue());
+    bool const isAccepted = write() && markSaved() && dismissDue();
+    // The store goes on at once, but what was in it is gone.
+    if (!isAccepted || problem.value() != StoreProblem::Vanished)
+        updateProblem(isAccepted);
     updateCanOpen();
 }
 

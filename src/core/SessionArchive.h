@@ -21,7 +21,7 @@ public:
     ~SessionArchive();
 
     // What the opening of the store found, or why the latest change was refused: None again once
-    // one is accepted, and when a session starts. Published only when it changes.
+    // one is accepted (Vanished stays), and when a session starts. Published only when it changes.
     MutableProperty<StoreProblem> problem;
     // No session runs, and all that the window shows is in the store or in a CSV file.
     MutableProperty<bool> canOpen;

@@ -106,4 +106,13 @@ TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     session.store.refusals = 0;
     session.runLoop.advance(Seconds(1.0));
     EXPECT_TRUE(session.store.stored[1].summary.isSaved);
+    session.begin("");
+    session.store.reason = StoreProblem::Vanished;
+    session.store.refusals = 1;
+    session.press({20.0});
+    session.finish();
+    EXPECT_TRUE(session.store.stored.contains(2)) << "the store has gone on";
+    EXPECT_EQ(session.archive->problem.value(), StoreProblem::Vanished) << "to be read";
+    session.begin("");
+    EXPECT_EQ(session.archive->problem.value(), StoreProblem::None);
 }
