@@ -10,6 +10,7 @@
 namespace tensio {
 
 struct SessionSummary;
+struct StoredSession;
 
 // What a session contributes to the course of a person; pressures in kPa.
 struct CourseEntry {
@@ -27,9 +28,18 @@ struct Course {
     std::string name;
     bool isSimulated = false;
     std::vector<CourseEntry> entries;
+    // False when damage hides measurements.
+    bool isComplete = true;
 };
+
+// On the page and in the file of a course that is not complete.
+constexpr auto courseIncompleteMessage
+    = "記録の一部が壊れているため、含まれていない測定があります。";
 
 // Why these sessions do not make a course, as a sentence for the user; nothing when they do.
 std::optional<std::string> courseRefusal(std::span<SessionSummary const> sessions);
+
+// Of sessions that make a course, in any order; their points are not needed.
+Course courseOf(std::vector<StoredSession> sessions);
 
 } // namespace tensio

@@ -78,6 +78,8 @@ std::string const& CsvBuilder::buildCourse(Course const& course)
 {
     if (course.isSimulated)
         m_csv += simulatedMessage + m_newline + m_newline;
+    if (!course.isComplete)
+        m_csv += courseIncompleteMessage + m_newline + m_newline;
     m_csv += "測定日時" + m_col + "回数" + m_col + "最大圧（kPa）" + m_col + "平均（kPa）" + m_col
         + "目標圧（kPa）" + m_newline;
     for (auto const& entry : course.entries) {

@@ -1,6 +1,7 @@
 #include "core/TensioManager.h"
 
 #include "core/NumberText.h"
+#include "core/StoredMeasurements.h"
 #include "platform/Menu.h"
 #include "platform/SessionStore.h"
 #include "reactive/combineLatest.h"
@@ -17,20 +18,6 @@ constexpr Seconds resetInterval {1.0};
 
 constexpr float fallbackTargetPressure = 30.0f;
 constexpr float offeredStep = 5.0f;
-
-Measurements measurementsOf(StoredSession const& session)
-{
-    Measurements measurements;
-    for (auto const& stored : session.measurements) {
-        auto& measurement
-            = *measurements.emplace_back(std::make_shared<Measurement>(stored.number));
-        measurement.bestPressure = stored.best;
-        measurement.targetPressure = stored.target;
-        measurement.timeStamp = stored.timeStamp;
-        measurement.pressurePoints = stored.points;
-    }
-    return measurements;
-}
 
 struct ReadOuts {
     float current = 0.0f;

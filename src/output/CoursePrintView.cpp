@@ -95,6 +95,9 @@ void CoursePrintView::draw(PrintCanvas& canvas) const
         {8.0, TextAlignment::Left, Ink::Caption},
         "氏名が同じ測定から選んだ" + count
             + "です。同じ氏名の別の方が含まれていないか確かめてください。");
+    if (!m_course.isComplete)
+        canvas.drawText({page.x, page.y + noteTop + noteHeight, page.width, noteHeight},
+            {8.0, TextAlignment::Left, Ink::Caption}, courseIncompleteMessage);
     drawPlot(canvas, {page.x, page.y + plotTop, page.width, plotHeight(page)});
     drawTable(canvas, page.y + plotTop + plotHeight(page) + gap, 0, m_rowsOnFirstPage);
 }

@@ -24,16 +24,25 @@ TEST(Course, IsOfOneNameAndOfOneKindOfDevice)
 
 TEST(Course, IsACsvFileToo)
 {
-    Course course {"山\t田", false,
-        {{ManualClock::localTime("2026-04-01 10:30:00"), 6, 21.84f, 19.2f, 20.0f},
-            {ManualClock::localTime("2026-11-20 09:05:00"), 0, 0.0f, 0.0f, 35.0f}}};
+    auto const session = [](char const* start, float target, std::vector<float> const& bests) {
+        StoredSession stored {
+            {0, ManualClock::localTime(start), "山\t田"}, {}, target, 0.5f, {}, !bests.empty()};
+        for (auto const best : bests)
+            stored.measurements.push_back({1, best, 99.0f, {}, {}});
+        return stored;
+    };
+    auto course = courseOf({session("2026-11-20 09:05:00", 70.0f, {}),
+        session("2026-04-01 10:30:00", 40.0f, {16.56f, 21.84f})});
+    EXPECT_FALSE(std::exchange(course.isComplete, true));
     std::string const head
         = "氏名\t山 田\r\n測定日時\t2026/04/01 10:30 〜 2026/11/20 09:05\r\n\r\n";
     std::string const table
         = "測定日時\t回数\t最大圧（kPa）\t平均（kPa）\t目標圧（kPa）\r\n"
-          "2026/04/01 10:30\t6\t21.8\t19.2\t20.0\r\n2026/11/20 09:05\t0\t\t\t35.0\r\n";
+          "2026/04/01 10:30\t2\t21.8\t19.2\t20.0\r\n2026/11/20 09:05\t0\t\t\t35.0\r\n";
     EXPECT_EQ(csvOfCourse(course), head + table);
     course.isSimulated = true;
-    EXPECT_EQ(
-        csvOfCourse(course), head + "模擬装置の値です（実際の測定ではありません）\r\n\r\n" + table);
+    course.isComplete = false;
+    EXPECT_EQ(csvOfCourse(course),
+        head + "模擬装置の値です（実際の測定ではありません）\r\n\r\n"
+            + "記録の一部が壊れているため、含まれていない測定があります。\r\n\r\n" + table);
 }
