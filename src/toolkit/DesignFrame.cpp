@@ -90,6 +90,8 @@ double designScale(QWidget const& widget)
 
 double shownScale(QWidget const& window)
 {
+    if (window.property(scaleProperty).isValid())
+        return designScale(window);
     for (auto const* widget : window.findChildren<QWidget*>()) {
         if (widget->property(scaleProperty).isValid())
             return designScale(*widget);
