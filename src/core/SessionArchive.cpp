@@ -69,8 +69,8 @@ void SessionArchive::measurementFinished()
         return;
     record();
     // It waits for the disk, as nothing may while records come.
-    if (!m_tensioManager.isRecording.value())
-        m_store.checkpoint();
+    if (!m_tensioManager.isRecording.value() && !m_store.checkpoint())
+        updateProblem(false);
 }
 
 void SessionArchive::record()

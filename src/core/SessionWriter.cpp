@@ -28,7 +28,10 @@ bool SessionWriter::end(Date now)
     // A session that was finished in a press ends with it.
     auto const& finished = m_tensioManager.measurementList.measurements();
     bool const isCut = m_tensioManager.maxPressure.value() > 0.0f && !finished.empty();
-    return m_session == 0 || m_store.end(m_session, isCut ? *finished.back()->timeStamp : now);
+    return m_session == 0
+        || m_store.end(m_session,
+            {isCut ? *finished.back()->timeStamp : now, m_tensioManager.targetPressure.value(),
+                m_tensioManager.targetPressurePercent.value()});
 }
 
 bool SessionWriter::hasAllFinished() const

@@ -37,8 +37,7 @@ ReadOuts readOutsOf(StoredSession const& session)
     // Only the silence after a press puts the maximum back to 0.
     if (session.end && *session.end <= last.timeStamp)
         readOuts.maximum = last.best;
-    // The session's target is that of its beginning.
-    if (last.target != session.target * session.targetPercent)
+    if (!session.end && last.target != session.target * session.targetPercent)
         readOuts.target = last.target / session.targetPercent;
     return readOuts;
 }

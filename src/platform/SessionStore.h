@@ -60,10 +60,18 @@ struct StoredMeasurement {
     std::vector<float> points;
 };
 
+// As the session was when it ended.
+struct SessionEnd {
+    Date date;
+    float target = 0.0f;
+    float targetPercent = 1.0f;
+};
+
 struct StoredSession {
     SessionSummary summary;
     std::vector<StoredMeasurement> measurements;
-    // Of the whole session: base target, and the percentage applied to it (1.0 stands for 100 %).
+    // Base target, and the percentage applied to it (1.0 stands for 100 %): those of the end, or of
+    // the beginning when there is no end.
     float target = 0.0f;
     float targetPercent = 1.0f;
     // None when the program ended first.
@@ -79,8 +87,6 @@ struct SessionPage {
     std::vector<SessionSummary> sessions;
     // False when damage hides some.
     bool isComplete = true;
-    // Files that were moved away lie beside the store; removeAll() removes them too.
-    bool hasMovedFiles = false;
 };
 
 enum class StoreProblem {
@@ -103,7 +109,8 @@ enum class StoreProblem {
     Damaged
 };
 
-enum class TransferState { Running, Done, NoSpace, NotWritable, NotABackup, Newer };
+// DoneInPart: without what damage hides.
+enum class TransferState { Running, Done, DoneInPart, NoSpace, NotWritable, NotABackup, Newer };
 
 // Copies sessions between the store and another file, in steps of at most 20 ms; the last one of a
 // restore waits for the disk. Destroyed before it is Done, it changes nothing and leaves no file.
@@ -132,7 +139,7 @@ public:
         = 0;
     // Afterwards a finished measurement survives a power cut, a running one a crash of the program.
     virtual bool write(SessionId session, MeasurementPart const& part) = 0;
-    virtual bool end(SessionId session, Date date) = 0;
+    virtual bool end(SessionId session, SessionEnd const& end) = 0;
 
     virtual bool markSaved(SessionId session) = 0;
     // unsavedSession() no longer returns it.
@@ -141,9 +148,9 @@ public:
     virtual bool remove(std::vector<SessionId> const& sessions) = 0;
     // Also the files that were moved away.
     virtual bool removeAll() = 0;
-    // Moves what was written from the journal into the file; waits for the disk. To be called while
-    // no records come.
-    virtual void checkpoint() = 0;
+    // Moves what was written from the journal into the file; waits for the disk, which the next
+    // write of a running measurement then need not. To be called while no records come.
+    virtual bool checkpoint() = 0;
 
     // At most that many sessions older than the last one of the page before; the newest if none.
     virtual SessionPage sessions(std::optional<SessionSummary> const& last, std::size_t most) = 0;

@@ -9,6 +9,8 @@
 #include <QMenu>
 #include <QMessageBox>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -19,6 +21,8 @@ QString textOf(TransferState state)
     case TransferState::Running:
     case TransferState::Done:
         break;
+    case TransferState::DoneInPart:
+        return u"壊れていて読み取れない測定を除いて、バックアップしました。管理者に知らせてください。"_s;
     case TransferState::NoSpace:
         return QStringLiteral("空き容量が足りません。何も変更していません。");
     case TransferState::NotWritable:

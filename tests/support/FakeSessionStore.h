@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <map>
+#include <tuple>
 
 namespace tensio {
 
@@ -55,11 +56,12 @@ struct FakeSessionStore : SessionStore {
         longestPart = std::max(longestPart, part.points.size());
         return true;
     }
-    bool end(SessionId session, Date date) override
+    bool end(SessionId session, SessionEnd const& end) override
     {
         bool const isDone = noted(ended, session);
         if (auto const found = stored.find(session); isDone && found != stored.end())
-            found->second.end = date;
+            std::tie(found->second.end, found->second.target, found->second.targetPercent)
+                = std::tie(end.date, end.target, end.targetPercent);
         return isDone;
     }
 
@@ -87,7 +89,7 @@ struct FakeSessionStore : SessionStore {
             stored.clear();
         return isDone;
     }
-    void checkpoint() override { ++checkpoints; }
+    bool checkpoint() override { return ++checkpoints > 0; }
 
     SessionPage sessions(std::optional<SessionSummary> const& last, std::size_t most) override
     {

@@ -123,11 +123,21 @@ bool QtSessionStore::writePoints(SessionId session, MeasurementPart const& part)
     return true;
 }
 
-bool QtSessionStore::end(SessionId session, Date date)
+bool QtSessionStore::end(SessionId session, SessionEnd const& end)
 {
     return m_database.change(Durability::ProgramEnd, [&] {
         return m_database.run(
-            QStringLiteral("UPDATE session SET ended = ? WHERE id = ?"), {stored(date), session});
+            QStringLiteral("UPDATE session SET ended = ?, target = ?, percent = ? WHERE id = ?"),
+            {stored(end.date), stored(end.target), stored(end.targetPercent), session});
+    });
+}
+
+bool QtSessionStore::checkpoint()
+{
+    // The first write into an empty journal waits for the disk: it is made here.
+    return m_database.checkpoint() && m_database.change(Durability::ProgramEnd, [this] {
+        return m_database.run(QStringLiteral("UPDATE session SET start = start WHERE id = "
+                                             "(SELECT max(id) FROM session)"));
     });
 }
 
@@ -163,7 +173,6 @@ SessionPage QtSessionStore::sessions(std::optional<SessionSummary> const& last, 
             + QStringLiteral("WHERE (start, id) < (?, ?) ORDER BY start DESC, id DESC LIMIT ?"),
         {last ? stored(last->start) : end, last ? last->id : end, static_cast<qint64>(most)},
         [&](QSqlQuery const& row) { page.sessions.push_back(summaryOf(row)); });
-    page.hasMovedFiles = m_database.hasMovedFiles();
     return page;
 }
 

@@ -19,13 +19,13 @@ public:
 
     std::optional<SessionId> begin(SessionHead const& head, MeasurementPart const& part) override;
     bool write(SessionId session, MeasurementPart const& part) override;
-    bool end(SessionId session, Date date) override;
+    bool end(SessionId session, SessionEnd const& end) override;
 
     bool markSaved(SessionId session) override;
     bool dismiss(SessionId session) override;
     bool remove(std::vector<SessionId> const& sessions) override;
     bool removeAll() override { return m_database.removeAll(); }
-    void checkpoint() override { m_database.checkpoint(); }
+    bool checkpoint() override;
 
     SessionPage sessions(std::optional<SessionSummary> const& last, std::size_t most) override;
     std::optional<SessionSummary> unsavedSession() override;

@@ -71,6 +71,8 @@ TransferState QtSessionTransfer::startBackup()
 
 TransferState QtSessionTransfer::startRestore()
 {
+    if (!m_database.canChange())
+        return TransferState::NotWritable;
     // Immutable: nothing is written beside it, and it may lie on a medium that cannot be written.
     auto const url = QUrl::fromLocalFile(m_path).toString(QUrl::FullyEncoded);
     if (!m_database.attach(url + QStringLiteral("?mode=ro&immutable=1")))
@@ -84,7 +86,9 @@ TransferState QtSessionTransfer::startCopy(QString const& from, QString const& t
     m_copy.emplace(m_database, from, to);
     if (m_copy->version() > sessionTablesVersion)
         return TransferState::Newer;
-    return m_copy->isPossible() ? TransferState::Running : TransferState::NotABackup;
+    if (m_copy->isPossible())
+        return TransferState::Running;
+    return m_copy->hasFailed() ? refusal() : TransferState::NotABackup;
 }
 
 TransferState QtSessionTransfer::copySome()
@@ -119,7 +123,9 @@ TransferState QtSessionTransfer::finish(bool isFlushed)
     if (m_kind == Kind::Restore)
         return m_database.run(QStringLiteral("COMMIT")) ? TransferState::Done : refusal();
     bool const isDone = isFlushed && replaceFile(m_file.fileName(), m_path);
-    return isDone ? TransferState::Done : TransferState::NotWritable;
+    if (!isDone)
+        return TransferState::NotWritable;
+    return m_copy->hasMetDamage() ? TransferState::DoneInPart : TransferState::Done;
 }
 
 TransferState QtSessionTransfer::refusal() const

@@ -301,12 +301,6 @@ bool SessionDatabase::checkpoint()
     return isDone;
 }
 
-bool SessionDatabase::hasMovedFiles() const
-{
-    return !movedSessionFiles(m_path, damaged).isEmpty()
-        || !movedSessionFiles(m_path, newer).isEmpty();
-}
-
 bool SessionDatabase::removeAll()
 {
     if (m_problem != StoreProblem::Damaged && !canChange())

@@ -51,12 +51,13 @@ public:
     }
     // Moves what was written from the journal into the file.
     bool checkpoint();
-    bool hasMovedFiles() const;
     // Also the files that were moved away.
     bool removeAll();
     // True when the file that was opened is gone; the one that is there now, or a new one, is open.
     bool reopenIfVanished();
 
+    // False, with the reason in problem(), where nothing may be changed now.
+    bool canChange();
     // Another file, the schema "other" in statements. Until it is detached, change() refuses.
     bool attach(QString const& name);
     // Undoes what has not been committed.
@@ -82,7 +83,6 @@ private:
     void close();
     void rememberLastId();
 
-    bool canChange();
     template<typename Work>
     bool transact(Durability durability, Work const& work)
     {

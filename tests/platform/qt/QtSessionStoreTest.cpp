@@ -90,8 +90,10 @@ TEST(QtSessionStore, GivesBackWhatWasWrittenAndMarked)
     EXPECT_EQ(std::tuple(id, start, name, count, highest, isSaved, isSimulated),
         std::tuple(second, Place::time, "鈴木", 2, 50.5f, false, true));
     EXPECT_EQ(loaded->end, std::nullopt);
-    EXPECT_TRUE(store.end(first, Place::time));
-    EXPECT_EQ(store.load(first, StoredPoints::LeftOut).value().end, Place::time);
+    EXPECT_TRUE(store.end(first, {Place::time, 45.0f, 0.8f}));
+    auto const ended = store.load(first, StoredPoints::LeftOut).value();
+    EXPECT_EQ(std::tuple(ended.end, ended.target, ended.targetPercent),
+        std::tuple(std::optional(Place::time), 45.0f, 0.8f));
     EXPECT_EQ(store.unsavedSession().value().id, second);
     EXPECT_TRUE(store.markSaved(second));
     EXPECT_FALSE(store.unsavedSession()) << "only the newest counts";
@@ -114,9 +116,7 @@ TEST(QtSessionStore, IsReadableForTheUserAloneAndKeepsNothingOfWhatIsRemoved)
             EXPECT_TRUE(isOneRemoved || QFile::copy(place.path, place.path + aside));
         }
         std::optional<QtSessionStore> store(place.path);
-        EXPECT_NE(store->sessions(std::nullopt, 1).hasMovedFiles, isOneRemoved);
         EXPECT_TRUE(isOneRemoved ? store->remove({id}) : store->removeAll());
-        EXPECT_FALSE(store->sessions(std::nullopt, 1).hasMovedFiles);
         EXPECT_TRUE(store->write(id, {2, 20.0f, 20.0f, {}, true, 0, {}})) << "kept by nobody";
         for (auto const& name : place.data.entryList(QDir::Files)) {
             QFile rest(place.data.filePath(name));
@@ -294,7 +294,7 @@ TEST(QtSessionStore, MovesWhatItWritesIntoTheFileOnlyWhenTold)
     EXPECT_EQ(QFileInfo(place.path).size(), size);
     store.checkpoint();
     EXPECT_GT(QFileInfo(place.path).size(), size);
-    EXPECT_EQ(QFileInfo(place.path + "-wal").size(), 0);
+    EXPECT_LE(QFileInfo(place.path + "-wal").size(), 4152);
 }
 
 TEST(QtSessionStore, CopiesItsSessionsToABackupAndBack)
