@@ -74,7 +74,7 @@ int record(QDir const& folder)
         recording->press(3, [&] { print("."); });
         print("\n");
     }
-    session.manager.disconnectAction.apply(Nothing {});
+    session.finish();
     auto const& measurements = session.manager.measurementList.measurements();
     mark(faultsEnd);
     bool const isWhole = measurements.size() == 3 && measurements[2]->pressurePoints->size() == 60

@@ -99,7 +99,7 @@ TEST(StoreTimes, OfTheMainThreadInAnHourAndAtTheEndOfMeasurements)
     auto const seconds = timesOf(3600, [&] { record(1.0); });
     recording.session.runLoop.advance(Seconds(2.0));
     auto const ends = timesOf(90, [&] { record(2.0); });
-    recording.session.manager.disconnectAction.apply(Nothing {});
+    recording.session.finish();
     EXPECT_EQ(recording.store.unsavedSession()->count, 91);
     EXPECT_LT(seconds[1800], 0.2);
     EXPECT_LT(seconds[3564], 5.0);

@@ -47,7 +47,7 @@ std::string play(std::vector<TimedBytes> const& writes, std::string const& end)
         session.port->playLoss();
     } else if (end.empty())
         session.runLoop.advance(Seconds(3.0));
-    session.manager.disconnectAction.apply(Nothing {});
+    session.finish();
     std::string measurements;
     for (auto const& measurement : session.manager.measurementList.measurements())
         measurements += describe(*measurement);
@@ -75,5 +75,5 @@ TEST(Streams, YieldTheirMeasurements)
         EXPECT_EQ(play(writes, end), expected) << entry.path();
         ++count;
     }
-    EXPECT_EQ(count, 33);
+    EXPECT_EQ(count, 27);
 }

@@ -23,19 +23,6 @@ TEST(TensioManager, EndsAMeasurementAtTheFirstTickWithoutARecordSinceTheLastTick
     }
 }
 
-TEST(TensioManager, CountsOnWhenTheListIsFull)
-{
-    Session session;
-    int ticks = 0;
-    auto const observing = session.manager.currentTime.observeChanges([&](Date) { ++ticks; });
-    session.connect();
-    for (int burst = 0; burst < 102; ++burst)
-        session.press({20.0});
-    EXPECT_EQ(ticks, 255) << "a tick each second";
-    EXPECT_EQ(session.bestPressures().size(), 99U);
-    EXPECT_EQ(session.manager.measurement->number, 103);
-}
-
 TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection)
 {
     for (bool const isLoss : {false, true}) {
@@ -49,7 +36,7 @@ TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection
         if (isLoss)
             session.port->playLoss();
         else
-            manager.disconnectAction.apply(Nothing {});
+            session.finish();
         EXPECT_EQ(end, isLoss ? 3U : 2U) << "interrupted or completed";
         EXPECT_EQ(session.bestPressures(), std::vector {15.0f});
         EXPECT_FALSE(manager.isMeasuring.value());
@@ -78,7 +65,7 @@ TEST(TensioManager, RestoresASessionInOneStepForAllWhoObserve)
     auto& manager = session.manager;
     session.connect();
     session.receive({60.0});
-    manager.disconnectAction.apply(Nothing {});
+    session.finish();
     session.saving.answer = "/file.csv";
     manager.saveCsv();
     using State = std::tuple<std::string, std::size_t, bool, std::string, float, float, bool>;
@@ -102,4 +89,19 @@ TEST(TensioManager, RestoresASessionInOneStepForAllWhoObserve)
         1.0f, std::nullopt, true});
     EXPECT_EQ(states, (std::map<State, int> {{{"花子", 7, false, "", 0.0f, 30.0f, true}, 12}}));
     EXPECT_EQ(manager.measurementList.startingIndex(), 2) << "as after the last press";
+}
+
+TEST(TensioManager, StepsOfTheTargetStayOnTheGridThatTheUserSees)
+{
+    std::tuple<float, float, float, float> const rows[] {{30.0f, 1.0f, 0.1f, 30.1f},
+        {10.0f, 1.0f, -0.1f, 10.0f}, {80.0f, 1.0f, 0.1f, 80.0f}, {33.3f, 0.7f, 0.1f, 23.4f / 0.7f},
+        {40.0f, 0.5f, -0.1f, 39.8f}, {80.0f, 0.5f, 0.1f, 80.0f}, {0.0f, 1.0f, 0.1f, 10.0f}};
+    Session session;
+    for (auto const& [base, percent, step, result] : rows) {
+        session.manager.targetPressure.setValue(base);
+        session.manager.changeTargetPressurePercentAction.apply(percent);
+        session.manager.changeTargetPressureAction.apply(step);
+        EXPECT_FLOAT_EQ(session.manager.targetPressure.value(), result)
+            << base << " × " << percent << " + " << step;
+    }
 }

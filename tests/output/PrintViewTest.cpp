@@ -58,19 +58,6 @@ TEST(PrintViews, FillPagesWithoutGapsOrRepeatsAndRefuseAPaperThatHoldsNothing)
     }
 }
 
-TEST(ListPrintView, WritesHeadingsOnceAndALineForEachMeasurement)
-{
-    ListPrintView view("山田", finishedMeasurements(1));
-    view.paginate({}, Page());
-    EXPECT_EQ(Page(view, 1).lines,
-        (Page::Lines {"72.0 72.0 130.0 11.3 8.0 < 氏名", "202.0 72.0 110.0 11.3 8.0 < 測定日時",
-            "312.0 72.0 70.0 11.3 8.0 > 計測回数", "382.0 72.0 70.0 11.3 8.0 > 最大圧",
-            "452.0 72.0 70.0 11.3 8.0 > 目標圧", "72.0 83.3 130.0 11.3 8.0 < 山田",
-            "202.0 83.3 110.0 11.3 8.0 < 2024年 3月05日 14:07:09",
-            "312.0 83.3 70.0 11.3 8.0 > 1 回目", "382.0 83.3 70.0 11.3 8.0 > 10.0 kPa",
-            "452.0 83.3 70.0 11.3 8.0 > 30.0 kPa"}));
-}
-
 TEST(GridPrintView, SumsUpASelection)
 {
     Session session;

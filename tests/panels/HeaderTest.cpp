@@ -2,7 +2,6 @@
 #include "support/Session.h"
 #include "support/Ui.h"
 
-#include <QLabel>
 #include <QMenu>
 #include <QPushButton>
 
@@ -23,7 +22,7 @@ TEST(Header, SavesAndPrintsBetweenSessionsAndShowsNameAndTime)
     session.runLoop.advance(Seconds(1.0));
     EXPECT_EQ(time.text(), "2024/03/05 09:07:10");
     session.manager.username.setValue("山田 花子");
-    EXPECT_EQ(find<QLabel>(view, "nameLabel").text(), "山田 花子");
+    EXPECT_EQ(textOf(view, "nameLabel"), "山田 花子");
 
     auto const expectEnabled = [&](bool isEnabled, QString const& reason) {
         for (auto const* name : {"saveButton", "screenSaveButton", "printButton"}) {
@@ -36,7 +35,7 @@ TEST(Header, SavesAndPrintsBetweenSessionsAndShowsNameAndTime)
         session.connect();
         session.receive(std::vector(hasPressed ? 1U : 0U, 20.0));
         expectEnabled(false, "測定中は使えません。先に「終了」を押してください");
-        session.manager.disconnectAction.apply(Nothing {});
+        session.finish();
     }
     expectEnabled(true, QString());
     EXPECT_EQ(find<QPushButton>(view, "printButton").menu(), &menu);

@@ -6,7 +6,6 @@
 
 #include <QDesktopServices>
 #include <QFileDialog>
-#include <QLabel>
 #include <QMenu>
 #include <QSignalSpy>
 #include <QTest>
@@ -43,7 +42,6 @@ struct Strip {
         }
         return page;
     }
-    void finish() { session.manager.disconnectAction.apply(Nothing {}); }
 };
 
 } // namespace
@@ -62,14 +60,14 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     };
     auto const averageAfter = [&](int pressed) {
         QTest::mousePress(tiles[pressed], Qt::LeftButton);
-        return find<QLabel>(strip.view, "averageLabel").text().toStdString();
+        return textOf(strip.view, "averageLabel");
     };
     EXPECT_EQ(averageAfter(0), "0.0");
     expectTile(0, "「終了」のあとに選べます", false);
     QContextMenuEvent rightClick(QContextMenuEvent::Mouse, {}, {});
     QApplication::sendEvent(tiles[3], &rightClick);
     EXPECT_EQ(tiles[3]->findChild<QMenu*>(), nullptr) << "reports wait for the end";
-    strip.finish();
+    strip.session.finish();
     QApplication::sendEvent(tiles[3], &rightClick);
     tiles[3]->findChild<QMenu*>()->actions().constFirst()->trigger();
     EXPECT_EQ(strip.printed, 4);
@@ -86,7 +84,7 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     EXPECT_EQ(averageAfter(0), "35.2");
     EXPECT_EQ(averageAfter(3), "43.5");
     strip.session.connect();
-    EXPECT_EQ(find<QLabel>(strip.view, "averageLabel").text(), "0.0");
+    EXPECT_EQ(textOf(strip.view, "averageLabel"), "0.0");
 }
 
 TEST(History, SaysTheStateTheNextStepAndTheCount)
@@ -97,8 +95,8 @@ TEST(History, SaysTheStateTheNextStepAndTheCount)
     HistoryViewController const strip(session.manager, status, {}, view);
     auto const expect = [&](char const* state, char const* hint, char const* count) {
         EXPECT_EQ(status.state.value(), state);
-        EXPECT_EQ(find<QLabel>(view, "hintLabel").text(), hint);
-        EXPECT_EQ(find<QLabel>(view, "countLabel").text(), count);
+        EXPECT_EQ(textOf(view, "hintLabel"), hint);
+        EXPECT_EQ(textOf(view, "countLabel"), count);
     };
     expect("待機中", "「開始」を押すと測定を始められます", "");
     session.manager.connectAction.apply(Nothing {});
@@ -114,7 +112,7 @@ TEST(History, SaysTheStateTheNextStepAndTheCount)
     for (int press = 3; press < 12; ++press)
         session.press({20.0});
     session.receive({20.0});
-    session.manager.disconnectAction.apply(Nothing {});
+    session.finish();
     for (std::size_t selected = 0; selected < 3; ++selected) {
         expect("待機中", "履歴の測定をクリックすると、3つまで選べます",
             ("全13回中 9〜13　選択 " + std::to_string(selected) + "/3").c_str());
@@ -122,7 +120,7 @@ TEST(History, SaysTheStateTheNextStepAndTheCount)
     }
     expect("待機中", "3つ選びました。保存・印刷できます", "全13回中 9〜13　選択 3/3");
     session.connect();
-    for (int press = 0; press < 99; ++press)
+    for (int press = 0; press < 101; ++press)
         session.press({20.0});
     expect("測定待ち", "99回に達しました。これ以降は記録されません", "全99回中 95〜99");
 }
@@ -146,7 +144,7 @@ TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
     click(strip.view, "backButton");
     EXPECT_EQ(strip.page(), "2[3]456");
     EXPECT_EQ(find(strip.view, "backButton").nextInFocusChain(), strip.tiles()[0]);
-    strip.finish();
+    strip.session.finish();
     strip.session.saving.answer = "/folder/A&B";
     strip.session.manager.saveCsvAction.apply(Nothing {});
     EXPECT_TRUE(find(strip.view, "savedButton").text().endsWith(u"A&&B"));

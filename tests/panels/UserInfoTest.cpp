@@ -5,7 +5,6 @@
 
 #include <QApplication>
 #include <QClipboard>
-#include <QLabel>
 #include <QLineEdit>
 #include <QTest>
 
@@ -102,10 +101,10 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
         Dialog dialog;
         dialog.fill(name, pressure);
         dialog.click("okButton");
-        EXPECT_EQ(find<QLabel>(dialog.window(), "pressureHint").text(), u"10.0〜80.0 kPa");
+        EXPECT_EQ(textOf(dialog.window(), "pressureHint"), "10.0〜80.0 kPa");
         EXPECT_EQ(dialog.entries(), after);
         EXPECT_EQ(dialog.isConnecting(), refused == ' ');
-        EXPECT_EQ(find<QLabel>(dialog.window(), "nameHint").text().toStdString(),
+        EXPECT_EQ(textOf(dialog.window(), "nameHint"),
             dialog.name().text().isEmpty() ? "氏名を入力してください（10文字まで）" : "10文字まで");
         for (auto* input : {&dialog.name(), &dialog.pressure()}) {
             bool const isRefused = input->objectName().startsWith(QLatin1Char(refused));

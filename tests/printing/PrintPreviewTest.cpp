@@ -8,13 +8,11 @@
 #include "support/Reports.h"
 #include "support/Session.h"
 #include "support/Ui.h"
-#include "toolkit/DesignFrame.h"
 #include "toolkit/WindowSize.h"
 
 #include <QDialog>
 #include <QFile>
 #include <QGraphicsView>
-#include <QLabel>
 #include <QPageRanges>
 #include <QPrintPreviewWidget>
 #include <QPrinter>
@@ -64,7 +62,7 @@ struct Preview {
     std::string position()
     {
         QCoreApplication::processEvents();
-        return find<QLabel>(parent, "positionLabel").text().toStdString();
+        return textOf(parent, "positionLabel");
     }
 };
 
@@ -79,9 +77,6 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     auto const& window = find<QDialog>(preview.parent, "PrintPreview");
     EXPECT_EQ(window.size().boundedTo(availableSize(window)), window.size());
     EXPECT_EQ(window.size().expandedTo(window.minimumSizeHint()), window.size()) << "uncut";
-    auto const choice = preview.button("listButton").grab().toImage();
-    EXPECT_EQ(preview.button("listButton").width(), qRound(116 * designScale(window)));
-    EXPECT_EQ(choice.pixel(choice.width() - 2, 1), choice.pixel(1, 1)) << "a round end, too";
     preview.button("nextButton").setFocus();
     preview.click("nextButton");
     EXPECT_EQ(preview.position(), "2 / 2 ページ");
@@ -91,7 +86,6 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
         preview.click(button);
         EXPECT_EQ(preview.position(), position);
     }
-    EXPECT_FALSE(preview.button("gridButton").isChecked());
     auto& pages = find<QGraphicsView>(preview.parent);
     EXPECT_EQ(pages.items().size(), 2) << "Qt takes each for a page";
 

@@ -46,12 +46,8 @@ void passEightHours(double silenceSeconds, std::ptrdiff_t bytesPerReading)
 
 } // namespace
 
-TEST(EightHours, GrowByTheReadingsOnly)
+TEST(EightHours, GrowByTheReadingsOnlyAlsoInOneLongBurst)
 {
     passEightHours(2.5, sizeof(float));
-}
-
-TEST(EightHours, GrowByTheReadingsOnlyInOneLongBurst)
-{
     passEightHours(0.0, 2 * sizeof(float));
 }

@@ -61,6 +61,7 @@ struct Session : Surroundings {
     }
 
     void connect(float target = 30.0f) { Surroundings::connect(manager, target); }
+    void finish() { manager.disconnectAction.apply(Nothing {}); }
 
     std::vector<float> bestPressures() const
     {

@@ -2,6 +2,7 @@
 
 #include <QAbstractButton>
 #include <QImage>
+#include <QLabel>
 
 namespace tensio {
 
@@ -10,6 +11,11 @@ template<typename T = QAbstractButton>
 T& find(QObject const& window, char const* name = nullptr)
 {
     return *window.findChild<T*>(QString::fromLatin1(name));
+}
+
+inline std::string textOf(QObject const& window, char const* label)
+{
+    return find<QLabel>(window, label).text().toStdString();
 }
 
 inline void click(QObject const& window, char const* name)

@@ -202,13 +202,6 @@ TEST(QtSerialPortList, NamesTheBridgeAsTheLinkLooksForItAndVirtualPortsAsTheirLi
     EXPECT_TRUE(elsewhere.back().isOther && elsewhere.back().obstacle.empty()) << "not opened";
     EXPECT_NE(elsewhere.at(0).obstacle.find("使用中"), std::string::npos);
     EXPECT_FALSE(elsewhere[0].isOpen);
-    qputenv("XDG_RUNTIME_DIR", "/dev/null");
-    qputenv("TMPDIR", "/proc");
-    // Qt warns of such a folder.
-    auto* const handler = qInstallMessageHandler([](auto, auto const&, auto const&) {});
-    EXPECT_EQ(virtualPortsFolder(), "") << "nowhere, rather than in the root folder";
-    qInstallMessageHandler(handler);
-    qunsetenv("TMPDIR");
 }
 
 TEST(QtSerialPort, SeesTheEndOfABurstEvenWhileItsDelegateIsNotNotified)
