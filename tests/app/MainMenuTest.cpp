@@ -71,7 +71,7 @@ TEST(MainMenu, RunsEachCommand)
     desk.finish();
     desk.manager.measurementList.measurements()[0]->isCounted.setValue(true);
     desk.saving.answer = "/folder/file";
-    desk.saving.clipboard = "picture";
+    desk.saving.picture = "picture";
     auto const csv = [](std::string const& part) { return encodeUtf16(part).substr(2); };
     // Title, panel and part of the file.
     using Row = std::tuple<char const*, std::string, std::string>;
@@ -117,7 +117,7 @@ TEST(MainMenu, RunsEachCommand)
 
 TEST(MainMenu, OffersDefaultTargetsAndStoresAndChecksTheChosenOne)
 {
-    Desk desk;
+    Desk desk({}, {{"target pressure", 45.0f}});
     desk.connect(20.0f);
     auto const targets = [&](bool isChecked) {
         QStringList titles;
@@ -129,7 +129,7 @@ TEST(MainMenu, OffersDefaultTargetsAndStoresAndChecksTheChosenOne)
     };
     EXPECT_EQ(targets(false).size(), 15);
     EXPECT_EQ(targets(false).front() + targets(false).back(), "80.0 kPa10.0 kPa");
-    EXPECT_EQ(targets(true).join(u' '), "30.0 kPa");
+    EXPECT_EQ(targets(true).join(u' '), "45.0 kPa");
     desk.command("55.0 kPa").trigger();
     EXPECT_EQ(targets(true).join(u' '), "55.0 kPa");
     EXPECT_EQ(desk.userDefaults.stored["target pressure"], 55.0f);
@@ -173,6 +173,7 @@ TEST(MainMenu, HasNoShortcutOrMnemonicTwice)
                 EXPECT_TRUE(key.isEmpty() || taken.insert(key).second) << key.toStdString();
         }
     }
-    for (auto const* key : {"Ctrl+O", "Ctrl+P", "Ctrl+Q", "Ctrl+S"})
-        EXPECT_TRUE(taken.contains(key)) << key;
+    for (auto const& [key, title] : {std::pair {"Ctrl+O", "以前の測定を開く"},
+             {"Ctrl+P", "一覧を印刷"}, {"Ctrl+Q", "tensioを終了"}, {"Ctrl+S", "CSVを保存"}})
+        EXPECT_EQ(desk.command(title).shortcut().toString(), key);
 }

@@ -1,6 +1,5 @@
 #include "support/Desk.h"
 
-#include <QLabel>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -21,6 +20,8 @@ TEST(TensioView, ScalesTheDesignUniformlyAndCentresIt)
         desk.window.resize(content);
         EXPECT_EQ(find<QWidget>(desk.window, "rootView").geometry(), root);
         EXPECT_EQ(find(desk.window, "startButton").size(), startButton);
+        EXPECT_EQ(
+            find(desk.window, "backButton").iconSize(), QSize(14, 18) * root.width() / 1040.0);
         desk.window.grab(); // for the sanitizers
     }
 }
@@ -99,12 +100,12 @@ TEST(TensioView, ShowsNothingOfTheLastSessionNorAHopeBehindTheAlertOfAFailedConn
     desk.ports.ports.clear();
     desk.alerts.whileOpen = [&] {
         EXPECT_EQ(graph.grab().toImage(), empty);
-        EXPECT_EQ(find<QLabel>(desk.window, "statusLabel").text(), "未接続");
-        EXPECT_EQ(find<QLabel>(desk.window, "hintLabel").text(), "測定器に接続できませんでした");
+        EXPECT_EQ(textOf(desk.window, "statusLabel"), "未接続");
+        EXPECT_EQ(textOf(desk.window, "hintLabel"), "測定器に接続できませんでした");
     };
     desk.manager.connectAction.apply(Nothing {});
     EXPECT_EQ(desk.alerts.messages.size(), 1U);
     desk.ports.ports = {desk.port};
     desk.manager.connectAction.apply(Nothing {});
-    EXPECT_EQ(find<QLabel>(desk.window, "statusLabel").text(), "接続中…");
+    EXPECT_EQ(textOf(desk.window, "statusLabel"), "接続中…");
 }

@@ -25,7 +25,7 @@ struct Finished : Session {
         for (std::size_t const index : {1U, 0U})
             manager.measurementList.measurements()[index]->isCounted.setValue(true);
         saving.frame = {57.5, 0.25, 1040.0, 692.5};
-        saving.clipboard = "picture";
+        saving.picture = "picture";
     }
 };
 
@@ -57,6 +57,7 @@ TEST(Saving, WritesTheFileUnlessTheUserCancelsAndReportsAFailure)
         session.saving.diskIsFull = true;
         run(session);
         EXPECT_EQ(session.manager.savedPath().value(), "");
+        EXPECT_FALSE(session.manager.isSavedAsCsv.value());
         session.saving.diskIsFull = false;
         run(session);
         EXPECT_TRUE(session.saving.written.starts_with(written)) << session.saving.written;
@@ -64,7 +65,7 @@ TEST(Saving, WritesTheFileUnlessTheUserCancelsAndReportsAFailure)
         EXPECT_EQ(session.alerts.messages, alerts) << "one for the full disk";
         EXPECT_EQ(session.manager.savedPath().value(), "/folder/file");
         EXPECT_EQ(session.manager.isSavedAsCsv.value(), &run == &std::get<0>(saves[0]));
-        session.manager.disconnectAction.apply(Nothing {});
+        session.finish();
         session.connect();
         EXPECT_EQ(session.manager.savedPath().value(), "");
         EXPECT_FALSE(session.manager.isSavedAsCsv.value());
@@ -83,7 +84,7 @@ TEST(Saving, AsksForNoFileThatCannotBe)
     EXPECT_TRUE(session.saving.log.empty());
     session.pdfRenderer.hasRoom = session.pdfRenderer.fails = true;
     session.saving.answer = "/folder/file";
-    session.saving.clipboard.reset();
+    session.saving.picture.reset();
     session.manager.saveViewAsPdf(session.view);
     session.manager.saveScreenshot();
     EXPECT_EQ(session.saving.log.back(), "panel png") << "neither PDF nor picture could be made";

@@ -7,7 +7,6 @@
 #include "toolkit/ImageView.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QPaintEvent>
 
 #include <gtest/gtest.h>
@@ -184,8 +183,11 @@ TEST(VisualFeedbackScreen, TheEndOfASessionLeavesNoLineWhite)
     screen.receive(50.0, Seconds(0.2));
     screen.receive(50.0);
     EXPECT_EQ(lines(), std::pair(QColor(Qt::white), QColor(Qt::white)));
-    screen.session.manager.disconnectAction.apply(Nothing {});
+    screen.session.finish();
     EXPECT_EQ(lines(), std::pair(QColor(0xe60012), QColor(0xe60012)));
+    screen.session.manager.targetPressurePercent.setValue(0.5f);
+    EXPECT_NE(lines().first, QColor(0xe60012)) << "a new target shows before any reading";
+    EXPECT_NE(lines().second, QColor(0xe60012));
 }
 
 TEST(VisualFeedbackScreen, WhatIsDueIsDrawnBeforeATimerlessPanelOrPicture)

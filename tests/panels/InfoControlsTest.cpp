@@ -5,9 +5,9 @@
 #include "support/Ui.h"
 #include "toolkit/ImageView.h"
 
-#include <QLabel>
 #include <QMenu>
 #include <QTest>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -23,10 +23,7 @@ struct Panel {
         session.manager, status, session.runLoop, session.alerts, window};
     std::vector<std::string>& messages {session.alerts.messages};
 
-    std::string text(char const* label) const
-    {
-        return find<QLabel>(window, label).text().toStdString();
-    }
+    std::string text(char const* label) const { return textOf(window, label); }
     void click(char const* button) const { tensio::click(window, button); }
     bool isDialogOpen() const { return session.manager.isShowingPopup.value(); }
 
@@ -72,13 +69,15 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
     EXPECT_EQ(percent.text(), "100%");
     auto const picture = percent.grab().toImage();
     EXPECT_EQ(colorAt(picture, percent.width() - 5.0, 8.0), Qt::red) << "3 units from the edge";
-    percent.menu()->popup(QPoint());
-    auto const rows = percent.menu()->findChildren<OrvMenuItemView*>();
-    EXPECT_EQ(rows.size(), 10) << "from 100% to 10%";
-    auto* const row = rows.at(3);
-    EXPECT_EQ(row->size(), QSize(percent.width() - 2, 28));
-    QTest::mouseRelease(row, Qt::LeftButton);
-    EXPECT_FALSE(percent.menu()->isVisible());
+    // In the menu's own event loop.
+    QTimer::singleShot(0, percent.menu(), [&] {
+        auto const rows = percent.menu()->findChildren<OrvMenuItemView*>();
+        EXPECT_EQ(rows.size(), 10) << "from 100% to 10%";
+        EXPECT_EQ(rows.at(3)->size(), QSize(percent.width() - 2, 28));
+        QTest::mouseRelease(rows.at(3), Qt::LeftButton);
+        EXPECT_FALSE(percent.menu()->isVisible());
+    });
+    QTest::keyClick(&percent, Qt::Key_Down);
     EXPECT_EQ(percent.text(), "70%");
     EXPECT_EQ(panel.text("basisLabel"), "基準 30.1 kPa × 70%");
     EXPECT_EQ(panel.text("targetPressureLabel"), "21.1");

@@ -38,8 +38,10 @@ struct Desk
     TensioManager& manager {application.tensioManager()};
     MainWindow& window {application.window()};
 
-    explicit Desk(std::vector<std::string> const& storedNames = {})
-        : store(storedNames)
+    explicit Desk(std::vector<std::string> const& storedNames = {},
+        std::map<std::string, float> settings = {})
+        : Surroundings(std::move(settings))
+        , store(storedNames)
     {
         window.show();
         QApplication::setActiveWindow(&window);

@@ -85,7 +85,8 @@ struct FakePdfRenderer : PdfRenderer {
     }
 };
 
-// Panel, disk and screen at once, so that the order of what is asked of them can be seen.
+// Panel, disk and screen at once, so that the order of what is asked of them can be seen. While the
+// panel is open, another program copies something.
 struct FakeSaving
     : SavePanel
     , FileWriter
@@ -96,11 +97,13 @@ struct FakeSaving
     bool diskIsFull = false;
     bool isSimulated = false;
     ScreenRect frame;
+    std::optional<std::string> picture;
     std::optional<std::string> clipboard;
 
     std::optional<std::string> runModal(std::string const& fileType) override
     {
         log.push_back("panel " + fileType);
+        clipboard = "copied meanwhile";
         return answer;
     }
     void setSimulated(bool isNowSimulated) override { isSimulated = isNowSimulated; }
@@ -116,6 +119,7 @@ struct FakeSaving
     void captureToClipboard(ScreenRect const& area) override
     {
         log.push_back("capture " + captureRectangle(area));
+        clipboard = picture;
     }
     std::optional<std::string> clipboardPng() const override { return clipboard; }
 };

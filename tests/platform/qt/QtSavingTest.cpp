@@ -90,6 +90,8 @@ TEST(QtSavePanel, StartsAtTheDesktopAndCompletesTheTypeBeforeTheQuestionAboutOve
         {"2024.05.01", "results.txt", "old.1", "a\"b", "", "gone/", "sub/"}) {
         QTimer::singleShot(0, [&] {
             auto& panel = dynamic_cast<QFileDialog&>(*QApplication::activeModalWidget());
+            queue.post([&] { EXPECT_EQ(QApplication::activeModalWidget(), nullptr); });
+            QCoreApplication::processEvents();
             EXPECT_EQ(panel.directory(), desktop);
             EXPECT_LT(panel.width(), panel.screen()->size().width());
             EXPECT_EQ(panel.windowTitle().contains("模擬"), name == "old.1");
