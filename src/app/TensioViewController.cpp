@@ -6,6 +6,7 @@
 #include "feedback/VisualFeedbackViewController.h"
 #include "panels/HeaderViewController.h"
 #include "panels/InfoControlsViewController.h"
+#include "reactive/assignIfNew.h"
 #include "sessions/SessionNotices.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/DesignFrame.h"
@@ -98,7 +99,7 @@ void TensioViewController::scaleMenusAndAlerts()
     auto& window = *m_contentView.window();
     auto const fitting = std::min(window.width() / width, window.height() / height);
     auto const scale = std::floor(fitting * 8.0) / 8.0;
-    if (std::exchange(m_menuScale, scale) == scale)
+    if (!assignIfNew(m_menuScale, scale))
         return;
     auto const bar = u"QMenuBar { font-size: %1px; } QMenuBar::item { padding: %2px %3px; }"_s
                          .arg(std::max(1, qRound(14.0 * scale)))

@@ -1,6 +1,7 @@
 #include "feedback/GraphView.h"
 
 #include "core/Measurement.h"
+#include "reactive/assignIfNew.h"
 #include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
@@ -54,7 +55,7 @@ void GraphView::setUp(ImageView& maxPressureImage, ImageView& targetPressureImag
 QRegion GraphView::render()
 {
     auto changed = changedField();
-    if (std::exchange(m_timeWindow, timeWindow.value()) != timeWindow.value())
+    if (assignIfNew(m_timeWindow, timeWindow.value()))
         changed = QRect({}, pictureSize());
     renderField(changed);
     placeMarkers();
@@ -87,7 +88,7 @@ QRect GraphView::renderSweeps(Plotter const& plotter)
 bool GraphView::adoptScale(Plotter const& plotter)
 {
     SweepScale const scale {pictureSize(), plotter.toUnits(), toDevice()};
-    bool const isReset = std::exchange(m_resets, plotter.resets()) != plotter.resets();
+    bool const isReset = assignIfNew(m_resets, plotter.resets());
     if (!isReset && m_sweeps.scale() == scale)
         return false;
     if (isReset)
@@ -118,7 +119,7 @@ void GraphView::drawField(QPainter& painter) const
 void GraphView::placeMarkers()
 {
     std::pair const heights(heightOf(maxPressure.value()), heightOf(targetPressure.value()));
-    if (!m_maxPressureImage || std::exchange(m_markerHeights, heights) == heights)
+    if (!m_maxPressureImage || !assignIfNew(m_markerHeights, heights))
         return;
     placeAtHeight(*m_maxPressureImage, heights.first);
     placeAtHeight(*m_targetPressureImage, heights.second);

@@ -1,6 +1,7 @@
 #include "feedback/PressureView.h"
 
 #include "feedback/PartOfImage.h"
+#include "reactive/assignIfNew.h"
 #include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 
@@ -66,8 +67,7 @@ QRegion PressureView::changedField()
     bool const isSizeNew = m_field.size() != surfaceSize();
     if (isSizeNew)
         adoptSize();
-    bool const isScaleNew
-        = std::exchange(m_upperBound, upperBoundPressure.value()) != upperBoundPressure.value();
+    bool const isScaleNew = assignIfNew(m_upperBound, upperBoundPressure.value());
     auto const changed = replaceLine(m_target, targetPressure.value(), targetColor.value())
         | replaceLine(m_maximum, maxPressure.value(), maximumColor);
     return isSizeNew || isScaleNew ? QRegion(m_field.rect()) : changed;

@@ -1,5 +1,6 @@
 #include "guide/GuideView.h"
 
+#include "reactive/assignIfNew.h"
 #include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 
@@ -165,7 +166,7 @@ void GuideView::drawObject(
     auto& picture = m_pictures[fileOf(format, source())];
     painter->drawImage(frame, picture.shown);
     auto const size = (frame.size() * devicePixelRatioF()).toSize();
-    if (std::exchange(picture.size, size) != size)
+    if (assignIfNew(picture.size, size))
         QTimer::singleShot(0, this, &GuideView::prepareNextPicture);
 }
 
