@@ -4,7 +4,6 @@
 #include "core/TensioManager.h"
 #include "panels/UserInfoViewController.h"
 #include "toolkit/Accessible.h"
-#include "toolkit/ButtonAction.h"
 #include "toolkit/ButtonCommand.h"
 #include "toolkit/ButtonPair.h"
 #include "ui_InfoControls.h"
@@ -40,9 +39,9 @@ InfoControlsViewController::~InfoControlsViewController() = default;
 
 void InfoControlsViewController::addCommands(QMenu& menu)
 {
-    menu.addAction(new ButtonAction(*m_ui->startButton, u"測定を開始(&S)…"_s, Qt::Key_F5));
+    menu.addAction(makeMenuCommand(*m_ui->startButton, u"測定を開始(&S)…"_s, Qt::Key_F5));
     menu.addAction(
-        new ButtonAction(*m_ui->finishButton, u"測定を終了(&E)"_s, Qt::SHIFT | Qt::Key_F5));
+        makeMenuCommand(*m_ui->finishButton, u"測定を終了(&E)"_s, Qt::SHIFT | Qt::Key_F5));
 }
 
 void InfoControlsViewController::viewDidLoad()

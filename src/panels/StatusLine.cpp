@@ -1,10 +1,10 @@
 #include "panels/StatusLine.h"
 
 #include "toolkit/Accessible.h"
+#include "toolkit/OnEvent.h"
 
 #include <QDesktopServices>
 #include <QDir>
-#include <QEvent>
 #include <QFileInfo>
 #include <QLabel>
 #include <QPushButton>
@@ -29,7 +29,8 @@ StatusLine::StatusLine(StatusViewModel& status, QLabel& hint, QLabel& count, QPu
     , m_saved(saved)
 {
     setAccessibleRole(m_hint, QAccessible::Notification);
-    m_saved.installEventFilter(this);
+    onEvent(m_saved, {QEvent::Resize, QEvent::FontChange, QEvent::StyleChange}, *this,
+        [this](QObject&) { elideSavedText(); });
     connect(&m_saved, &QPushButton::clicked, this, &StatusLine::openFolder);
     m_subscriptions += m_status.hint.observe([this](std::string const& text) {
         setLabelText(m_hint, text);
@@ -41,14 +42,6 @@ StatusLine::StatusLine(StatusViewModel& status, QLabel& hint, QLabel& count, QPu
     });
     m_subscriptions
         += m_status.savedPath.observe([this](std::string const& path) { showSavedPath(path); });
-}
-
-bool StatusLine::eventFilter(QObject* watched, QEvent* event)
-{
-    if (event->type() == QEvent::Resize || event->type() == QEvent::FontChange
-        || event->type() == QEvent::StyleChange)
-        elideSavedText();
-    return QObject::eventFilter(watched, event);
 }
 
 void StatusLine::showSavedPath(std::string const& path)

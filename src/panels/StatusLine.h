@@ -19,10 +19,6 @@ public:
     // outlive the line.
     StatusLine(StatusViewModel& status, QLabel& hint, QLabel& count, QPushButton& saved);
 
-protected:
-    // Elides the file name again when its width changes.
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
     void showSavedPath(std::string const& path);
     void elideSavedText();

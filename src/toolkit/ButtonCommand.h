@@ -1,8 +1,10 @@
 #pragma once
 
 #include "reactive/CocoaAction.h"
+#include "toolkit/OnEvent.h"
 
 #include <QAbstractButton>
+#include <QAction>
 #include <QShortcut>
 
 namespace tensio {
@@ -19,6 +21,21 @@ inline void clickOnKey(QAbstractButton& button, Qt::Key key, QWidget& focused)
 {
     auto* shortcut = new QShortcut(key, &focused, nullptr, nullptr, Qt::WidgetShortcut);
     QObject::connect(shortcut, &QShortcut::activated, &button, &QAbstractButton::click);
+}
+
+// A menu's command that clicks the button, enabled while the button is. The button owns it.
+inline QAction* makeMenuCommand(
+    QAbstractButton& button, QString const& title, QKeySequence const& key)
+{
+    auto* command = new QAction(title, &button);
+    command->setShortcut(key);
+    // A key held down counts as one press.
+    command->setAutoRepeat(false);
+    auto const follow = [command, &button] { command->setEnabled(button.isEnabled()); };
+    follow();
+    onEvent(button, {QEvent::EnabledChange}, *command, [follow](QObject&) { follow(); });
+    QObject::connect(command, &QAction::triggered, &button, &QAbstractButton::click);
+    return command;
 }
 
 // Two buttons that step a value up and down: the keys do so while either has the focus.

@@ -52,9 +52,9 @@ void applyLook(QApplication& application)
         QStringList {u"Noto Sans CJK JP"_s, u"Yu Gothic UI"_s, u"Meiryo"_s, u"Hiragino Sans"_s});
     font.setPixelSize(14);
     QApplication::setFont(font);
-    new MessageBoxes(application);
+    layOutMessageBoxes(application);
     if (QGuiApplication::platformName().startsWith(u"wayland"_s))
-        new WaylandWindowSizes(application);
+        takeSizesOfCompositor(application, application);
     // A style sheet would make the placeholder too pale to read.
     QPalette fields;
     fields.setColor(QPalette::Text, colors::text);

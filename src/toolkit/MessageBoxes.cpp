@@ -1,9 +1,8 @@
 #include "toolkit/MessageBoxes.h"
 
+#include "toolkit/OnEvent.h"
 #include "toolkit/WindowSize.h"
 
-#include <QCoreApplication>
-#include <QEvent>
 #include <QLabel>
 #include <QLayout>
 #include <QMessageBox>
@@ -46,19 +45,13 @@ void layOut(QMessageBox& box)
 
 } // namespace
 
-MessageBoxes::MessageBoxes(QCoreApplication& application)
-    : QObject(&application)
+void layOutMessageBoxes(QObject& application)
 {
-    application.installEventFilter(this);
-}
-
-bool MessageBoxes::eventFilter(QObject* watched, QEvent* event)
-{
-    // By now it has its typeface, and it takes its size next.
-    auto* box = event->type() == QEvent::Show ? qobject_cast<QMessageBox*>(watched) : nullptr;
-    if (box)
-        layOut(*box);
-    return false;
+    // By then it has its typeface, and it takes its size next.
+    onEvent(application, {QEvent::Show}, application, [](QObject& receiver) {
+        if (auto* box = qobject_cast<QMessageBox*>(&receiver))
+            layOut(*box);
+    });
 }
 
 } // namespace tensio

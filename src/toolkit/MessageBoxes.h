@@ -1,21 +1,11 @@
 #pragma once
 
-#include <QObject>
-
-class QCoreApplication;
+class QObject;
 
 namespace tensio {
 
 // Gives every message box its margins, and room for the longest line of its text, which Qt would
-// cut or break within words. A child of the application.
-class MessageBoxes : public QObject {
-    Q_OBJECT
-
-public:
-    explicit MessageBoxes(QCoreApplication& application);
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-};
+// cut or break within words.
+void layOutMessageBoxes(QObject& application);
 
 } // namespace tensio

@@ -27,7 +27,8 @@ TEST(WindowSize, FitsEveryScreen)
 
 TEST(WaylandWindowSizes, AWindowOfAFixedSizeTakesALargerOne)
 {
-    WaylandWindowSizes const granted(*qApp);
+    QObject owner;
+    takeSizesOfCompositor(*qApp, owner);
     QWidget widget;
     widget.setFixedSize(100, 100);
     widget.show();
