@@ -17,7 +17,7 @@ void turnPage(benchmark::State& state)
     Session session;
     QWidget view;
     StatusViewModel status(session.manager);
-    HistoryViewController const controller(session.manager, status, {}, view);
+    HistoryViewController const controller(session.manager, status, view);
     session.connect();
     for (int press = 0; press < 99; ++press)
         session.press({20.0});

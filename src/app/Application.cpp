@@ -15,10 +15,7 @@ Application::Application(Services services)
           {m_pdfRenderer, services.savePanel, services.fileWriter, services.screen,
               services.alerts})
     , m_sessionArchive(m_tensioManager, services.sessionStore, services.runLoop, services.clock)
-    , m_windowController(m_tensioManager, m_sessionArchive, services.runLoop, services.alerts,
-          [this](auto const& measurement) {
-              m_reportPrinter.print(makeCurve(measurement, m_tensioManager), u"波形"_s);
-          })
+    , m_windowController(m_tensioManager, m_sessionArchive, services.runLoop, services.alerts)
     , m_reportPrinter(
           m_tensioManager, services.printPanels, services.alerts, m_pageLayout, window())
     , m_delegate(m_tensioManager, services.runLoop, m_windowController.defaultTargetMenu(),
@@ -28,7 +25,11 @@ Application::Application(Services services)
           m_delegate, m_sessionCommands, m_tensioManager)
     , m_helpMenu(window(), services.portInspector)
 {
-    m_windowController.addCommands(m_mainMenu.measurementMenu(), m_mainMenu.viewMenu());
+    connect(&m_windowController.content().history(), &HistoryViewController::willPrintCurve, this,
+        [this](auto const& measurement) {
+            m_reportPrinter.print(makeCurve(measurement, m_tensioManager), u"波形"_s);
+        });
+    m_windowController.content().addCommands(m_mainMenu.measurementMenu(), m_mainMenu.viewMenu());
     m_windowController.fitToDesign();
     m_delegate.applicationDidFinishLaunching();
     QApplication::setQuitOnLastWindowClosed(

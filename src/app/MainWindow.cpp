@@ -1,6 +1,5 @@
 #include "app/MainWindow.h"
 
-#include <QEvent>
 #include <QShowEvent>
 
 namespace tensio {
@@ -8,7 +7,6 @@ namespace tensio {
 MainWindow::MainWindow()
     : m_contentView(new QWidget(this))
 {
-    m_contentView->installEventFilter(this);
     auto palette = m_contentView->palette();
     palette.setColor(QPalette::Window, Qt::white);
     m_contentView->setPalette(palette);
@@ -21,13 +19,6 @@ void MainWindow::showEvent(QShowEvent* event)
     if (!event->spontaneous())
         Q_EMIT willAppear();
     QMainWindow::showEvent(event);
-}
-
-bool MainWindow::eventFilter(QObject* watched, QEvent* event)
-{
-    if (watched == m_contentView && event->type() == QEvent::Resize)
-        Q_EMIT contentResized();
-    return QMainWindow::eventFilter(watched, event);
 }
 
 } // namespace tensio

@@ -4,8 +4,7 @@
 
 namespace tensio {
 
-// A plain window that reports when it is about to be shown by the program, and when its content has
-// been resized.
+// A plain window that reports when it is about to be shown by the program.
 class MainWindow : public QMainWindow {
     Q_OBJECT
 
@@ -16,11 +15,9 @@ public:
 
 Q_SIGNALS:
     void willAppear();
-    void contentResized();
 
 protected:
     void showEvent(QShowEvent* event) override;
-    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QWidget* m_contentView;

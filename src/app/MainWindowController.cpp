@@ -3,23 +3,22 @@
 #include "core/DateText.h"
 #include "core/SessionArchive.h"
 #include "core/TensioManager.h"
+#include "toolkit/OnEvent.h"
 #include "toolkit/WindowSize.h"
 
 #include <QMenuBar>
 #include <QScreen>
 
-#include <utility>
-
 using namespace Qt::StringLiterals;
 
 namespace tensio {
 
-MainWindowController::MainWindowController(TensioManager& tensioManager,
-    SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, CurvePrinter printCurve)
+MainWindowController::MainWindowController(
+    TensioManager& tensioManager, SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts)
     : m_tensioManager(tensioManager)
     , m_sessionArchive(sessionArchive)
-    , m_contentController(tensioManager, sessionArchive, runLoop, alerts, m_printMenu,
-          std::move(printCurve), m_window.contentView())
+    , m_contentController(
+          tensioManager, sessionArchive, runLoop, alerts, m_printMenu, m_window.contentView())
 {
     windowDidLoad();
     m_subscriptions
@@ -29,8 +28,8 @@ MainWindowController::MainWindowController(TensioManager& tensioManager,
 
 void MainWindowController::windowDidLoad()
 {
-    connect(&m_window, &MainWindow::contentResized, this,
-        [this] { m_contentController.viewWillLayout(); });
+    onEvent(m_window.contentView(), {QEvent::Resize}, *this,
+        [this](QObject&) { m_contentController.viewWillLayout(); });
     connect(
         &m_window, &MainWindow::willAppear, this, [this] { m_contentController.viewWillAppear(); });
     m_contentController.fit({TensioViewController::width, TensioViewController::height});

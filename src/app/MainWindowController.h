@@ -15,16 +15,13 @@ class MainWindowController : public QObject {
 public:
     // Everything handed in must outlive the controller.
     MainWindowController(TensioManager& tensioManager, SessionArchive& sessionArchive,
-        RunLoop& runLoop, Alerts& alerts, CurvePrinter printCurve);
+        RunLoop& runLoop, Alerts& alerts);
 
     MainWindow& window() { return m_window; }
     // Both empty; of the window, so that they follow its scale.
     QMenu& printMenu() { return m_printMenu; }
     QMenu& defaultTargetMenu() { return m_defaultTargetMenu; }
-    void addCommands(QMenu& measurementMenu, QMenu& viewMenu)
-    {
-        m_contentController.addCommands(measurementMenu, viewMenu);
-    }
+    TensioViewController& content() { return m_contentController; }
     // Places the window, at a size that suits its screen, in the middle; once the menu bar is
     // filled.
     void fitToDesign();

@@ -15,7 +15,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -23,7 +22,7 @@ namespace tensio {
 
 TensioViewController::TensioViewController(TensioManager& tensioManager,
     SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu,
-    CurvePrinter printCurve, QWidget& contentView)
+    QWidget& contentView)
     : m_tensioManager(tensioManager)
     , m_status(tensioManager)
     , m_contentView(contentView)
@@ -32,13 +31,13 @@ TensioViewController::TensioViewController(TensioManager& tensioManager,
 {
     m_view->setObjectName(u"rootView"_s);
     m_ui->setupUi(m_view.get());
-    viewDidLoad(sessionArchive, runLoop, alerts, printMenu, std::move(printCurve));
+    viewDidLoad(sessionArchive, runLoop, alerts, printMenu);
 }
 
 TensioViewController::~TensioViewController() = default;
 
-void TensioViewController::viewDidLoad(SessionArchive& sessionArchive, RunLoop& runLoop,
-    Alerts& alerts, QMenu& printMenu, CurvePrinter printCurve)
+void TensioViewController::viewDidLoad(
+    SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu)
 {
     // Not part of the scaled design: it dims the whole window, its menu bar too.
     m_ui->coverView->setParent(m_contentView.window());
@@ -48,8 +47,8 @@ void TensioViewController::viewDidLoad(SessionArchive& sessionArchive, RunLoop& 
         m_tensioManager, runLoop, *m_ui->visualFeedbackView);
     m_infoControls = std::make_unique<InfoControlsViewController>(
         m_tensioManager, m_status, runLoop, alerts, *m_ui->infoControlsView);
-    m_history = std::make_unique<HistoryViewController>(
-        m_tensioManager, m_status, std::move(printCurve), *m_ui->historyView);
+    m_history
+        = std::make_unique<HistoryViewController>(m_tensioManager, m_status, *m_ui->historyView);
     m_sessionNotices = std::make_unique<SessionNotices>(
         sessionArchive, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
     m_pastSession = sessionArchive.shown.observe([this](auto const& session) {

@@ -36,8 +36,7 @@ public:
     // The header's print button opens the print menu. The content view becomes the root view's
     // parent. Everything handed in must outlive the controller.
     TensioViewController(TensioManager& tensioManager, SessionArchive& sessionArchive,
-        RunLoop& runLoop, Alerts& alerts, QMenu& printMenu, CurvePrinter printCurve,
-        QWidget& contentView);
+        RunLoop& runLoop, Alerts& alerts, QMenu& printMenu, QWidget& contentView);
     TensioViewController(TensioViewController const&) = delete;
     TensioViewController& operator=(TensioViewController const&) = delete;
     ~TensioViewController();
@@ -47,12 +46,13 @@ public:
     void viewWillLayout();
     // Scales the design uniformly to the size, in the window's units, and centres it.
     void fit(QSizeF size);
+    HistoryViewController& history() { return *m_history; }
     // The panels' commands that have keys.
     void addCommands(QMenu& measurementMenu, QMenu& viewMenu);
 
 private:
-    void viewDidLoad(SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts,
-        QMenu& printMenu, CurvePrinter printCurve);
+    void viewDidLoad(
+        SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu);
     void scaleMenusAndAlerts();
 
     TensioManager& m_tensioManager;

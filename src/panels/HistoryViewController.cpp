@@ -11,16 +11,14 @@
 #include <QMenu>
 
 #include <algorithm>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 
 namespace tensio {
 
 HistoryViewController::HistoryViewController(
-    TensioManager& tensioManager, StatusViewModel& status, CurvePrinter printCurve, QWidget& view)
+    TensioManager& tensioManager, StatusViewModel& status, QWidget& view)
     : m_tensioManager(tensioManager)
-    , m_printCurve(std::move(printCurve))
     , m_view(view)
     , m_ui(std::make_unique<Ui::History>())
     , m_viewModel(tensioManager)
@@ -99,7 +97,7 @@ void HistoryViewController::addTile(std::shared_ptr<Measurement> const& measurem
     connect(&tile, &HistorySlice::willMoveFocus, this, &HistoryViewController::moveFocus,
         Qt::QueuedConnection);
     connect(&tile, &HistorySlice::willPrintCurve, this,
-        [this, measurement] { m_printCurve(measurement); });
+        [this, measurement] { Q_EMIT willPrintCurve(measurement); });
     tile.show();
     QWidget::setTabOrder(previous, &tile);
 }

@@ -5,7 +5,6 @@
 
 #include <QObject>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -20,9 +19,6 @@ namespace tensio {
 
 class HistorySlice;
 
-// Prints the curve of one measurement.
-using CurvePrinter = std::function<void(std::shared_ptr<Measurement> const&)>;
-
 // The history strip: a tile for each measurement of the page, paging, and the average of the
 // selected ones; beside them the status line.
 class HistoryViewController : public QObject {
@@ -31,14 +27,16 @@ class HistoryViewController : public QObject {
 
 public:
     // Nothing handed in is owned; all must outlive the controller.
-    HistoryViewController(TensioManager& tensioManager, StatusViewModel& status,
-        CurvePrinter printCurve, QWidget& view);
+    HistoryViewController(TensioManager& tensioManager, StatusViewModel& status, QWidget& view);
     ~HistoryViewController() override;
 
     // Gives the strip its border and shaded background.
     void viewWillAppear();
     // To the first and the last measurement, with their keys.
     void addCommands(QMenu& menu);
+
+Q_SIGNALS:
+    void willPrintCurve(std::shared_ptr<Measurement> const& measurement);
 
 private:
     void viewDidLoad(StatusViewModel& status);
@@ -53,7 +51,6 @@ private:
     int focusedIndex() const;
 
     TensioManager& m_tensioManager;
-    CurvePrinter m_printCurve;
     QWidget& m_view;
     std::unique_ptr<Ui::History> m_ui;
     HistoryViewModel m_viewModel;

@@ -21,11 +21,12 @@ struct Strip {
     QWidget view;
     int printed = 0;
     StatusViewModel status {session.manager};
-    HistoryViewController controller {session.manager, status,
-        [this](auto const& measurement) { printed = measurement->number; }, view};
+    HistoryViewController controller {session.manager, status, view};
 
     explicit Strip(std::vector<double> const& presses)
     {
+        QObject::connect(&controller, &HistoryViewController::willPrintCurve,
+            [this](auto const& measurement) { printed = measurement->number; });
         session.connect();
         for (auto const pressure : presses)
             session.press({pressure});
@@ -92,7 +93,7 @@ TEST(History, SaysTheStateTheNextStepAndTheCount)
     Session session;
     QWidget view;
     StatusViewModel status(session.manager);
-    HistoryViewController const strip(session.manager, status, {}, view);
+    HistoryViewController const strip(session.manager, status, view);
     auto const expect = [&](char const* state, char const* hint, char const* count) {
         EXPECT_EQ(status.state.value(), state);
         EXPECT_EQ(textOf(view, "hintLabel"), hint);
