@@ -53,9 +53,14 @@ TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock cons
     : currentTime(clock.now())
     , serialPortManager(ports)
     , connectAction([this](Nothing) {
-        return serialPortManager.connect()
-            .onStarted([this] { connectionStarted(); })
-            .onInterrupted([this] { stopMeasuring(); });
+        return SignalProducer<Nothing, ErrorRef>([this](auto const& observer) {
+            connectionStarted();
+            serialPortManager.connect().start([this, observer](auto const& event) {
+                if (std::holds_alternative<InterruptedEvent>(event))
+                    stopMeasuring();
+                observer.send(event);
+            });
+        });
     })
     , disconnectAction([this](Nothing) { stopMeasuring(); })
     , changeTargetPressureAction([this](float step) { stepTargetPressure(step); })
@@ -81,11 +86,6 @@ TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock cons
     loadDefaultTargetPressure();
     m_subscriptions += measurementList.signal().observeValues(
         [this](Measurements const& slice) { sliceOfMeasurements.setValue(slice); });
-}
-
-void TensioManager::updateTime()
-{
-    currentTime.setValue(m_clock.now());
 }
 
 void TensioManager::connectionStarted()

@@ -87,7 +87,7 @@ public:
     }
 
     // The tick of the clock, once a second.
-    void updateTime();
+    void updateTime() { currentTime.setValue(m_clock.now()); }
     // The tick of the reset timer: finishes the measurement if no record came since the last tick.
     void onReset();
 

@@ -24,29 +24,6 @@ public:
         m_work(Observer<T, E>(std::move(sink)));
     }
 
-    // Runs the handler at each start, before the work.
-    SignalProducer onStarted(std::function<void()> handler) const
-    {
-        return SignalProducer(
-            [work = m_work, handler = std::move(handler)](Observer<T, E> const& observer) {
-                handler();
-                work(observer);
-            });
-    }
-
-    // Runs the handler when a started stream is interrupted, before its sink is called.
-    SignalProducer onInterrupted(std::function<void()> handler) const
-    {
-        return SignalProducer(
-            [work = m_work, handler = std::move(handler)](Observer<T, E> const& observer) {
-                work(Observer<T, E>([handler, observer](auto const& event) {
-                    if (std::holds_alternative<InterruptedEvent>(event))
-                        handler();
-                    observer.send(event);
-                }));
-            });
-    }
-
 private:
     Work m_work;
 };
