@@ -35,46 +35,34 @@ QString anchorOf(QString const& heading)
 }
 
 // Qt gives Markdown headings no anchors.
-void formatHeadings(QTextDocument& document, double scale)
+void nameHeading(QTextBlock const& heading)
 {
-    for (auto block = document.begin(); block.isValid(); block = block.next()) {
-        if (block.blockFormat().headingLevel() == 0)
-            continue;
-        QTextCharFormat name;
-        name.setAnchor(true);
-        name.setAnchorNames({anchorOf(block.text())});
-        QTextCursor cursor(block);
-        cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
-        cursor.mergeCharFormat(name);
-        auto format = block.blockFormat();
-        format.setTopMargin(20.0 * scale);
-        format.setBottomMargin(8.0 * scale);
-        cursor.setBlockFormat(format);
-    }
+    QTextCharFormat name;
+    name.setAnchor(true);
+    name.setAnchorNames({anchorOf(heading.text())});
+    QTextCursor cursor(heading);
+    cursor.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
+    cursor.mergeCharFormat(name);
 }
 
-void spaceLists(QTextDocument& document, double scale)
-{
-    for (auto block = document.begin(); block.isValid(); block = block.next()) {
-        auto const* list = block.textList();
-        if (!list)
-            continue;
-        auto format = block.blockFormat();
-        format.setTopMargin((list->itemNumber(block) == 0 ? 8.0 : 2.0) * scale);
-        QTextCursor(block).setBlockFormat(format);
-    }
-}
-
-void wrapCode(QTextDocument& document, double scale)
+void formatBlocks(QTextDocument& document, double scale)
 {
     for (auto block = document.begin(); block.isValid(); block = block.next()) {
         auto format = block.blockFormat();
-        if (!format.nonBreakableLines())
-            continue;
-        format.setNonBreakableLines(false);
-        format.setBackground(colors::code);
-        format.setTopMargin(4.0 * scale);
-        format.setBottomMargin(4.0 * scale);
+        if (format.headingLevel() > 0) {
+            nameHeading(block);
+            format.setTopMargin(20.0 * scale);
+            format.setBottomMargin(8.0 * scale);
+        }
+        if (auto const* list = block.textList())
+            format.setTopMargin((list->itemNumber(block) == 0 ? 8.0 : 2.0) * scale);
+        if (format.nonBreakableLines()) {
+            // Code, which is to be wrapped.
+            format.setNonBreakableLines(false);
+            format.setBackground(colors::code);
+            format.setTopMargin(4.0 * scale);
+            format.setBottomMargin(4.0 * scale);
+        }
         QTextCursor(block).setBlockFormat(format);
     }
 }
@@ -130,9 +118,7 @@ void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
     document()->documentLayout()->registerHandler(QTextFormat::ImageObject, this);
     auto const scale = designScale(*this);
     document()->setDocumentMargin(margin * scale);
-    formatHeadings(*document(), scale);
-    spaceLists(*document(), scale);
-    wrapCode(*document(), scale);
+    formatBlocks(*document(), scale);
     ruleTables(*document(), scale);
     if (url.hasFragment())
         scrollToAnchor(url.fragment(QUrl::FullyDecoded));
