@@ -1,7 +1,5 @@
 #include "app/AppDelegate.h"
 
-#include "core/TensioManager.h"
-
 #include <QGuiApplication>
 #include <QMenu>
 
@@ -35,62 +33,12 @@ void AppDelegate::applicationDidFinishLaunching()
     m_statusItem.setVisible(mayComeLater || QSystemTrayIcon::isSystemTrayAvailable());
 }
 
-void AppDelegate::applicationWillTerminate()
-{
-    m_tensioManager.serialPortManager.disconnect();
-}
-
-void AppDelegate::saveCsvAction()
-{
-    m_tensioManager.saveCsv();
-}
-
-void AppDelegate::saveSelectedAction()
-{
-    m_tensioManager.saveSelectedCsv();
-}
-
-void AppDelegate::saveAsListAction()
-{
-    saveAsPdf(ReportKind::List);
-}
-
-void AppDelegate::saveAsGridAction()
-{
-    saveAsPdf(ReportKind::Grid);
-}
-
-void AppDelegate::saveAsCurvesAction()
-{
-    saveAsPdf(ReportKind::Curves);
-}
-
 void AppDelegate::saveScreenshotAction()
 {
     m_screenshot = m_runLoop.scheduleAfter(menuCloseDelay, [this] {
         if (validateMenuItem(&AppDelegate::saveScreenshotAction))
             m_tensioManager.saveScreenshot();
     });
-}
-
-void AppDelegate::printAsListAction()
-{
-    m_reportPrinter.print(ReportKind::List);
-}
-
-void AppDelegate::printAsGridAction()
-{
-    m_reportPrinter.print(ReportKind::Grid);
-}
-
-void AppDelegate::printSelectedAction()
-{
-    m_reportPrinter.print(ReportKind::Selected);
-}
-
-void AppDelegate::printAsCurvesAction()
-{
-    m_reportPrinter.print(ReportKind::Curves);
 }
 
 bool AppDelegate::validateMenuItem(Command command) const

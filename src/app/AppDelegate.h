@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/RunLoop.h"
+#include "core/TensioManager.h"
 #include "platform/qt/QtMenu.h"
 #include "printing/ReportPrinter.h"
 
@@ -23,21 +23,21 @@ public:
     // Gives the status item the menu of default targets, fills the menu, and shows the item where
     // there is a status bar.
     void applicationDidFinishLaunching();
-    void applicationWillTerminate();
+    void applicationWillTerminate() { m_tensioManager.serialPortManager.disconnect(); }
     // NOLINTNEXTLINE(readability-convert-member-functions-to-static): asked of the delegate.
     bool applicationShouldTerminateAfterLastWindowClosed() const { return true; }
 
-    void saveCsvAction();
-    void saveSelectedAction();
-    void saveAsListAction();
-    void saveAsGridAction();
-    void saveAsCurvesAction();
+    void saveCsvAction() { m_tensioManager.saveCsv(); }
+    void saveSelectedAction() { m_tensioManager.saveSelectedCsv(); }
+    void saveAsListAction() { saveAsPdf(ReportKind::List); }
+    void saveAsGridAction() { saveAsPdf(ReportKind::Grid); }
+    void saveAsCurvesAction() { saveAsPdf(ReportKind::Curves); }
     // A moment later, when the menu that it was chosen from has left the screen.
     void saveScreenshotAction();
-    void printAsListAction();
-    void printAsGridAction();
-    void printSelectedAction();
-    void printAsCurvesAction();
+    void printAsListAction() { m_reportPrinter.print(ReportKind::List); }
+    void printAsGridAction() { m_reportPrinter.print(ReportKind::Grid); }
+    void printSelectedAction() { m_reportPrinter.print(ReportKind::Selected); }
+    void printAsCurvesAction() { m_reportPrinter.print(ReportKind::Curves); }
 
     // True if the command is enabled. Commands must not be run otherwise.
     bool validateMenuItem(Command command) const;

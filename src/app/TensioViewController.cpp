@@ -51,22 +51,21 @@ void TensioViewController::viewDidLoad(
         = std::make_unique<HistoryViewController>(m_tensioManager, m_status, *m_ui->historyView);
     m_sessionNotices = std::make_unique<SessionNotices>(
         sessionArchive, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
-    m_pastSession = sessionArchive.shown.observe([this](auto const& session) {
+    m_subscriptions += sessionArchive.shown.observe([this](auto const& session) {
         m_ui->pastSessionLabel->setVisible(session.has_value());
         if (session)
             setLabelText(*m_ui->pastSessionLabel,
                 u"以前の測定　"_s + QString::fromStdString(dateAndMinute(session->start)));
     });
     // In the live area, so that every picture of the window has it.
-    m_simulation = m_tensioManager.serialPortManager.isSimulated.observe(
+    m_subscriptions += m_tensioManager.serialPortManager.isSimulated.observe(
         [this](bool isSimulated) { m_ui->simulationLabel->setVisible(isSimulated); });
 }
 
 void TensioViewController::viewWillAppear()
 {
-    m_subscriptions.clear();
     m_ui->coverView->hide();
-    m_subscriptions += m_tensioManager.isShowingPopup.observeChanges([this](bool isShowing) {
+    m_popup = m_tensioManager.isShowingPopup.observeChanges([this](bool isShowing) {
         m_ui->coverView->raise();
         m_ui->coverView->setVisible(isShowing);
     });

@@ -41,6 +41,7 @@ public:
     TensioViewController& operator=(TensioViewController const&) = delete;
     ~TensioViewController();
 
+    // At every show of the window.
     void viewWillAppear();
     // At every layout pass of the window.
     void viewWillLayout();
@@ -68,8 +69,7 @@ private:
     std::unique_ptr<SessionNotices> m_sessionNotices;
     // Of menus, alerts and Qt's own dialogs.
     double m_menuScale = 1.0;
-    Subscription m_pastSession;
-    Subscription m_simulation;
+    Subscription m_popup;
     Subscriptions m_subscriptions;
 };
 

@@ -103,9 +103,4 @@ void MeasurementList::updateEnabledStates()
         measurement->isEnabled.setValue(!isFull || measurement->isCounted.value());
 }
 
-void MeasurementList::publish() const
-{
-    m_pipe.observer.sendValue(slice());
-}
-
 } // namespace tensio

@@ -46,7 +46,7 @@ private:
     void showLast();
     void updateSelectedAverage();
     void updateEnabledStates();
-    void publish() const;
+    void publish() const { m_pipe.observer.sendValue(slice()); }
 
     std::ptrdiff_t m_startingIndex = 0;
     Measurements m_measurements;

@@ -30,11 +30,6 @@ Plotter::Plotter(
     newPath();
 }
 
-void Plotter::newPath()
-{
-    m_paths.push_back({m_pressurePoints.size(), 0});
-}
-
 void Plotter::addPressurePoint(float pressure)
 {
     if (!m_dx || !m_dy)

@@ -36,7 +36,7 @@ public:
     // At least one color; sizes in design units; interval: seconds between successive points.
     Plotter(std::vector<QColor> colors, double canvasWidth, double canvasHeight, float interval);
 
-    void newPath();
+    void newPath() { m_paths.push_back({m_pressurePoints.size(), 0}); }
     // Ignored until both scales are set, since no point can be placed without them.
     void addPressurePoint(float pressure);
     void setUpperBoundPressure(float upperBound);

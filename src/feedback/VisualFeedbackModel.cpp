@@ -36,11 +36,6 @@ void VisualFeedbackModel::stopBlinking()
     show(m_usual);
 }
 
-void VisualFeedbackModel::blinkWithTimer()
-{
-    show(m_index++ % 2 == 0 ? m_alt : m_usual);
-}
-
 void VisualFeedbackModel::show(Look const& look)
 {
     targetImage.setValue(look.image);

@@ -34,7 +34,7 @@ private:
         QColor color;
     };
 
-    void blinkWithTimer();
+    void blinkWithTimer() { show(m_index++ % 2 == 0 ? m_alt : m_usual); }
     void show(Look const& look);
 
     RunLoop& m_runLoop;

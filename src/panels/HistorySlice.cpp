@@ -45,6 +45,7 @@ HistorySlice::HistorySlice(TensioManager const& tensioManager,
     QRectF const frame(QPointF(firstTileX + index * (size.width() + gap), bottom), size);
     setDesignFrame(*this, flipped(frame, designFrame(parent).height()));
     setFocusPolicy(Qt::StrongFocus);
+    setAttribute(Qt::WA_Hover);
     setAccessibleName(u"%1回目 最大圧 %2 kPa %3"_s.arg(m_numberText, m_pressureText, m_dateString));
     observe();
 }
@@ -134,18 +135,6 @@ void HistorySlice::contextMenuEvent(QContextMenuEvent* event)
     menu->setAttribute(Qt::WA_DeleteOnClose);
     menu->addAction(u"この測定の波形を印刷…"_s, this, &HistorySlice::willPrintCurve);
     menu->popup(event->globalPos());
-}
-
-void HistorySlice::enterEvent(QEnterEvent* event)
-{
-    QWidget::enterEvent(event);
-    update();
-}
-
-void HistorySlice::leaveEvent(QEvent* event)
-{
-    QWidget::leaveEvent(event);
-    update();
 }
 
 QFont HistorySlice::boldFont(int size) const

@@ -3,6 +3,7 @@
 #include "core/TensioManager.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace tensio {
@@ -43,23 +44,9 @@ StatusViewModel::StatusViewModel(TensioManager const& tensioManager)
 void StatusViewModel::update()
 {
     auto const now = currentState();
-    switch (now) {
-    case State::Idle:
-        setIfChanged(state, "待機中");
-        break;
-    case State::Connecting:
-        setIfChanged(state, "接続中…");
-        break;
-    case State::NotConnected:
-        setIfChanged(state, "未接続");
-        break;
-    case State::Waiting:
-        setIfChanged(state, "測定待ち");
-        break;
-    case State::Recording:
-        setIfChanged(state, "記録中");
-        break;
-    }
+    // In the order of State.
+    constexpr std::array names {"待機中", "接続中…", "未接続", "測定待ち", "記録中"};
+    setIfChanged(state, names.at(static_cast<std::size_t>(now)));
     setIfChanged(hint, currentHint(now));
     setIfChanged(count, currentCount(now));
 }

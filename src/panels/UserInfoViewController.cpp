@@ -1,7 +1,6 @@
 #include "panels/UserInfoViewController.h"
 
 #include "core/NumberText.h"
-#include "core/TensioManager.h"
 #include "panels/NameValidator.h"
 #include "panels/UserInfoWindow.h"
 #include "toolkit/ButtonCommand.h"
@@ -134,31 +133,11 @@ void UserInfoViewController::show()
     viewDidAppear();
 }
 
-void UserInfoViewController::viewWillAppear()
-{
-    m_tensioManager.isShowingPopup.setValue(true);
-}
-
 void UserInfoViewController::viewDidAppear()
 {
     m_ui->nameInput->setFocus();
     // Typing replaces the name of the last subject.
     m_ui->nameInput->selectAll();
-}
-
-void UserInfoViewController::viewWillDisappear()
-{
-    m_tensioManager.isShowingPopup.setValue(false);
-}
-
-void UserInfoViewController::incPressureAction()
-{
-    changePressure(TensioManager::targetPressureStep);
-}
-
-void UserInfoViewController::decPressureAction()
-{
-    changePressure(-TensioManager::targetPressureStep);
 }
 
 void UserInfoViewController::changePressure(float step)

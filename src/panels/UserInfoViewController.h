@@ -1,6 +1,6 @@
 #pragma once
 
-#include "reactive/Subscription.h"
+#include "core/TensioManager.h"
 
 #include <QObject>
 
@@ -14,7 +14,6 @@ class UserInfo;
 
 namespace tensio {
 
-class TensioManager;
 class UserInfoWindow;
 
 // The user information dialog: asks for the subject's name and target, checks both and runs the
@@ -40,11 +39,11 @@ Q_SIGNALS:
 private:
     void viewDidLoad();
     void connectActions();
-    void viewWillAppear();
+    void viewWillAppear() { m_tensioManager.isShowingPopup.setValue(true); }
     void viewDidAppear();
-    void viewWillDisappear();
-    void incPressureAction();
-    void decPressureAction();
+    void viewWillDisappear() { m_tensioManager.isShowingPopup.setValue(false); }
+    void incPressureAction() { changePressure(+TensioManager::targetPressureStep); }
+    void decPressureAction() { changePressure(-TensioManager::targetPressureStep); }
     void cancelAction();
     void okAction();
 

@@ -111,24 +111,17 @@ void PrintPreviewController::connectButtons()
     onClick(m_ui->curvesButton, [this] { choose(ReportKind::Curves); });
     onClick(m_ui->previousButton, [this] { turnPage(-1); });
     onClick(m_ui->nextButton, [this] { turnPage(+1); });
-    onClick(m_ui->zoomInButton, [this] {
-        m_preview->zoomIn();
-        showPosition();
-    });
-    onClick(m_ui->zoomOutButton, [this] {
-        m_preview->zoomOut();
-        showPosition();
-    });
+    onClick(m_ui->zoomInButton, [this] { m_preview->zoomIn(); });
+    onClick(m_ui->zoomOutButton, [this] { m_preview->zoomOut(); });
     onClick(m_ui->fitPageButton, [this] {
         // Qt leaves a page that is wholly visible as it is.
         m_preview->fitToWidth();
         m_preview->fitInView();
-        showPosition();
     });
-    onClick(m_ui->fitWidthButton, [this] {
-        m_preview->fitToWidth();
-        showPosition();
-    });
+    onClick(m_ui->fitWidthButton, [this] { m_preview->fitToWidth(); });
+    for (auto* button :
+        {m_ui->zoomInButton, m_ui->zoomOutButton, m_ui->fitPageButton, m_ui->fitWidthButton})
+        onClick(button, [this] { showPosition(); });
     onClick(m_ui->pageSetupButton, [this] { setUpPage(); });
     onClick(m_ui->savePdfButton, [this] { m_tensioManager.saveViewAsPdf(*m_view); });
     onClick(m_ui->printButton, [this] { print(); });

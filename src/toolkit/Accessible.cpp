@@ -61,12 +61,12 @@ public:
 
     QStringList actionNames() const override
     {
-        QStringList names;
-        if (auto const* described = description(); described && widget()->isEnabled()) {
-            if (auto const name = described->accessibleAction(); !name.isEmpty())
-                names << name;
-        }
-        return names + QAccessibleWidget::actionNames();
+        auto names = QAccessibleWidget::actionNames();
+        auto const* described = description();
+        auto const own = described ? described->accessibleAction() : QString();
+        if (!own.isEmpty() && widget()->isEnabled())
+            names.prepend(own);
+        return names;
     }
 
     void doAction(QString const& name) override
