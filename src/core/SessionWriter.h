@@ -4,7 +4,7 @@
 
 namespace tensio {
 
-class Measurement;
+struct Measurement;
 class TensioManager;
 
 // Writes the session of the running or latest connection to the store, in parts of what is new.
