@@ -14,7 +14,7 @@ namespace {
 std::optional<std::tm> localTime(Date date)
 {
     auto const seconds = std::chrono::system_clock::to_time_t(date);
-    auto const* fields = std::localtime(&seconds); // NOLINT(concurrency-mt-unsafe)
+    auto const* fields = std::localtime(&seconds);
     return fields ? std::optional(*fields) : std::nullopt;
 }
 

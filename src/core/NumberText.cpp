@@ -23,7 +23,7 @@ std::string withPointOfLocale(std::string_view text)
 {
     std::string result(text);
     if (auto const point = result.find('.'); point != std::string::npos)
-        result.replace(point, 1, std::localeconv()->decimal_point); // NOLINT(concurrency-mt-unsafe)
+        result.replace(point, 1, std::localeconv()->decimal_point);
     return result;
 }
 
