@@ -26,7 +26,9 @@ std::vector<InspectedPort> QtSerialPortList::inspect()
     std::vector<InspectedPort> ports;
     for (auto const& place : portPlaces(m_device))
         ports.push_back(inspect(place));
-    std::ranges::stable_partition(ports, [](auto const& port) { return !port.isOther; });
+    // Of std::ranges Clang 14 does not compile it with GCC's library.
+    std::stable_partition(
+        ports.begin(), ports.end(), [](auto const& port) { return !port.isOther; });
     return ports;
 }
 
