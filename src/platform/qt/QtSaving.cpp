@@ -96,7 +96,7 @@ public:
         }
         m_path = withType(typed, m_type);
         if (!QFileInfo::exists(m_path) || mayReplace())
-            QDialog::accept();
+            done(Accepted);
     }
 
 private:

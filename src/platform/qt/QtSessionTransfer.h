@@ -16,6 +16,7 @@ public:
     // The database must outlive the transfer.
     QtSessionTransfer(SessionDatabase& database, Kind kind, QString path);
     ~QtSessionTransfer() override;
+    Q_DISABLE_COPY_MOVE(QtSessionTransfer)
 
     TransferState step() override;
     double progress() const override { return m_copy ? m_copy->progress() : 0.0; }
