@@ -1,5 +1,6 @@
 #include "platform/qt/ProcessEnd.h"
 
+#include <array>
 #include <cstdlib>
 #include <utility>
 #ifdef Q_OS_UNIX
@@ -24,8 +25,8 @@ void handleExit()
 
 #ifdef Q_OS_UNIX
 
-constexpr int requests[] {SIGTERM, SIGHUP, SIGINT};
-int signalPipe[2] {-1, -1};
+constexpr std::array requests {SIGTERM, SIGHUP, SIGINT};
+std::array<int, 2> signalPipe {-1, -1};
 
 // Little else is allowed in a signal handler.
 void handleSignal(int /*signal*/)
@@ -63,7 +64,7 @@ ProcessEnd::ProcessEnd(std::function<void()> onRequest, std::function<void()> on
 
 void ProcessEnd::watchSignals()
 {
-    if (pipe(signalPipe) != 0)
+    if (pipe(signalPipe.data()) != 0)
         return;
     for (auto const end : signalPipe)
         fcntl(end, F_SETFD, FD_CLOEXEC);
