@@ -5,7 +5,9 @@
 #include "platform/qt/SessionTables.h"
 
 #include <QElapsedTimer>
+#include <QFile>
 #include <QFileInfo>
+#include <QTemporaryFile>
 #include <QUrl>
 
 #include <utility>
@@ -25,7 +27,6 @@ QtSessionTransfer::QtSessionTransfer(SessionDatabase& database, Kind kind, QStri
     : m_database(database)
     , m_kind(kind)
     , m_path(std::move(path))
-    , m_file(m_path + QStringLiteral(".XXXXXX"))
 {
     // Opened twice, it would lose its lock.
     if (QFileInfo(m_path) == QFileInfo(m_database.path()))
@@ -35,6 +36,10 @@ QtSessionTransfer::QtSessionTransfer(SessionDatabase& database, Kind kind, QStri
 QtSessionTransfer::~QtSessionTransfer()
 {
     m_database.detach();
+    if (m_flushing.valid())
+        m_flushing.wait();
+    if (!m_newPath.isEmpty())
+        QFile::remove(m_newPath);
 }
 
 TransferState QtSessionTransfer::step()
@@ -56,6 +61,16 @@ TransferState QtSessionTransfer::advance()
     return isReady ? finish(m_flushing.get()) : TransferState::Running;
 }
 
+// Windows renames no file that is open, and QTemporaryFile stays open.
+bool QtSessionTransfer::makeFile()
+{
+    QTemporaryFile file(m_path + QStringLiteral(".XXXXXX"));
+    file.setAutoRemove(false);
+    if (file.open())
+        m_newPath = file.fileName();
+    return !m_newPath.isEmpty();
+}
+
 TransferState QtSessionTransfer::startBackup()
 {
     auto const set = [this](QString const& setting) {
@@ -63,7 +78,7 @@ TransferState QtSessionTransfer::startBackup()
     };
     // Each statement for itself: after damage SQLite refuses to commit a transaction. A statement
     // that fails leaves a file that is deleted.
-    bool const isReady = m_file.open() && m_database.attach(m_file.fileName())
+    bool const isReady = makeFile() && m_database.attach(m_newPath)
         && set(QStringLiteral("journal_mode = OFF")) && set(QStringLiteral("synchronous = OFF"))
         && makeSessionTables(m_database, otherSchema);
     return isReady ? startCopy(ownSchema, otherSchema) : refusal();
@@ -115,14 +130,14 @@ void QtSessionTransfer::flush()
     if (m_kind == Kind::Backup)
         m_database.detach();
     m_flushing = std::async(std::launch::async, flushFile,
-        m_kind == Kind::Backup ? m_file.fileName() : journalOf(m_database.path()));
+        m_kind == Kind::Backup ? m_newPath : journalOf(m_database.path()));
 }
 
 TransferState QtSessionTransfer::finish(bool isFlushed)
 {
     if (m_kind == Kind::Restore)
         return m_database.run(QStringLiteral("COMMIT")) ? TransferState::Done : refusal();
-    bool const isDone = isFlushed && replaceFile(m_file.fileName(), m_path);
+    bool const isDone = isFlushed && replaceFile(m_newPath, m_path);
     if (!isDone)
         return TransferState::NotWritable;
     return m_copy->hasMetDamage() ? TransferState::DoneInPart : TransferState::Done;

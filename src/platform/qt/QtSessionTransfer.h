@@ -2,8 +2,6 @@
 
 #include "platform/qt/SessionCopy.h"
 
-#include <QTemporaryFile>
-
 #include <future>
 
 namespace tensio {
@@ -24,6 +22,7 @@ public:
 
 private:
     TransferState advance();
+    bool makeFile();
     TransferState startBackup();
     TransferState startRestore();
     TransferState startCopy(QString const& from, QString const& to);
@@ -36,8 +35,8 @@ private:
     SessionDatabase& m_database;
     Kind m_kind;
     QString m_path;
-    // Becomes the backup.
-    QTemporaryFile m_file;
+    // Becomes the backup; empty before it is there.
+    QString m_newPath;
     TransferState m_state = TransferState::Running;
     std::optional<SessionCopy> m_copy;
     std::future<bool> m_flushing;
