@@ -14,8 +14,8 @@ public:
     // The file type is given without a dot. Returns the chosen path in UTF-8, ending in the type,
     // or nothing when the user cancels. The user has agreed to overwrite a file that is there.
     virtual std::optional<std::string> runModal(std::string const& fileType) = 0;
-    // The panel says so when what is saved are simulated readings.
-    virtual void setSimulated(bool isSimulated) = 0;
+    // The panel says so when what is saved are simulated readings. Returns what was set before.
+    virtual bool setSimulated(bool isSimulated) = 0;
 };
 
 class FileWriter : public Interface {

@@ -106,7 +106,10 @@ struct FakeSaving
         clipboard = "copied meanwhile";
         return answer;
     }
-    void setSimulated(bool isNowSimulated) override { isSimulated = isNowSimulated; }
+    bool setSimulated(bool isNowSimulated) override
+    {
+        return std::exchange(isSimulated, isNowSimulated);
+    }
     bool writeAtomically(std::string const& path, std::string_view bytes) override
     {
         log.push_back("write " + path);

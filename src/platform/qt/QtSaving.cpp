@@ -14,7 +14,6 @@
 #include <QStandardPaths>
 
 #include <algorithm>
-#include <utility>
 
 using namespace Qt::StringLiterals;
 

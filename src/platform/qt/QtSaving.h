@@ -2,6 +2,8 @@
 
 #include "platform/Saving.h"
 
+#include <utility>
+
 namespace tensio {
 
 class MainQueue;
@@ -16,7 +18,10 @@ public:
     }
 
     std::optional<std::string> runModal(std::string const& fileType) override;
-    void setSimulated(bool isSimulated) override { m_isSimulated = isSimulated; }
+    bool setSimulated(bool isSimulated) override
+    {
+        return std::exchange(m_isSimulated, isSimulated);
+    }
 
 private:
     MainQueue& m_queue;
