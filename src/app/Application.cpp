@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "output/CoursePrintView.h"
 #include "platform/Saving.h"
 #include "platform/SleepInhibitor.h"
 
@@ -20,14 +21,19 @@ Application::Application(Services services)
           m_tensioManager, services.printPanels, services.alerts, m_pageLayout, window())
     , m_delegate(m_tensioManager, services.runLoop, m_windowController.defaultTargetMenu(),
           m_reportPrinter)
-    , m_sessionCommands(m_sessionArchive, services.savePanel, window())
+    , m_sessionCommands(m_sessionArchive,
+          {services.savePanel, services.fileWriter,
+              [this](Course const& course, QWidget& list) {
+                  m_reportPrinter.print(std::make_unique<CoursePrintView>(course), u"経過"_s, list);
+              }},
+          window())
     , m_mainMenu(window(), m_windowController.defaultTargetMenu(), m_windowController.printMenu(),
           m_delegate, m_sessionCommands, m_tensioManager)
     , m_helpMenu(window(), services.portInspector)
 {
     connect(&m_windowController.content().history(), &HistoryViewController::willPrintCurve, this,
         [this](auto const& measurement) {
-            m_reportPrinter.print(makeCurve(measurement, m_tensioManager), u"波形"_s);
+            m_reportPrinter.print(makeCurve(measurement, m_tensioManager), u"波形"_s, window());
         });
     m_windowController.content().addCommands(m_mainMenu.measurementMenu(), m_mainMenu.viewMenu());
     m_windowController.fitToDesign();

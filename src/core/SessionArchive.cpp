@@ -77,7 +77,7 @@ void SessionArchive::record()
 {
     if (!m_writer && !isMarkDue() && m_dueDismissal == 0)
         return;
-    bool const isAccepted = write() && markSaved() && dismissDue();
+    bool const isAccepted = write() && markDue() && dismissDue();
     // The store goes on at once, but what was in it is gone.
     if (!isAccepted || problem.value() != StoreProblem::Vanished)
         updateProblem(isAccepted);
@@ -104,7 +104,7 @@ bool SessionArchive::isMarkDue() const
     return m_session != 0 && !m_isMarked && m_tensioManager.isSavedAsCsv.value();
 }
 
-bool SessionArchive::markSaved()
+bool SessionArchive::markDue()
 {
     if (!isMarkDue())
         return true;
@@ -166,6 +166,14 @@ void SessionArchive::dismissUnsaved()
         unsaved.setValue(std::nullopt);
         record();
     }
+}
+
+void SessionArchive::markSaved(SessionId session)
+{
+    if (!m_store.markSaved(session))
+        updateProblem(false);
+    else if (unsaved.value())
+        unsaved.setValue(m_store.unsavedSession());
 }
 
 StoreProblem SessionArchive::remove(std::vector<SessionId> const& sessions)

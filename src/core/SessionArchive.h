@@ -36,6 +36,8 @@ public:
     bool open(SessionId session);
     // The session is not offered again.
     void dismissUnsaved();
+    // A CSV file of all its measurements has been written.
+    void markSaved(SessionId session);
     // None when nothing of them is left, or why they stay.
     StoreProblem remove(std::vector<SessionId> const& sessions);
     StoreProblem removeAll();
@@ -43,6 +45,10 @@ public:
     SessionPage sessions(std::optional<SessionSummary> const& last, std::size_t most)
     {
         return m_store.sessions(last, most);
+    }
+    std::optional<StoredSession> load(SessionId session, StoredPoints points)
+    {
+        return m_store.load(session, points);
     }
 
     // The whole store to a file, and the sessions of such a file that are not there yet; while
@@ -62,7 +68,7 @@ private:
     void record();
     bool write();
     bool isMarkDue() const;
-    bool markSaved();
+    bool markDue();
     bool dismissDue();
     void updateProblem(bool isAccepted);
     void updateCanOpen();

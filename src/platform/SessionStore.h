@@ -110,11 +110,9 @@ enum class StoreProblem {
 };
 
 // DoneInPart: without what damage hides.
-enum class TransferState { Running, Done, DoneInPart, NoSpace, NotWritable, NotABackup, Newer };
+enum class TransferState { Running, Done, DoneInPart, NoSpace, NotWritable, Unreadable, Newer };
 
-// Copies sessions between the store and another file, in steps of at most 20 ms; the last one of a
-// restore waits for the disk. Destroyed before it is Done, it changes nothing and leaves no file.
-// While it runs, the store refuses changes. The store must outlive it.
+// Copies sessions between the store and other files in short steps.
 class SessionTransfer : public Interface {
 public:
     virtual TransferState step() = 0;
@@ -158,7 +156,10 @@ public:
     virtual std::optional<SessionSummary> unsavedSession() = 0;
     virtual std::optional<StoredSession> load(SessionId session, StoredPoints points) = 0;
 
-    // Replaces the file at the path, in UTF-8, once all sessions are copied.
+    // Both take steps of at most 20 ms; the last one of a restore waits for the disk. Destroyed
+    // before it is Done, a transfer changes nothing and leaves no file. While it runs, the store,
+    // which must outlive it, refuses changes. The path is in UTF-8. Replaces the file there once
+    // all sessions are copied.
     virtual std::unique_ptr<SessionTransfer> backUp(std::string const& path) = 0;
     // Adds the sessions that are not there yet, all of them at the end.
     virtual std::unique_ptr<SessionTransfer> restore(std::string const& path) = 0;

@@ -16,19 +16,19 @@ ReportPrinter::ReportPrinter(TensioManager& tensioManager, PrintPanels& panels, 
 
 void ReportPrinter::print(ReportKind kind)
 {
-    preview().show(kind);
+    preview(m_parent).show(kind);
 }
 
-void ReportPrinter::print(std::unique_ptr<PrintView> report, QString const& title)
+void ReportPrinter::print(std::unique_ptr<PrintView> report, QString const& title, QWidget& window)
 {
-    preview().show(std::move(report), title);
+    preview(window).show(std::move(report), title);
 }
 
-PrintPreviewController& ReportPrinter::preview()
+PrintPreviewController& ReportPrinter::preview(QWidget& window)
 {
     // Recreated each time so that it sees the current printers.
     m_preview = std::make_unique<PrintPreviewController>(
-        m_tensioManager, m_panels, m_alerts, m_pageLayout, m_parent);
+        m_tensioManager, m_panels, m_alerts, m_pageLayout, window);
     // Queued: the preview still runs when it reports that it has closed.
     QObject::connect(
         m_preview.get(), &PrintPreviewController::closed, m_preview.get(),

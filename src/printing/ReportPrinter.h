@@ -12,12 +12,12 @@ public:
     ReportPrinter(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
         QPageLayout& pageLayout, QWidget& parent);
 
-    // Both return at once. The first only where hasReport().
+    // Both return at once. The first only where hasReport(), the second above that window.
     void print(ReportKind kind);
-    void print(std::unique_ptr<PrintView> report, QString const& title);
+    void print(std::unique_ptr<PrintView> report, QString const& title, QWidget& window);
 
 private:
-    PrintPreviewController& preview();
+    PrintPreviewController& preview(QWidget& window);
 
     TensioManager& m_tensioManager;
     PrintPanels& m_panels;

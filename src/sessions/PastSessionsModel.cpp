@@ -3,6 +3,7 @@
 #include "core/DateText.h"
 #include "core/NumberText.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tensio {
@@ -63,6 +64,16 @@ void PastSessionsModel::append(std::vector<SessionSummary> const& sessions)
     beginInsertRows({}, rowCount(), rowCount() + static_cast<int>(added.size()) - 1);
     m_shown.insert(m_shown.end(), added.begin(), added.end());
     endInsertRows();
+}
+
+void PastSessionsModel::markSaved(SessionId session)
+{
+    auto const row
+        = std::ranges::find(m_rows, session, [](Row const& each) { return each.session.id; });
+    if (row != m_rows.end())
+        row->session.isSaved = true;
+    if (!m_shown.empty())
+        Q_EMIT dataChanged(index(0, Saved), index(rowCount() - 1, Saved));
 }
 
 void PastSessionsModel::filter(QString const& namePart)

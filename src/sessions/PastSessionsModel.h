@@ -17,6 +17,7 @@ public:
 
     void clear();
     void append(std::vector<SessionSummary> const& sessions);
+    void markSaved(SessionId session);
     // Ignores blanks, case, and the width of characters.
     void filter(QString const& namePart);
 

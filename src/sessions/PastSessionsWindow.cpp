@@ -2,14 +2,16 @@
 
 #include "core/DateText.h"
 #include "core/SessionArchive.h"
+#include "sessions/Dialogs.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/WindowSize.h"
 #include "ui_PastSessions.h"
 
 #include <QHeaderView>
 #include <QMenu>
-#include <QMessageBox>
 #include <QPushButton>
+
+using namespace Qt::StringLiterals;
 
 namespace tensio {
 
@@ -17,10 +19,12 @@ namespace {
 constexpr std::size_t pageSize = 500;
 }
 
-PastSessionsWindow::PastSessionsWindow(SessionArchive& archive, QWidget& parent)
+PastSessionsWindow::PastSessionsWindow(
+    SessionArchive& archive, SessionServices const& services, QWidget& parent)
     : QDialog(&parent)
     , m_archive(archive)
     , m_ui(std::make_unique<Ui::PastSessions>())
+    , m_output(archive, services, *this)
 {
     m_ui->setupUi(this);
     scaleLayouts(*this, dialogScale(size(), shownScale(parent), availableSize(parent)));
@@ -28,6 +32,9 @@ PastSessionsWindow::PastSessionsWindow(SessionArchive& archive, QWidget& parent)
     addMoreCommands();
     connect(m_ui->searchInput, &QLineEdit::textChanged, this, &PastSessionsWindow::search);
     connect(m_ui->openButton, &QPushButton::clicked, this, &PastSessionsWindow::openSelected);
+    connect(m_ui->courseButton, &QPushButton::clicked, this,
+        [this] { m_output.showCourse(selected()); });
+    connect(&m_output, &SessionOutput::saved, &m_model, &PastSessionsModel::markSaved);
     connect(m_ui->removeButton, &QPushButton::clicked, this, &PastSessionsWindow::removeSelected);
     connect(m_ui->closeButton, &QPushButton::clicked, this, &QWidget::close);
     load();
@@ -59,6 +66,11 @@ void PastSessionsWindow::addMoreCommands()
     auto* const menu = new QMenu(this);
     m_sameName = menu->addAction(
         QStringLiteral("同じ氏名を選択(&S)"), this, &PastSessionsWindow::selectSameName);
+    menu->addSeparator();
+    m_courseCsv = menu->addAction(
+        u"経過のCSVを保存(&K)…"_s, this, [this] { m_output.saveCourse(selected()); });
+    m_eachCsv = menu->addAction(
+        u"測定ごとのCSVを保存(&C)…"_s, this, [this] { m_output.saveEach(selected()); });
     menu->addSeparator();
     m_removeAll
         = menu->addAction(QStringLiteral("すべて削除(&A)…"), this, &PastSessionsWindow::removeAll);
@@ -115,8 +127,11 @@ void PastSessionsWindow::showSelection()
 {
     auto const count = m_ui->sessionList->selectionModel()->selectedRows().size();
     m_ui->openButton->setEnabled(count == 1);
-    m_ui->removeButton->setEnabled(count > 0);
     m_sameName->setEnabled(count == 1);
+    m_ui->removeButton->setEnabled(count > 0);
+    m_ui->courseButton->setEnabled(count > 0);
+    m_courseCsv->setEnabled(count > 0);
+    m_eachCsv->setEnabled(count > 0);
 }
 
 std::vector<SessionSummary> PastSessionsWindow::selected() const
@@ -146,7 +161,7 @@ void PastSessionsWindow::openSelected()
     if (m_archive.open(sessions.front().id))
         close();
     else
-        warn(QStringLiteral("この測定は読み込めませんでした。"));
+        tell(*this, QMessageBox::Critical, QStringLiteral("この測定は読み込めませんでした。"));
 }
 
 void PastSessionsWindow::removeSelected()
@@ -191,18 +206,11 @@ void PastSessionsWindow::ask(QString const& question, std::function<StoreProblem
 void PastSessionsWindow::showRemoval(StoreProblem problem)
 {
     if (problem == StoreProblem::NoSpace)
-        warn(QStringLiteral("削除できませんでした。ディスクの空き容量を確かめてください。"));
+        tell(*this, QMessageBox::Critical,
+            QStringLiteral("削除できませんでした。ディスクの空き容量を確かめてください。"));
     else if (problem != StoreProblem::None)
-        warn(QStringLiteral("削除できませんでした。"));
+        tell(*this, QMessageBox::Critical, QStringLiteral("削除できませんでした。"));
     load();
-}
-
-void PastSessionsWindow::warn(QString const& message)
-{
-    auto* box = new QMessageBox(
-        QMessageBox::Critical, QStringLiteral("tensio"), message, QMessageBox::Ok, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
 }
 
 } // namespace tensio

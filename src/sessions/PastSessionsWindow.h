@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sessions/PastSessionsModel.h"
+#include "sessions/SessionOutput.h"
 
 #include <QDialog>
 
@@ -17,15 +18,16 @@ namespace tensio {
 
 class SessionArchive;
 
-// The list of the stored sessions: searched by name, one put into the window, some or all deleted.
+// The list of the stored sessions: searched by name, one put into the window, some
+// shown as a course, saved or deleted.
 // It is loaded in steps that are short enough not to hold up the display.
 class PastSessionsWindow : public QDialog {
     Q_OBJECT
     Q_DISABLE_COPY_MOVE(PastSessionsWindow)
 
 public:
-    // The archive must outlive the window.
-    PastSessionsWindow(SessionArchive& archive, QWidget& parent);
+    // Archive and services must outlive the window.
+    PastSessionsWindow(SessionArchive& archive, SessionServices const& services, QWidget& parent);
     ~PastSessionsWindow() override;
 
 private:
@@ -44,14 +46,16 @@ private:
     // Asks first; the safe answer is the default.
     void ask(QString const& question, std::function<StoreProblem()> const& remove);
     void showRemoval(StoreProblem problem);
-    void warn(QString const& message);
 
     SessionArchive& m_archive;
     std::unique_ptr<Ui::PastSessions> m_ui;
     PastSessionsModel m_model;
+    SessionOutput m_output;
     // The last session loaded, while there are more.
     std::optional<SessionSummary> m_last;
     QAction* m_sameName = nullptr;
+    QAction* m_courseCsv = nullptr;
+    QAction* m_eachCsv = nullptr;
     QAction* m_removeAll = nullptr;
 };
 

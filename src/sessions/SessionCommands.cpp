@@ -2,12 +2,13 @@
 
 #include "core/SessionArchive.h"
 #include "platform/Saving.h"
+#include "sessions/Dialogs.h"
 #include "sessions/PastSessionsWindow.h"
 #include "sessions/TransferDialog.h"
 
-#include <QFileDialog>
 #include <QMenu>
-#include <QMessageBox>
+
+using namespace Qt::StringLiterals;
 
 using namespace Qt::StringLiterals;
 
@@ -27,7 +28,7 @@ QString textOf(TransferState state)
         return QStringLiteral("空き容量が足りません。何も変更していません。");
     case TransferState::NotWritable:
         return QStringLiteral("書き込めませんでした。何も変更していません。");
-    case TransferState::NotABackup:
+    case TransferState::Unreadable:
         return QStringLiteral(
             "tensioのバックアップではないか、壊れています。何も変更していません。");
     case TransferState::Newer:
@@ -55,20 +56,20 @@ void SessionCommands::addTo(QMenu& menu)
 
 void SessionCommands::openList()
 {
-    auto* const window = new PastSessionsWindow(m_archive, m_window);
+    auto* const window = new PastSessionsWindow(m_archive, m_services, m_window);
     window->setAttribute(Qt::WA_DeleteOnClose);
     window->open();
 }
 
 void SessionCommands::backUp()
 {
-    auto const path = m_savePanel.runModal("db");
+    auto const path = m_services.savePanel.runModal("db");
     if (!path)
         return;
     new TransferDialog(
         m_archive.backUp(*path), QStringLiteral("バックアップしています…"),
         [this](TransferState state, int count) {
-            tell(state,
+            tellEnd(state,
                 QStringLiteral("%1件の測定をバックアップしました。\n氏名と測定値が含まれます。")
                     .arg(count));
         },
@@ -77,12 +78,8 @@ void SessionCommands::backUp()
 
 void SessionCommands::chooseBackup()
 {
-    auto* const panel = new QFileDialog(&m_window, QStringLiteral("バックアップから戻す"), {},
-        QStringLiteral("バックアップ (*.db)"));
-    panel->setAttribute(Qt::WA_DeleteOnClose);
-    panel->setFileMode(QFileDialog::ExistingFile);
-    connect(panel, &QFileDialog::fileSelected, this, &SessionCommands::restore);
-    panel->open();
+    choose(m_window, u"バックアップから戻す"_s, QFileDialog::ExistingFile, u"バックアップ (*.db)"_s,
+        [this](QString const& path) { restore(path); });
 }
 
 void SessionCommands::restore(QString const& path)
@@ -90,18 +87,16 @@ void SessionCommands::restore(QString const& path)
     new TransferDialog(
         m_archive.restore(path.toStdString()), QStringLiteral("バックアップから戻しています…"),
         [this](TransferState state, int count) {
-            tell(state, QStringLiteral("%1件の測定を戻しました。").arg(count));
+            tellEnd(state, QStringLiteral("%1件の測定を戻しました。").arg(count));
         },
         m_window);
 }
 
-void SessionCommands::tell(TransferState state, QString const& done)
+void SessionCommands::tellEnd(TransferState state, QString const& done)
 {
     bool const isDone = state == TransferState::Done;
-    auto* const box = new QMessageBox(isDone ? QMessageBox::Information : QMessageBox::Critical,
-        QStringLiteral("tensio"), isDone ? done : textOf(state), QMessageBox::Ok, &m_window);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
+    tell(m_window, isDone ? QMessageBox::Information : QMessageBox::Critical,
+        isDone ? done : textOf(state));
 }
 
 } // namespace tensio

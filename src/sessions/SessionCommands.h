@@ -2,15 +2,17 @@
 
 #include "platform/SessionStore.h"
 #include "reactive/Subscription.h"
+#include "sessions/SessionServices.h"
 
 #include <QObject>
+
+#include <utility>
 
 class QMenu;
 class QWidget;
 
 namespace tensio {
 
-class SavePanel;
 class SessionArchive;
 
 // The commands of the file menu that concern stored sessions: the list, backup and the way back.
@@ -19,9 +21,9 @@ class SessionCommands : public QObject {
 
 public:
     // Nothing is owned; all must outlive the commands.
-    SessionCommands(SessionArchive& archive, SavePanel& savePanel, QWidget& window)
+    SessionCommands(SessionArchive& archive, SessionServices services, QWidget& window)
         : m_archive(archive)
-        , m_savePanel(savePanel)
+        , m_services(std::move(services))
         , m_window(window)
     {
     }
@@ -33,10 +35,10 @@ private:
     void backUp();
     void chooseBackup();
     void restore(QString const& path);
-    void tell(TransferState state, QString const& done);
+    void tellEnd(TransferState state, QString const& done);
 
     SessionArchive& m_archive;
-    SavePanel& m_savePanel;
+    SessionServices m_services;
     QWidget& m_window;
     Subscriptions m_subscriptions;
 };

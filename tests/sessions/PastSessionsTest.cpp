@@ -1,16 +1,21 @@
+#include "core/DateText.h"
+#include "core/Utf16.h"
 #include "sessions/PastSessionsWindow.h"
 #include "support/Desk.h"
 
+#include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTreeView>
 
 #include <gtest/gtest.h>
 
+using namespace Qt::StringLiterals;
 using namespace tensio;
 
 TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
@@ -119,6 +124,68 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     EXPECT_TRUE(desk.store.stored.empty());
 }
 
+TEST(PastSessions, TheChosenMakeACourseAndFiles)
+{
+    Desk desk({"山田/花子", "太郎", "山田/花子"});
+    desk.command("以前の測定を開く").trigger();
+    auto& window = find<PastSessionsWindow>(desk.window);
+    auto& list = find<QTreeView>(window, "sessionList");
+    auto const message = [&] {
+        auto const isShown = [&] { return window.findChild<QMessageBox*>() != nullptr; };
+        EXPECT_TRUE(QTest::qWaitFor(isShown));
+        auto const text = find<QMessageBox>(window).text();
+        delete window.findChild<QMessageBox*>();
+        return text;
+    };
+    list.selectAll();
+    click(window, "courseButton");
+    EXPECT_TRUE(message().startsWith(u"氏名の異なる"));
+    list.setCurrentIndex(list.model()->index(2, 0));
+    click(window, "courseButton");
+    auto& preview = find<QDialog>(window, "PrintPreview");
+    EXPECT_TRUE(preview.isVisible() && find<QLabel>(preview, "messageLabel").isVisible());
+    EXPECT_TRUE(preview.windowTitle().endsWith(u"経過"));
+    preview.close();
+    auto const command = [&](int place) {
+        find<QPushButton>(window, "moreButton").menu()->actions().at(place)->trigger();
+    };
+    desk.saving.answer = "/course.csv";
+    command(2);
+    EXPECT_TRUE(desk.saving.written.ends_with(encodeUtf16("\t1\t20.0\t20.0\t30.0\r\n").substr(2)));
+    desk.saving.diskIsFull = true;
+    command(2);
+    EXPECT_EQ(message(), u"保存に失敗しました。");
+
+    QTemporaryDir const folder;
+    auto const name = folder.filePath(
+        QString::fromStdString(formatLocalTime({}, "%Y%m%d-%H%M_")) + u"山田_花子"_s);
+    EXPECT_TRUE(QFile(name + u".csv"_s).open(QFile::WriteOnly));
+    auto const saveEach = [&] {
+        command(3);
+        auto* const chooser = window.findChild<QFileDialog*>();
+        Q_EMIT chooser->fileSelected(folder.path());
+        delete chooser;
+        return message();
+    };
+    desk.store.stored.at(2).measurements.clear();
+    for (bool const isFull : {true, false}) {
+        desk.saving.log.clear();
+        desk.saving.diskIsFull = isFull;
+        list.selectAll();
+        auto const text = saveEach();
+        EXPECT_TRUE(
+            text.contains(isFull ? u"山田/花子のCSVを保存できません" : u"太郎の記録は壊れ"));
+        EXPECT_TRUE(text.contains(isFull ? u"その前の0件" : u"その前の1件"));
+        EXPECT_EQ(desk.saving.log, std::vector {"write " + name.toStdString() + "_2.csv"});
+        EXPECT_EQ(desk.store.stored.at(3).summary.isSaved, !isFull);
+    }
+    EXPECT_EQ(list.model()->index(0, PastSessionsModel::Saved).data(), u"保存済み"_s);
+    EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
+    list.setCurrentIndex(list.model()->index(2, 0));
+    EXPECT_TRUE(saveEach().startsWith(u"1件の測定のCSVを保存しました。"));
+    EXPECT_TRUE(desk.saving.log.back().ends_with("（模擬装置）.csv"));
+}
+
 TEST(PastSessions, TheListIsLoadedInStepsAndSaysWhenDamageHidesSome)
 {
     Desk desk(std::vector<std::string>(1001, "太郎"));
@@ -160,8 +227,19 @@ TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
                 all << find<QWidget>(desk.window, name).grab().toImage();
             return all;
         };
+        desk.saving.answer = "/all.csv";
+        auto const files = [&] {
+            manager.measurementList.measurements().front()->isCounted.setValue(true);
+            std::vector<std::string> all;
+            for (auto const save : {&TensioManager::saveCsv, &TensioManager::saveSelectedCsv}) {
+                (manager.*save)();
+                all.push_back(desk.saving.written);
+            }
+            return all;
+        };
         measure("花子", 0.5f, 30.0);
         auto const before = pictures();
+        auto const filesBefore = files();
         measure("太郎", 0.9f, 60.0);
         ASSERT_NE(pictures(), before);
         desk.command("以前の測定を開く").trigger();
@@ -171,6 +249,7 @@ TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
         EXPECT_EQ(find<QLabel>(desk.window, "pastSessionLabel").text(),
             QStringLiteral("以前の測定　2024/03/05 14:07"));
         EXPECT_EQ(pictures(), before) << isFinishedInAPress;
+        EXPECT_EQ(files(), filesBefore);
         click(desk.window, "startButton");
         EXPECT_TRUE(find<QLabel>(desk.window, "percentNotice").text().contains(u"90%"));
         click(desk.window, "cancelButton");
@@ -198,6 +277,12 @@ TEST(PastSessions, AreBackedUpInStepsUnlessCancelled)
         EXPECT_EQ(store.transferred, "");
         delete desk.window.findChild<QMessageBox*>();
     }
+    store.transferEnd = TransferState::Done;
+    desk.command("バックアップから戻す").trigger();
+    Q_EMIT find<QFileDialog>(desk.window).fileSelected(u"/stick/old.db"_s);
+    EXPECT_EQ(store.transferred, "/stick/old.db");
+    EXPECT_TRUE(QTest::qWaitFor([&] { return desk.window.findChild<QMessageBox*>() != nullptr; }));
+    EXPECT_EQ(find<QMessageBox>(desk.window).text(), u"3件の測定を戻しました。");
     desk.command("バックアップ(").trigger();
     find(*desk.window.findChildren<QProgressDialog*>().last()).click();
     EXPECT_EQ(store.transferred, "") << "nothing stays of it";

@@ -91,7 +91,7 @@ TransferState QtSessionTransfer::startRestore()
     // Immutable: nothing is written beside it, and it may lie on a medium that cannot be written.
     auto const url = QUrl::fromLocalFile(m_path).toString(QUrl::FullyEncoded);
     if (!m_database.attach(url + QStringLiteral("?mode=ro&immutable=1")))
-        return TransferState::NotABackup;
+        return TransferState::Unreadable;
     bool const isBegun = m_database.begin(SessionDatabase::Durability::PowerCut);
     return isBegun ? startCopy(otherSchema, ownSchema) : refusal();
 }
@@ -103,7 +103,7 @@ TransferState QtSessionTransfer::startCopy(QString const& from, QString const& t
         return TransferState::Newer;
     if (m_copy->isPossible())
         return TransferState::Running;
-    return m_copy->hasFailed() ? refusal() : TransferState::NotABackup;
+    return m_copy->hasFailed() ? refusal() : TransferState::Unreadable;
 }
 
 TransferState QtSessionTransfer::copySome()
@@ -116,7 +116,7 @@ TransferState QtSessionTransfer::copySome()
     if (m_copy->hasFailed())
         return refusal();
     if (m_copy->hasMetDamage() && m_kind == Kind::Restore)
-        return TransferState::NotABackup;
+        return TransferState::Unreadable;
     if (m_copy->hasMetDamage())
         m_database.reportDamage();
     if (!isMore)

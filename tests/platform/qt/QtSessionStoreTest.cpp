@@ -134,7 +134,7 @@ TEST(QtSessionStore, IsReadableForTheUserAloneAndKeepsNothingOfWhatIsRemoved)
 TEST(QtSessionStore, ReportsWhyItDoesNotOpenOrRestoreAFile)
 {
     using enum StoreProblem;
-    constexpr auto notABackup = TransferState::NotABackup;
+    constexpr auto unreadable = TransferState::Unreadable;
     struct {
         std::function<void(Place&)> plant;
         StoreProblem problem;
@@ -143,15 +143,15 @@ TEST(QtSessionStore, ReportsWhyItDoesNotOpenOrRestoreAFile)
         std::size_t kept;
     } const rows[] {
         {[](Place& place) { QtFileWriter().writeAtomically(place.path.toStdString(), "garbage"); },
-            DamagedSetAside, "sessions.db.damaged", notABackup, 0},
+            DamagedSetAside, "sessions.db.damaged", unreadable, 0},
         {[](Place& place) { place.run({"DROP TABLE points"}); }, DamagedSetAside,
-            "sessions.db.damaged", notABackup, 1},
+            "sessions.db.damaged", unreadable, 1},
         {[](Place& place) { QFile::resize(place.path, 7000); }, DamagedSetAside,
-            "sessions.db.damaged", notABackup, 0},
+            "sessions.db.damaged", unreadable, 0},
         {[](Place& place) { place.run({"PRAGMA user_version = 3"}); }, NewerSetAside,
             "sessions.db.newer", TransferState::Newer, 0},
         {[](Place& place) { QFile::remove(place.path) && place.data.mkdir("sessions.db"); },
-            NotOpened, "", notABackup, 0},
+            NotOpened, "", unreadable, 0},
     };
     Place const sound;
     sound.addSession("鈴木");

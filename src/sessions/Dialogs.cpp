@@ -1,0 +1,31 @@
+#include "sessions/Dialogs.h"
+
+#include "toolkit/WindowSize.h"
+
+using namespace Qt::StringLiterals;
+
+namespace tensio {
+
+void tell(QWidget& window, QMessageBox::Icon icon, QString const& message)
+{
+    auto* const box = new QMessageBox(icon, u"tensio"_s, message, QMessageBox::Ok, &window);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void choose(QWidget& window, QString const& title, QFileDialog::FileMode mode,
+    QString const& filter, std::function<void(QString const&)> const& chosen)
+{
+    auto* const panel = new QFileDialog(&window, title, {}, filter);
+    panel->setAttribute(Qt::WA_DeleteOnClose);
+    panel->setFileMode(mode);
+    // The style sheet's least width is more than small screens have.
+    auto const room = availableSize(window).shrunkBy(assumedFrame);
+    panel->ensurePolished();
+    panel->setMinimumWidth(std::min(panel->minimumWidth(), room.width()));
+    panel->resize(panel->sizeHint().expandedTo(panel->minimumSize()).boundedTo(room));
+    QObject::connect(panel, &QFileDialog::fileSelected, &window, chosen);
+    panel->open();
+}
+
+} // namespace tensio
