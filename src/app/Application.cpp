@@ -22,7 +22,7 @@ Application::Application(Services services)
     , m_delegate(m_tensioManager, services.runLoop, m_windowController.defaultTargetMenu(),
           m_reportPrinter)
     , m_sessionCommands(m_sessionArchive,
-          {services.savePanel, services.fileWriter,
+          {services.savePanel, services.fileWriter, services.clock,
               [this](Course const& course, QWidget& list) {
                   m_reportPrinter.print(std::make_unique<CoursePrintView>(course), u"経過"_s, list);
               }},

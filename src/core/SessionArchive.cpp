@@ -150,6 +150,7 @@ bool SessionArchive::open(SessionId session)
     m_session = session;
     m_isMarked = false;
     m_dueDismissal = session;
+    m_isShownWhole = stored->isComplete;
     shown.prepare(stored->summary);
     unsaved.prepare(std::nullopt);
     m_tensioManager.restoreSession(*stored);

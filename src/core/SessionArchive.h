@@ -27,6 +27,8 @@ public:
     MutableProperty<bool> canOpen;
     // The stored session that the window shows; none while it shows that of the latest connection.
     MutableProperty<std::optional<SessionSummary>> shown {std::nullopt};
+    // Damage hides nothing of it.
+    bool isShownWhole() const { return m_isShownWhole; }
     // The session to be offered: the newest, if it is neither saved nor dismissed. None once a
     // session has started or was opened.
     MutableProperty<std::optional<SessionSummary>> unsaved;
@@ -82,6 +84,7 @@ private:
     std::optional<SessionWriter> m_writer;
     // What the window shows; 0 while nothing of it is stored.
     SessionId m_session = 0;
+    bool m_isShownWhole = true;
     // The store knows that a CSV file of it has been written in this run.
     bool m_isMarked = false;
     // The session that the store has to dismiss; 0: none.

@@ -19,6 +19,7 @@ void choose(QWidget& window, QString const& title, QFileDialog::FileMode mode,
     auto* const panel = new QFileDialog(&window, title, {}, filter);
     panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->setFileMode(mode);
+    panel->setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
     // The style sheet's least width is more than small screens have.
     auto const room = availableSize(window).shrunkBy(assumedFrame);
     panel->ensurePolished();

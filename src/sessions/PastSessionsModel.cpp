@@ -76,10 +76,11 @@ void PastSessionsModel::markSaved(SessionId session)
         Q_EMIT dataChanged(index(0, Saved), index(rowCount() - 1, Saved));
 }
 
-void PastSessionsModel::filter(QString const& namePart)
+void PastSessionsModel::filter(QString const& namePart, Period period)
 {
     beginResetModel();
     m_filter = keyOf(namePart);
+    m_period = period;
     m_shown = found(0);
     endResetModel();
 }
@@ -88,7 +89,10 @@ std::vector<std::size_t> PastSessionsModel::found(std::size_t first) const
 {
     std::vector<std::size_t> places;
     for (auto place = first; place < m_rows.size(); ++place) {
-        if (m_rows[place].key.contains(m_filter))
+        auto const& row = m_rows[place];
+        bool const isInPeriod
+            = row.session.start >= m_period.first && row.session.start < m_period.end;
+        if (isInPeriod && row.key.contains(m_filter))
             places.push_back(place);
     }
     return places;

@@ -6,7 +6,13 @@
 
 namespace tensio {
 
-// The sessions of the store as rows, newest first: those whose name contains a text.
+// From the first date to just before the end.
+struct Period {
+    Date first = Date::min();
+    Date end = Date::max();
+};
+
+// The sessions of the store as rows, newest first: those of a period whose name contains a text.
 class PastSessionsModel : public QAbstractTableModel {
     Q_OBJECT
 
@@ -18,8 +24,8 @@ public:
     void clear();
     void append(std::vector<SessionSummary> const& sessions);
     void markSaved(SessionId session);
-    // Ignores blanks, case, and the width of characters.
-    void filter(QString const& namePart);
+    // In names, ignores blanks, case, and the width of characters.
+    void filter(QString const& namePart, Period period);
 
     // Also those that the filter hides.
     int total() const { return static_cast<int>(m_rows.size()); }
@@ -44,6 +50,7 @@ private:
     // Places in m_rows.
     std::vector<std::size_t> m_shown;
     QString m_filter;
+    Period m_period;
 };
 
 } // namespace tensio

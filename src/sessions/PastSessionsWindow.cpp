@@ -2,11 +2,14 @@
 
 #include "core/DateText.h"
 #include "core/SessionArchive.h"
+#include "platform/Clock.h"
 #include "sessions/Dialogs.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/WindowSize.h"
 #include "ui_PastSessions.h"
 
+#include <QCalendarWidget>
+#include <QDateTime>
 #include <QHeaderView>
 #include <QMenu>
 #include <QPushButton>
@@ -17,20 +20,30 @@ namespace tensio {
 
 namespace {
 constexpr std::size_t pageSize = 500;
+
+// The rows of the drop-down list.
+enum PeriodRow { AnyTime, ThisMonth, ThreeMonths, OneYear, ChosenDates };
+
+Date beginningOfDay(QDate day)
+{
+    return Date(std::chrono::milliseconds(day.startOfDay().toMSecsSinceEpoch()));
 }
+
+} // namespace
 
 PastSessionsWindow::PastSessionsWindow(
     SessionArchive& archive, SessionServices const& services, QWidget& parent)
     : QDialog(&parent)
     , m_archive(archive)
+    , m_clock(services.clock)
     , m_ui(std::make_unique<Ui::PastSessions>())
     , m_output(archive, services, *this)
 {
     m_ui->setupUi(this);
     scaleLayouts(*this, dialogScale(size(), shownScale(parent), availableSize(parent)));
     setUpList();
+    setUpSearch();
     addMoreCommands();
-    connect(m_ui->searchInput, &QLineEdit::textChanged, this, &PastSessionsWindow::search);
     connect(m_ui->openButton, &QPushButton::clicked, this, &PastSessionsWindow::openSelected);
     connect(m_ui->courseButton, &QPushButton::clicked, this,
         [this] { m_output.showCourse(selected()); });
@@ -58,6 +71,53 @@ void PastSessionsWindow::setUpList()
     connect(&list, &QTreeView::activated, this, &PastSessionsWindow::openSelected);
     connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, this,
         &PastSessionsWindow::showSelection);
+}
+
+void PastSessionsWindow::setUpSearch()
+{
+    m_ui->datesView->hide();
+    m_ui->toInput->setDate(today());
+    m_ui->fromInput->setDate(today().addMonths(-1));
+    connect(m_ui->searchInput, &QLineEdit::textChanged, this, &PastSessionsWindow::search);
+    connect(m_ui->periodInput, &QComboBox::currentIndexChanged, this, [this](int row) {
+        m_ui->datesView->setVisible(row == ChosenDates);
+        search();
+    });
+    for (auto* date : {m_ui->fromInput, m_ui->toInput}) {
+        date->calendarWidget()->setFirstDayOfWeek(Qt::Sunday);
+        connect(date, &QDateEdit::dateChanged, this, &PastSessionsWindow::search);
+    }
+}
+
+QDate PastSessionsWindow::today() const
+{
+    auto const now = m_clock.now().time_since_epoch();
+    return QDateTime::fromSecsSinceEpoch(
+        std::chrono::duration_cast<std::chrono::seconds>(now).count())
+        .date();
+}
+
+Period PastSessionsWindow::period() const
+{
+    Period period;
+    auto const from = m_ui->fromInput->date();
+    auto const to = m_ui->toInput->date();
+    switch (m_ui->periodInput->currentIndex()) {
+    case ThisMonth:
+        period.first = beginningOfDay(today().addDays(1 - today().day()));
+        break;
+    case ThreeMonths:
+        period.first = beginningOfDay(today().addMonths(-3));
+        break;
+    case OneYear:
+        period.first = beginningOfDay(today().addYears(-1));
+        break;
+    case ChosenDates:
+        period
+            = {beginningOfDay(std::min(from, to)), beginningOfDay(std::max(from, to).addDays(1))};
+        break;
+    }
+    return period;
 }
 
 // Not beside 削除…: one slip from losing every patient's data.
@@ -110,7 +170,7 @@ void PastSessionsWindow::loadPage()
 
 void PastSessionsWindow::search()
 {
-    m_model.filter(m_ui->searchInput->text());
+    m_model.filter(m_ui->searchInput->text(), period());
     m_ui->sessionList->setCurrentIndex(m_model.index(0, 0));
     showCount();
     showSelection();

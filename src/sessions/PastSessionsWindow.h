@@ -18,7 +18,7 @@ namespace tensio {
 
 class SessionArchive;
 
-// The list of the stored sessions: searched by name, one put into the window, some
+// The list of the stored sessions: searched by name and period, one put into the window, some
 // shown as a course, saved or deleted.
 // It is loaded in steps that are short enough not to hold up the display.
 class PastSessionsWindow : public QDialog {
@@ -32,9 +32,12 @@ public:
 
 private:
     void setUpList();
+    void setUpSearch();
     void addMoreCommands();
     void load();
     void loadPage();
+    QDate today() const;
+    Period period() const;
     void search();
     void showCount();
     void showSelection();
@@ -48,6 +51,7 @@ private:
     void showRemoval(StoreProblem problem);
 
     SessionArchive& m_archive;
+    Clock const& m_clock;
     std::unique_ptr<Ui::PastSessions> m_ui;
     PastSessionsModel m_model;
     SessionOutput m_output;

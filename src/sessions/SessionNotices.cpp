@@ -6,6 +6,8 @@
 #include "ui_StoreProblem.h"
 #include "ui_UnsavedSession.h"
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -58,6 +60,9 @@ SessionNotices::SessionNotices(SessionArchive& archive, QWidget& unsavedView, QW
     connect(m_problem->hideProblemButton, &QPushButton::clicked, &m_problemView, &QWidget::hide);
     m_subscriptions.push_back(
         m_archive.problem.observe([this](StoreProblem problem) { showProblem(textOf(problem)); }));
+    m_subscriptions += m_archive.shown.observeChanges([this](auto const& session) {
+        showDamage(session.has_value() && !m_archive.isShownWhole());
+    });
     m_subscriptions.push_back(
         m_archive.unsaved.observe([this](auto const& session) { showUnsaved(session); }));
     connect(
@@ -85,6 +90,15 @@ void SessionNotices::openUnsaved()
 {
     if (auto const session = m_archive.unsaved.value(); session && !m_archive.open(session->id))
         showProblem(QStringLiteral("この測定は読み込めませんでした。管理者に知らせてください。"));
+}
+
+void SessionNotices::showDamage(bool isDamaged)
+{
+    if (isDamaged)
+        showProblem(u"この測定には、壊れていて読み込めなかった部分があります。"_s);
+    else if (m_isDamageShown)
+        showProblem(textOf(m_archive.problem.value()));
+    m_isDamageShown = isDamaged;
 }
 
 void SessionNotices::showProblem(QString const& problem)

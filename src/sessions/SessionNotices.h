@@ -32,6 +32,8 @@ public:
 private:
     void showUnsaved(std::optional<SessionSummary> const& session);
     void openUnsaved();
+    // Of the session that has been opened.
+    void showDamage(bool isDamaged);
     void showProblem(QString const& problem);
 
     SessionArchive& m_archive;
@@ -39,6 +41,7 @@ private:
     QWidget& m_problemView;
     std::unique_ptr<Ui::UnsavedSession> m_unsaved;
     std::unique_ptr<Ui::StoreProblem> m_problem;
+    bool m_isDamageShown = false;
     Subscriptions m_subscriptions;
 };
 

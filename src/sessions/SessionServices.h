@@ -6,6 +6,7 @@ class QWidget;
 
 namespace tensio {
 
+class Clock;
 class FileWriter;
 class SavePanel;
 struct Course;
@@ -14,6 +15,7 @@ struct Course;
 struct SessionServices {
     SavePanel& savePanel;
     FileWriter& fileWriter;
+    Clock const& clock;
     // Shows its pages above that window.
     std::function<void(Course const&, QWidget&)> showCourse;
 };

@@ -3,6 +3,8 @@
 #include "sessions/PastSessionsWindow.h"
 #include "support/Desk.h"
 
+#include <QComboBox>
+#include <QDateEdit>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
@@ -21,12 +23,15 @@ using namespace tensio;
 TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
 {
     Desk desk({"太郎", "花子"});
+    desk.store.stored.at(2).isComplete = false;
     auto const& line = find<QWidget>(desk.window, "unsavedSessionView");
     EXPECT_TRUE(line.isVisible());
     EXPECT_TRUE(find<QLabel>(desk.window, "unsavedDetailLabel").text().contains(u"花子"));
     EXPECT_FALSE(find<QLabel>(desk.window, "unsavedSimulatedLabel").isVisible());
     click(desk.window, "openUnsavedButton");
     EXPECT_TRUE(desk.window.windowTitle().contains(u"花子"));
+    auto const& damage = find<QLabel>(desk.window, "storeProblemLabel");
+    EXPECT_TRUE(damage.isVisible() && damage.text().contains(u"壊れて"));
     EXPECT_FALSE(line.isVisible());
     EXPECT_FALSE(desk.store.unsavedSession());
     desk.command("以前の測定を開く").trigger();
@@ -34,6 +39,7 @@ TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
     list.setCurrentIndex(list.model()->index(1, 0));
     click(desk.window, "openButton");
     EXPECT_TRUE(desk.window.windowTitle().contains(u"太郎"));
+    EXPECT_FALSE(damage.isVisible()) << "all of it was read";
     EXPECT_FALSE(find<PastSessionsWindow>(desk.window).isVisible());
 }
 
@@ -122,6 +128,25 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     more.actions().last()->trigger();
     EXPECT_TRUE(answer(true).find("検索で見つからないものも含めて2件すべて") != std::string::npos);
     EXPECT_TRUE(desk.store.stored.empty());
+}
+
+TEST(PastSessions, TheListIsOfAPeriod)
+{
+    Desk desk(std::vector<std::string>(5, "太郎"));
+    SessionId id = 0;
+    for (auto const* start : {"2023-03-04 23:59:59", "2023-12-04 23:59:59", "2024-02-28 23:59:59",
+             "2024-02-29 23:59:59", "2024-03-01 00:00:00"})
+        desk.store.stored.at(++id).summary.start = ManualClock::localTime(start);
+    desk.command("以前の測定を開く").trigger();
+    auto const& window = find<PastSessionsWindow>(desk.window);
+    find<QDateEdit>(window, "fromInput").setDate({2024, 3, 1});
+    find<QDateEdit>(window, "toInput").setDate({2024, 2, 29});
+    auto& period = find<QComboBox>(window, "periodInput");
+    for (auto const& [text, found] : {std::pair {u"今月", u"1件"}, {u"3か月以内", u"3件"},
+             {u"1年以内", u"4件"}, {u"日付を指定", u"2件"}, {u"すべて", u"5件"}}) {
+        period.setCurrentText(QString::fromUtf16(text));
+        EXPECT_EQ(find<QLabel>(window, "countLabel").text(), found) << period.currentIndex();
+    }
 }
 
 TEST(PastSessions, TheChosenMakeACourseAndFiles)
