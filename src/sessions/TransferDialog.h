@@ -9,8 +9,8 @@
 
 namespace tensio {
 
-// Runs a backup, or the way back, in steps from the event loop, and shows its progress. Deletes
-// itself at the end; cancelled, it leaves nothing.
+// Runs a transfer in steps from the event loop, and shows its progress; cancelled, it drops the
+// transfer. Deletes itself at the end.
 class TransferDialog : public QProgressDialog {
     Q_OBJECT
 
