@@ -119,7 +119,9 @@ TEST(StoreTimes, WithTenThousandSessions)
     Recording recording(place.path);
     QWidget parent;
     auto const openings = timesOf(5, [&] {
-        PastSessionsWindow window(recording.archive, parent);
+        auto& session = recording.session;
+        PastSessionsWindow window(
+            recording.archive, {session.saving, session.saving, session.clock, {}}, parent);
         window.show();
         window.grab();
         while (window.findChild<QTreeView*>()->model()->rowCount() < 10'000)
