@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -18,13 +20,13 @@ QString text(SessionSummary const& session, int column)
     case PastSessionsModel::Name:
         return QString::fromStdString(session.name);
     case PastSessionsModel::Count:
-        return QStringLiteral("%1回").arg(session.count);
+        return u"%1回"_s.arg(session.count);
     case PastSessionsModel::Best:
         return QString::fromStdString(formatFixed(session.best, 1));
     case PastSessionsModel::Saved:
-        return session.isSaved ? QStringLiteral("保存済み") : QStringLiteral("未保存");
+        return session.isSaved ? u"保存済み"_s : u"未保存"_s;
     case PastSessionsModel::Simulated:
-        return session.isSimulated ? QStringLiteral("模擬装置") : QString();
+        return session.isSimulated ? u"模擬装置"_s : QString();
     default:
         return {};
     }
@@ -125,9 +127,8 @@ QVariant PastSessionsModel::data(QModelIndex const& index, int role) const
 
 QVariant PastSessionsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static std::array<QString, ColumnCount> const titles {QStringLiteral("日時"),
-        QStringLiteral("氏名"), QStringLiteral("測定"), QStringLiteral("最大圧（kPa）"),
-        QStringLiteral("CSV"), QStringLiteral("備考")};
+    static std::array<QString, ColumnCount> const titles {
+        u"日時"_s, u"氏名"_s, u"測定"_s, u"最大圧（kPa）"_s, u"CSV"_s, u"備考"_s};
     if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)
         return {};
     if (role == Qt::DisplayRole)

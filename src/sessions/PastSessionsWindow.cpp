@@ -124,17 +124,16 @@ Period PastSessionsWindow::period() const
 void PastSessionsWindow::addMoreCommands()
 {
     auto* const menu = new QMenu(this);
-    m_sameName = menu->addAction(
-        QStringLiteral("同じ氏名を選択(&S)"), this, &PastSessionsWindow::selectSameName);
+    m_sameName
+        = menu->addAction(u"同じ氏名を選択(&S)"_s, this, &PastSessionsWindow::selectSameName);
     menu->addSeparator();
     m_courseCsv = menu->addAction(
         u"経過のCSVを保存(&K)…"_s, this, [this] { m_output.saveCourse(selected()); });
     m_eachCsv = menu->addAction(
         u"測定ごとのCSVを保存(&C)…"_s, this, [this] { m_output.saveEach(selected()); });
     menu->addSeparator();
-    m_removeAll
-        = menu->addAction(QStringLiteral("すべて削除(&A)…"), this, &PastSessionsWindow::removeAll);
-    m_removeAll->setObjectName(QStringLiteral("removeAllAction"));
+    m_removeAll = menu->addAction(u"すべて削除(&A)…"_s, this, &PastSessionsWindow::removeAll);
+    m_removeAll->setObjectName(u"removeAllAction"_s);
     m_ui->moreButton->setMenu(menu);
 }
 
@@ -178,7 +177,7 @@ void PastSessionsWindow::search()
 
 void PastSessionsWindow::showCount()
 {
-    m_ui->countLabel->setText(QStringLiteral("%1件").arg(m_model.rowCount()));
+    m_ui->countLabel->setText(u"%1件"_s.arg(m_model.rowCount()));
     // Its question says how many there are.
     m_removeAll->setEnabled(!m_last);
 }
@@ -221,7 +220,7 @@ void PastSessionsWindow::openSelected()
     if (m_archive.open(sessions.front().id))
         close();
     else
-        tell(*this, QMessageBox::Critical, QStringLiteral("この測定は読み込めませんでした。"));
+        tell(*this, QMessageBox::Critical, u"この測定は読み込めませんでした。"_s);
 }
 
 void PastSessionsWindow::removeSelected()
@@ -230,33 +229,31 @@ void PastSessionsWindow::removeSelected()
     if (sessions.empty())
         return;
     auto const& first = sessions.front();
-    auto what = QStringLiteral("%1　%2（%3回）")
-                    .arg(QString::fromStdString(dateAndMinute(first.start)),
-                        QString::fromStdString(first.name), QString::number(first.count));
+    auto what = u"%1　%2（%3回）"_s.arg(QString::fromStdString(dateAndMinute(first.start)),
+        QString::fromStdString(first.name), QString::number(first.count));
     if (sessions.size() > 1)
-        what = QStringLiteral("選択した%1件の測定").arg(sessions.size());
+        what = u"選択した%1件の測定"_s.arg(sessions.size());
     std::vector<SessionId> ids;
     for (auto const& session : sessions)
         ids.push_back(session.id);
-    ask(what + QStringLiteral("を削除します。\n元に戻すことはできません。"),
+    ask(what + u"を削除します。\n元に戻すことはできません。"_s,
         [this, ids] { return m_archive.remove(ids); });
 }
 
 void PastSessionsWindow::removeAll()
 {
-    ask(QStringLiteral("保存されている以前の測定を、検索で見つからないものも含めて%1件すべて"
-                       "削除します。別名で残した記録も削除します。\n元に戻すことはできません。")
+    ask(u"保存されている以前の測定を、検索で見つからないものも含めて%1件すべて削除します。別名で残した記録も削除します。\n元に戻すことはできません。"_s
             .arg(m_model.total()),
         [this] { return m_archive.removeAll(); });
 }
 
 void PastSessionsWindow::ask(QString const& question, std::function<StoreProblem()> const& remove)
 {
-    auto* box = new QMessageBox(
-        QMessageBox::Warning, QStringLiteral("tensio"), question, QMessageBox::NoButton, this);
+    auto* box
+        = new QMessageBox(QMessageBox::Warning, u"tensio"_s, question, QMessageBox::NoButton, this);
     box->setAttribute(Qt::WA_DeleteOnClose);
-    auto* const keep = box->addButton(QStringLiteral("キャンセル"), QMessageBox::RejectRole);
-    auto* const doRemove = box->addButton(QStringLiteral("削除"), QMessageBox::AcceptRole);
+    auto* const keep = box->addButton(u"キャンセル"_s, QMessageBox::RejectRole);
+    auto* const doRemove = box->addButton(u"削除"_s, QMessageBox::AcceptRole);
     box->setDefaultButton(keep);
     box->setEscapeButton(keep);
     connect(doRemove, &QAbstractButton::clicked, this, [this, remove] { showRemoval(remove()); });
@@ -267,9 +264,9 @@ void PastSessionsWindow::showRemoval(StoreProblem problem)
 {
     if (problem == StoreProblem::NoSpace)
         tell(*this, QMessageBox::Critical,
-            QStringLiteral("削除できませんでした。ディスクの空き容量を確かめてください。"));
+            u"削除できませんでした。ディスクの空き容量を確かめてください。"_s);
     else if (problem != StoreProblem::None)
-        tell(*this, QMessageBox::Critical, QStringLiteral("削除できませんでした。"));
+        tell(*this, QMessageBox::Critical, u"削除できませんでした。"_s);
     load();
 }
 

@@ -25,15 +25,13 @@ QString textOf(TransferState state)
     case TransferState::DoneInPart:
         return u"壊れていて読み取れない測定を除いて、バックアップしました。管理者に知らせてください。"_s;
     case TransferState::NoSpace:
-        return QStringLiteral("空き容量が足りません。何も変更していません。");
+        return u"空き容量が足りません。何も変更していません。"_s;
     case TransferState::NotWritable:
-        return QStringLiteral("書き込めませんでした。何も変更していません。");
+        return u"書き込めませんでした。何も変更していません。"_s;
     case TransferState::Unreadable:
-        return QStringLiteral(
-            "tensioのバックアップではないか、壊れています。何も変更していません。");
+        return u"tensioのバックアップではないか、壊れています。何も変更していません。"_s;
     case TransferState::Newer:
-        return QStringLiteral(
-            "新しいバージョンのtensioのバックアップです。新しいtensioで戻してください。");
+        return u"新しいバージョンのtensioのバックアップです。新しいtensioで戻してください。"_s;
     }
     return {};
 }
@@ -48,10 +46,9 @@ void SessionCommands::addTo(QMenu& menu)
             [command](bool isPossible) { command->setEnabled(isPossible); });
         return command;
     };
-    add(QStringLiteral("以前の測定を開く(&O)…"), &SessionCommands::openList)
-        ->setShortcut(QKeySequence::Open);
-    add(QStringLiteral("バックアップ(&B)…"), &SessionCommands::backUp);
-    add(QStringLiteral("バックアップから戻す(&R)…"), &SessionCommands::chooseBackup);
+    add(u"以前の測定を開く(&O)…"_s, &SessionCommands::openList)->setShortcut(QKeySequence::Open);
+    add(u"バックアップ(&B)…"_s, &SessionCommands::backUp);
+    add(u"バックアップから戻す(&R)…"_s, &SessionCommands::chooseBackup);
 }
 
 void SessionCommands::openList()
@@ -67,11 +64,10 @@ void SessionCommands::backUp()
     if (!path)
         return;
     new TransferDialog(
-        m_archive.backUp(*path), QStringLiteral("バックアップしています…"),
+        m_archive.backUp(*path), u"バックアップしています…"_s,
         [this](TransferState state, int count) {
             tellEnd(state,
-                QStringLiteral("%1件の測定をバックアップしました。\n氏名と測定値が含まれます。")
-                    .arg(count));
+                u"%1件の測定をバックアップしました。\n氏名と測定値が含まれます。"_s.arg(count));
         },
         m_window);
 }
@@ -85,9 +81,9 @@ void SessionCommands::chooseBackup()
 void SessionCommands::restore(QString const& path)
 {
     new TransferDialog(
-        m_archive.restore(path.toStdString()), QStringLiteral("バックアップから戻しています…"),
+        m_archive.restore(path.toStdString()), u"バックアップから戻しています…"_s,
         [this](TransferState state, int count) {
-            tellEnd(state, QStringLiteral("%1件の測定を戻しました。").arg(count));
+            tellEnd(state, u"%1件の測定を戻しました。"_s.arg(count));
         },
         m_window);
 }

@@ -18,29 +18,21 @@ QString textOf(StoreProblem problem)
     case StoreProblem::None:
         break;
     case StoreProblem::InUse:
-        return QStringLiteral("別のtensioが起動しているため、自動保存されず、以前の測定も開けません"
-                              "。CSVを保存してください。");
+        return u"別のtensioが起動しているため、自動保存されず、以前の測定も開けません。CSVを保存してください。"_s;
     case StoreProblem::NotOpened:
-        return QStringLiteral("自動保存の場所に書き込めません。以前の測定も開けません。測定を終えた"
-                              "らCSVを保存してください。");
+        return u"自動保存の場所に書き込めません。以前の測定も開けません。測定を終えたらCSVを保存してください。"_s;
     case StoreProblem::NotWritable:
-        return QStringLiteral(
-            "自動保存の場所に書き込めません。測定を終えたらCSVを保存してください。");
+        return u"自動保存の場所に書き込めません。測定を終えたらCSVを保存してください。"_s;
     case StoreProblem::NewerSetAside:
-        return QStringLiteral(
-            "新しいバージョンの記録のため、別名で残しました。新しいtensioで開いてください。");
+        return u"新しいバージョンの記録のため、別名で残しました。新しいtensioで開いてください。"_s;
     case StoreProblem::DamagedSetAside:
-        return QStringLiteral(
-            "以前の記録が壊れていたため、別名で残しました。管理者に知らせてください。");
+        return u"以前の記録が壊れていたため、別名で残しました。管理者に知らせてください。"_s;
     case StoreProblem::NoSpace:
-        return QStringLiteral(
-            "測定を自動保存できません。空き容量を確かめ、終了後にCSVを保存してください。");
+        return u"測定を自動保存できません。空き容量を確かめ、終了後にCSVを保存してください。"_s;
     case StoreProblem::Vanished:
-        return QStringLiteral(
-            "以前の測定の記録が見つからないため、新しく記録します。管理者に知らせてください。");
+        return u"以前の測定の記録が見つからないため、新しく記録します。管理者に知らせてください。"_s;
     case StoreProblem::Damaged:
-        return QStringLiteral(
-            "自動保存の記録が壊れています。測定を終えたらCSVを保存してください。");
+        return u"自動保存の記録が壊れています。測定を終えたらCSVを保存してください。"_s;
     }
     return {};
 }
@@ -58,13 +50,13 @@ SessionNotices::SessionNotices(SessionArchive& archive, QWidget& unsavedView, QW
     m_problem->setupUi(&m_problemView);
     setAccessibleRole(*m_problem->storeProblemLabel, QAccessible::Notification);
     connect(m_problem->hideProblemButton, &QPushButton::clicked, &m_problemView, &QWidget::hide);
-    m_subscriptions.push_back(
-        m_archive.problem.observe([this](StoreProblem problem) { showProblem(textOf(problem)); }));
+    m_subscriptions += m_archive.problem.observe(
+        [this](StoreProblem problem) { showProblem(textOf(problem)); });
     m_subscriptions += m_archive.shown.observeChanges([this](auto const& session) {
         showDamage(session.has_value() && !m_archive.isShownWhole());
     });
-    m_subscriptions.push_back(
-        m_archive.unsaved.observe([this](auto const& session) { showUnsaved(session); }));
+    m_subscriptions
+        += m_archive.unsaved.observe([this](auto const& session) { showUnsaved(session); });
     connect(
         m_unsaved->openUnsavedButton, &QPushButton::clicked, this, &SessionNotices::openUnsaved);
     connect(m_unsaved->dismissButton, &QPushButton::clicked, this,
@@ -79,17 +71,15 @@ void SessionNotices::showUnsaved(std::optional<SessionSummary> const& session)
     if (!session)
         return;
     m_unsaved->unsavedSimulatedLabel->setVisible(session->isSimulated);
-    m_unsaved->unsavedDetailLabel->setText(
-        QStringLiteral("%1　%2　%3回")
-            .arg(QString::fromStdString(session->name),
-                QString::fromStdString(dateAndMinute(session->start)),
-                QString::number(session->count)));
+    m_unsaved->unsavedDetailLabel->setText(u"%1　%2　%3回"_s.arg(
+        QString::fromStdString(session->name),
+        QString::fromStdString(dateAndMinute(session->start)), QString::number(session->count)));
 }
 
 void SessionNotices::openUnsaved()
 {
     if (auto const session = m_archive.unsaved.value(); session && !m_archive.open(session->id))
-        showProblem(QStringLiteral("この測定は読み込めませんでした。管理者に知らせてください。"));
+        showProblem(u"この測定は読み込めませんでした。管理者に知らせてください。"_s);
 }
 
 void SessionNotices::showDamage(bool isDamaged)

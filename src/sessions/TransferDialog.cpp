@@ -6,6 +6,8 @@
 
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -19,9 +21,9 @@ TransferDialog::TransferDialog(std::unique_ptr<SessionTransfer> transfer, QStrin
     , m_finished(std::move(finished))
 {
     setAttribute(Qt::WA_DeleteOnClose);
-    setWindowTitle(QStringLiteral("tensio"));
-    auto* const cancelButton = new QPushButton(QStringLiteral("キャンセル"));
-    cancelButton->setProperty("role", QStringLiteral("command"));
+    setWindowTitle(u"tensio"_s);
+    auto* const cancelButton = new QPushButton(u"キャンセル"_s);
+    cancelButton->setProperty("role", u"command"_s);
     setCancelButton(cancelButton);
     setFixedSize(QSize(400, 140) * shownScale(parent));
     setWindowModality(Qt::WindowModal);
