@@ -20,6 +20,19 @@
 using namespace Qt::StringLiterals;
 using namespace tensio;
 
+namespace {
+
+// That of the message that is shown now or soon, and is closed.
+QString message(QWidget const& window)
+{
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.findChild<QMessageBox*>() != nullptr; }));
+    auto const text = find<QMessageBox>(window).text();
+    delete window.findChild<QMessageBox*>();
+    return text;
+}
+
+} // namespace
+
 TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
 {
     Desk desk({"太郎", "花子"});
@@ -115,9 +128,7 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     desk.store.reason = StoreProblem::NoSpace;
     click(window, "removeButton");
     EXPECT_EQ(answer(true), "選択した2件の測定を削除します。");
-    auto& refusal = find<QMessageBox>(window);
-    EXPECT_TRUE(refusal.text().contains(u"空き容量"));
-    delete &refusal;
+    EXPECT_TRUE(message(window).contains(u"空き容量"));
     more.actions().first()->trigger();
     click(window, "removeButton");
     EXPECT_EQ(answer(true), "選択した2件の測定を削除します。");
@@ -155,16 +166,9 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
     desk.command("以前の測定を開く").trigger();
     auto& window = find<PastSessionsWindow>(desk.window);
     auto& list = find<QTreeView>(window, "sessionList");
-    auto const message = [&] {
-        auto const isShown = [&] { return window.findChild<QMessageBox*>() != nullptr; };
-        EXPECT_TRUE(QTest::qWaitFor(isShown));
-        auto const text = find<QMessageBox>(window).text();
-        delete window.findChild<QMessageBox*>();
-        return text;
-    };
     list.selectAll();
     click(window, "courseButton");
-    EXPECT_TRUE(message().startsWith(u"氏名の異なる"));
+    EXPECT_TRUE(message(window).startsWith(u"氏名の異なる"));
     list.setCurrentIndex(list.model()->index(2, 0));
     click(window, "courseButton");
     auto& preview = find<QDialog>(window, "PrintPreview");
@@ -179,7 +183,7 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
     EXPECT_TRUE(desk.saving.written.ends_with(encodeUtf16("\t1\t20.0\t20.0\t30.0\r\n").substr(2)));
     desk.saving.diskIsFull = true;
     command(2);
-    EXPECT_EQ(message(), u"保存に失敗しました。");
+    EXPECT_EQ(message(window), u"保存に失敗しました。");
 
     QTemporaryDir const folder;
     auto const name = folder.filePath(
@@ -190,7 +194,7 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
         auto* const chooser = window.findChild<QFileDialog*>();
         Q_EMIT chooser->fileSelected(folder.path());
         delete chooser;
-        return message();
+        return message(window);
     };
     desk.store.stored.at(2).measurements.clear();
     for (bool const isFull : {true, false}) {
@@ -255,12 +259,10 @@ TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
         desk.saving.answer = "/all.csv";
         auto const files = [&] {
             manager.measurementList.measurements().front()->isCounted.setValue(true);
-            std::vector<std::string> all;
-            for (auto const save : {&TensioManager::saveCsv, &TensioManager::saveSelectedCsv}) {
-                (manager.*save)();
-                all.push_back(desk.saving.written);
-            }
-            return all;
+            manager.saveCsv();
+            auto const all = desk.saving.written;
+            manager.saveSelectedCsv();
+            return all + desk.saving.written;
         };
         measure("花子", 0.5f, 30.0);
         auto const before = pictures();
@@ -296,11 +298,8 @@ TEST(PastSessions, AreBackedUpInStepsUnlessCancelled)
         store.transferEnd = end;
         desk.command("バックアップ(").trigger();
         EXPECT_EQ(store.transferred, "/stick/sessions.db");
-        EXPECT_TRUE(
-            QTest::qWaitFor([&] { return desk.window.findChild<QMessageBox*>() != nullptr; }));
-        EXPECT_TRUE(find<QMessageBox>(desk.window).text().startsWith(QString::fromUtf16(text)));
+        EXPECT_TRUE(message(desk.window).startsWith(QString::fromUtf16(text)));
         EXPECT_EQ(store.transferred, "");
-        delete desk.window.findChild<QMessageBox*>();
     }
     store.transferEnd = TransferState::Done;
     desk.command("バックアップから戻す").trigger();
