@@ -22,17 +22,17 @@ QString textOf(StoreProblem problem)
     case StoreProblem::NotOpened:
         return u"自動保存の場所に書き込めません。以前の測定も開けません。測定を終えたらCSVを保存してください。"_s;
     case StoreProblem::NotWritable:
-        return u"自動保存の場所に書き込めません。測定を終えたらCSVを保存してください。"_s;
+        return u"自動保存の場所に書き込めません。測定を終えたら、以前の測定を開く前にCSVを保存してください。"_s;
     case StoreProblem::NewerSetAside:
         return u"新しいバージョンの記録のため、別名で残しました。新しいtensioで開いてください。"_s;
     case StoreProblem::DamagedSetAside:
         return u"以前の記録が壊れていたため、別名で残しました。管理者に知らせてください。"_s;
     case StoreProblem::NoSpace:
-        return u"測定を自動保存できません。空き容量を確かめ、終了後にCSVを保存してください。"_s;
+        return u"測定を自動保存できません。空き容量を確かめ、終了後、以前の測定を開く前にCSVを保存してください。"_s;
     case StoreProblem::Vanished:
         return u"以前の測定の記録が見つからないため、新しく記録します。管理者に知らせてください。"_s;
     case StoreProblem::Damaged:
-        return u"自動保存の記録が壊れています。測定を終えたらCSVを保存してください。"_s;
+        return u"自動保存の記録が壊れています。測定を終えたら、以前の測定を開く前にCSVを保存してください。"_s;
     }
     return {};
 }
