@@ -85,7 +85,7 @@ void SessionNotices::openUnsaved()
 void SessionNotices::showDamage(bool isDamaged)
 {
     if (isDamaged)
-        showProblem(u"この測定には、壊れていて読み込めなかった部分があります。"_s);
+        showProblem(u"この測定の一部は、壊れていて読み込めませんでした。"_s);
     else if (m_isDamageShown)
         showProblem(textOf(m_archive.problem.value()));
     m_isDamageShown = isDamaged;
