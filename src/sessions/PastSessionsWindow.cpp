@@ -81,12 +81,13 @@ void PastSessionsWindow::setUpSearch()
     connect(m_ui->searchInput, &QLineEdit::textChanged, this, &PastSessionsWindow::search);
     connect(m_ui->periodInput, &QComboBox::currentIndexChanged, this, [this](int row) {
         m_ui->datesView->setVisible(row == ChosenDates);
+        // Not before: making a calendar takes time that the opening of the list does not have.
+        for (auto* date : {m_ui->fromInput, m_ui->toInput})
+            date->calendarWidget()->setFirstDayOfWeek(Qt::Sunday);
         search();
     });
-    for (auto* date : {m_ui->fromInput, m_ui->toInput}) {
-        date->calendarWidget()->setFirstDayOfWeek(Qt::Sunday);
+    for (auto* date : {m_ui->fromInput, m_ui->toInput})
         connect(date, &QDateEdit::dateChanged, this, &PastSessionsWindow::search);
-    }
 }
 
 QDate PastSessionsWindow::today() const
