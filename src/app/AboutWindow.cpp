@@ -15,7 +15,7 @@ AboutWindow::AboutWindow(QWidget& parent)
     , m_ui(std::make_unique<Ui::About>())
 {
     m_ui->setupUi(this);
-    auto const scale = dialogScale(sizeHint(), shownScale(parent), availableSize(parent));
+    auto const scale = dialogScale(sizeHint(), scaleOfContent(parent), availableSize(parent));
     scaleLayouts(*this, scale);
     m_ui->iconView->setFixedSize(m_ui->iconView->minimumSize() * scale);
     m_ui->iconView->setPixmap(

@@ -35,7 +35,7 @@ void DopeRadioButton::paintEvent(QPaintEvent* /*event*/)
     painter.setOpacity(isEnabled() ? 1.0 : 0.45);
     QRectF textRect = rect();
     if (isChecked() && m_bgImage) {
-        textRect = QRectF(QPointF(0.0, 0.0), m_bgImage->size() * designScale(*this));
+        textRect = QRectF(QPointF(0.0, 0.0), m_bgImage->size() * scaleOf(*this));
         m_bgImage->draw(painter, textRect);
     }
     painter.setPen(isChecked() ? Qt::red : Qt::white);

@@ -63,7 +63,7 @@ void PopUpButton::addRow(std::size_t index)
 void PopUpButton::fitRows()
 {
     m_menu->setFont(font());
-    auto const scale = designScale(*this);
+    auto const scale = scaleOf(*this);
     // With its border the menu is as wide as the button.
     QSize const row
         = QSize(width() - 2 * std::max(1, qRound(scale)), qRound(28.0 * scale)).expandedTo({0, 0});
@@ -75,7 +75,7 @@ void PopUpButton::paintEvent(QPaintEvent* /*event*/)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    double const scale = designScale(*this);
+    double const scale = scaleOf(*this);
     painter.scale(scale, scale);
     painter.setOpacity(isEnabled() ? 1.0 : 0.4);
     QRectF const frame(QPointF(0.0, 0.0), QSizeF(size()) / scale);

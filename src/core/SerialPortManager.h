@@ -21,8 +21,7 @@ public:
 
     // The last pressure read, kPa; every record publishes one value.
     MutableProperty<float> pressure {0.0f};
-    // The readings since the latest start of connect() are simulated, or those of the session that
-    // was restored since.
+    // The readings shown are simulated: those of this connection or of the restored session.
     MutableProperty<bool> isSimulated {false};
 
     // Each start looks for the port and opens it: a value when it has opened, a failure when there

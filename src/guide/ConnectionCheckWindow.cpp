@@ -41,7 +41,7 @@ ConnectionCheckWindow::ConnectionCheckWindow(PortInspector& ports, QWidget& pare
     layout->addWidget(m_report);
     layout->addLayout(buttons);
     resize(640, 520);
-    scaleLayouts(*this, dialogScale(size(), shownScale(parent), availableSize(parent)));
+    scaleLayouts(*this, dialogScale(size(), scaleOfContent(parent), availableSize(parent)));
     close->setDefault(true);
     close->setFocus();
     reload();

@@ -116,7 +116,7 @@ void GuideView::doSetSource(QUrl const& url, QTextDocument::ResourceType type)
     m_pictures.clear();
     QTextBrowser::doSetSource(url, type);
     document()->documentLayout()->registerHandler(QTextFormat::ImageObject, this);
-    auto const scale = designScale(*this);
+    auto const scale = scaleOf(*this);
     document()->setDocumentMargin(margin * scale);
     formatBlocks(*document(), scale);
     ruleTables(*document(), scale);
@@ -140,7 +140,7 @@ void GuideView::resizeEvent(QResizeEvent* event)
 QSizeF GuideView::intrinsicSize(QTextDocument*, int, QTextFormat const& format)
 {
     auto const size = QImageReader(fileOf(format, source())).size();
-    auto const scale = designScale(*this);
+    auto const scale = scaleOf(*this);
     auto const room = viewport()->width() - (2.0 * margin + 8.0) * scale;
     auto const width = std::clamp(room, 1.0, std::max(size.width() * scale, 1.0));
     return {width, std::round(size.height() * width / std::max(size.width(), 1))};

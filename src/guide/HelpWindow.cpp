@@ -67,8 +67,8 @@ void HelpWindow::showOn(QWidget const& opener)
 {
     if (!isVisible()) {
         auto const available = availableSize(opener);
-        auto const scale = dialogScale(smallest, shownScale(opener), available);
-        if (scale != designScale(*this)) {
+        auto const scale = dialogScale(smallest, scaleOfContent(opener), available);
+        if (scale != scaleOf(*this)) {
             scaleLayouts(*this, scale);
             m_guide->setStyleSheet({}); // Its zoom was that of another scale.
             m_guide->reload();

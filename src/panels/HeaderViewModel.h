@@ -13,6 +13,7 @@ class TensioManager;
 // Mirrors the subject's name and the clock for the header, and decides when saving is allowed.
 class HeaderViewModel {
 public:
+    // The manager must outlive the view-model.
     explicit HeaderViewModel(TensioManager const& tensioManager);
 
     MutableProperty<std::string> username {{}};

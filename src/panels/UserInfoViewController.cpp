@@ -126,8 +126,8 @@ void UserInfoViewController::connectActions()
 void UserInfoViewController::show()
 {
     scaleDesign(*m_window,
-        dialogScale(designFrame(*m_window).size().toSize(), designScale(m_opener),
-            availableSize(m_opener)));
+        dialogScale(
+            designFrame(*m_window).size().toSize(), scaleOf(m_opener), availableSize(m_opener)));
     m_window->setFixedSize(m_window->size());
     m_window->show();
     viewDidAppear();

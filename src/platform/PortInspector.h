@@ -24,6 +24,7 @@ struct InspectedPort {
     std::string obstacle;
 };
 
+// Looks at the ports for the person who connects the device.
 class PortInspector : public Interface {
 public:
     // The ports of the device's bridge, in the order in which a connection looks at them, then the

@@ -18,6 +18,7 @@ public:
     virtual bool setSimulated(bool isSimulated) = 0;
 };
 
+// Writes the files that the user saves.
 class FileWriter : public Interface {
 public:
     // Replaces the file at the path (UTF-8) by these bytes. False when the path cannot be written

@@ -77,7 +77,8 @@ PrintPreviewController::PrintPreviewController(TensioManager& tensioManager, Pri
     , m_ui(std::make_unique<Ui::PrintPreview>())
 {
     m_ui->setupUi(m_window.get());
-    scaleLayouts(*m_window, dialogScale(smallestSize, shownScale(parent), availableSize(parent)));
+    scaleLayouts(
+        *m_window, dialogScale(smallestSize, scaleOfContent(parent), availableSize(parent)));
     auto const largest = availableSize(parent).shrunkBy(assumedFrame);
     m_window->resize(m_window->size().boundedTo(largest));
     viewDidLoad();

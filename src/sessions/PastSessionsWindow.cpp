@@ -40,7 +40,7 @@ PastSessionsWindow::PastSessionsWindow(
     , m_output(archive, services, *this)
 {
     m_ui->setupUi(this);
-    scaleLayouts(*this, dialogScale(size(), shownScale(parent), availableSize(parent)));
+    scaleLayouts(*this, dialogScale(size(), scaleOfContent(parent), availableSize(parent)));
     setUpList();
     setUpSearch();
     addMoreCommands();
@@ -66,7 +66,7 @@ void PastSessionsWindow::setUpList()
     for (auto const& [column, width] : {std::pair {PastSessionsModel::Start, 150},
              {PastSessionsModel::Count, 70}, {PastSessionsModel::Best, 120},
              {PastSessionsModel::Saved, 100}, {PastSessionsModel::Simulated, 100}})
-        header.resizeSection(column, qRound(width * designScale(*this)));
+        header.resizeSection(column, qRound(width * scaleOf(*this)));
     header.setSectionResizeMode(PastSessionsModel::Name, QHeaderView::Stretch);
     connect(&list, &QTreeView::activated, this, &PastSessionsWindow::openSelected);
     connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, this,

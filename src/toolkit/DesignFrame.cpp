@@ -64,7 +64,7 @@ QRectF designFrame(QWidget const& widget)
 void setDesignFrame(QWidget& widget, QRectF frame)
 {
     widget.setProperty(frameProperty, frame);
-    auto const geometry = scaled(frame, designScale(widget));
+    auto const geometry = scaled(frame, scaleOf(widget));
     if (widget.geometry() == geometry)
         return;
     updateAround(widget);
@@ -79,7 +79,7 @@ void updateAround(QWidget& widget)
     updateAll(window, inWindow.adjusted(-1, -1, 1, 1));
 }
 
-double designScale(QWidget const& widget)
+double scaleOf(QWidget const& widget)
 {
     for (auto const* ancestor = &widget; ancestor; ancestor = ancestor->parentWidget()) {
         if (auto const scale = ancestor->property(scaleProperty); scale.isValid())
@@ -88,13 +88,13 @@ double designScale(QWidget const& widget)
     return 1.0;
 }
 
-double shownScale(QWidget const& window)
+double scaleOfContent(QWidget const& window)
 {
     if (window.property(scaleProperty).isValid())
         return designScale(window);
     for (auto const* widget : window.findChildren<QWidget*>()) {
         if (widget->property(scaleProperty).isValid())
-            return designScale(*widget);
+            return scaleOf(*widget);
     }
     return 1.0;
 }
@@ -104,7 +104,7 @@ void scaleDesign(QWidget& root, double scale)
     auto const frame = designFrame(root);
     if (!root.property(frameProperty).isValid())
         root.setProperty(frameProperty, frame);
-    bool const isUnchanged = root.property(scaleProperty).isValid() && designScale(root) == scale;
+    bool const isUnchanged = root.property(scaleProperty).isValid() && scaleOf(root) == scale;
     if (isUnchanged)
         return;
     root.setProperty(scaleProperty, scale);
@@ -115,7 +115,7 @@ void scaleDesign(QWidget& root, double scale)
 
 void scaleLayouts(QWidget& window, double scale)
 {
-    double const step = scale / designScale(window);
+    double const step = scale / scaleOf(window);
     window.setProperty(scaleProperty, scale);
     window.setStyleSheet(styleSheet(scale));
     for (auto* layout : window.findChildren<QLayout*>()) {

@@ -23,10 +23,10 @@ void updateAround(QWidget& widget);
 
 // The scale that the widget or the nearest ancestor was given by scaleDesign or scaleLayouts; 1
 // until then.
-double designScale(QWidget const& widget);
+double scaleOf(QWidget const& widget);
 
 // Looks downwards: the scale of the design inside the window; 1 without one.
-double shownScale(QWidget const& window);
+double scaleOfContent(QWidget const& window);
 
 // Gives the root and all widgets in it their size, icon and style for the scale. The root's
 // position is its owner's.

@@ -28,7 +28,7 @@ private:
     void report();
 
     std::function<void()> m_onHangUp;
-    // What waits for it ends with the watch.
+    // Receives the queued calls; its end cancels them.
     QObject m_context;
     // Of a descriptor of its own, since Qt takes one notifier per descriptor.
     std::unique_ptr<QSocketNotifier> m_notifier;

@@ -154,7 +154,7 @@ bool QtFileWriter::writeAtomically(std::string const& path, std::string_view byt
     QSaveFile file(QString::fromStdString(path));
     if (!file.open(QIODevice::WriteOnly))
         return false;
-    // commit() alone replaces the old file by a truncated one. After it the save has succeeded.
+    // On a full disk commit() would replace the old file by a truncated one and return true.
     if (file.write(bytes.data(), size) != size || !flushToDisk(file) || file.size() != size) {
         file.cancelWriting();
         return false;
