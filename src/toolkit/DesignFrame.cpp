@@ -91,7 +91,7 @@ double scaleOf(QWidget const& widget)
 double scaleOfContent(QWidget const& window)
 {
     if (window.property(scaleProperty).isValid())
-        return designScale(window);
+        return scaleOf(window);
     for (auto const* widget : window.findChildren<QWidget*>()) {
         if (widget->property(scaleProperty).isValid())
             return scaleOf(*widget);
