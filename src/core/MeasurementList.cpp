@@ -9,9 +9,12 @@ namespace tensio {
 
 namespace {
 
-bool isLower(std::shared_ptr<Measurement> const& left, std::shared_ptr<Measurement> const& right)
+std::vector<float> bestPressures(Measurements const& measurements)
 {
-    return *left->bestPressure < *right->bestPressure;
+    std::vector<float> pressures;
+    std::ranges::transform(measurements, std::back_inserter(pressures),
+        [](auto const& each) { return *each->bestPressure; });
+    return pressures;
 }
 
 } // namespace
@@ -64,16 +67,14 @@ Measurements MeasurementList::counted() const
 
 float MeasurementList::maxSelectedPressure() const
 {
-    auto const selection = counted();
-    return selection.empty() ? 0.0f
-                             : *(*std::ranges::max_element(selection, isLower))->bestPressure;
+    auto const pressures = bestPressures(counted());
+    return pressures.empty() ? 0.0f : std::ranges::max(pressures);
 }
 
 float MeasurementList::minSelectedPressure() const
 {
-    auto const selection = counted();
-    return selection.empty() ? 0.0f
-                             : *(*std::ranges::min_element(selection, isLower))->bestPressure;
+    auto const pressures = bestPressures(counted());
+    return pressures.empty() ? 0.0f : std::ranges::min(pressures);
 }
 
 void MeasurementList::observeSelection(Measurement& measurement)
@@ -89,10 +90,9 @@ void MeasurementList::showLast()
 
 void MeasurementList::updateSelectedAverage()
 {
-    auto const selection = counted();
-    auto const sum = std::accumulate(selection.begin(), selection.end(), 0.0f,
-        [](float total, auto const& measurement) { return total + *measurement->bestPressure; });
-    selectedAverage.setValue(selection.empty() ? 0.0f : sum / static_cast<float>(selection.size()));
+    auto const pressures = bestPressures(counted());
+    auto const sum = std::accumulate(pressures.begin(), pressures.end(), 0.0f);
+    selectedAverage.setValue(pressures.empty() ? 0.0f : sum / static_cast<float>(pressures.size()));
     updateEnabledStates();
 }
 
