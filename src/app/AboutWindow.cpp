@@ -10,22 +10,22 @@ using namespace Qt::StringLiterals;
 
 namespace tensio {
 
-AboutWindow::AboutWindow(QWidget& parent)
-    : QDialog(&parent)
-    , m_ui(std::make_unique<Ui::About>())
+QDialog* makeAboutWindow(QWidget& parent)
 {
-    m_ui->setupUi(this);
-    auto const scale = dialogScale(sizeHint(), scaleOfContent(parent), availableSize(parent));
-    scaleLayouts(*this, scale);
-    m_ui->iconView->setFixedSize(m_ui->iconView->minimumSize() * scale);
-    m_ui->iconView->setPixmap(
-        QIcon(u":/tensio.svg"_s).pixmap(m_ui->iconView->minimumSize(), devicePixelRatioF()));
-    m_ui->versionLabel->setText(m_ui->versionLabel->text().arg(
+    auto* window = new QDialog(&parent);
+    Ui::About ui;
+    ui.setupUi(window);
+    auto const scale
+        = dialogScale(window->sizeHint(), scaleOfContent(parent), availableSize(parent));
+    scaleLayouts(*window, scale);
+    auto const iconSize = ui.iconView->minimumSize() * scale;
+    ui.iconView->setFixedSize(iconSize);
+    ui.iconView->setPixmap(QIcon(u":/tensio.svg"_s).pixmap(iconSize, window->devicePixelRatioF()));
+    ui.versionLabel->setText(ui.versionLabel->text().arg(
         QCoreApplication::applicationVersion(), QString::fromLatin1(qVersion())));
-    m_ui->closeButton->setFocus();
-    connect(m_ui->closeButton, &QAbstractButton::clicked, this, &QDialog::accept);
+    ui.closeButton->setFocus();
+    QObject::connect(ui.closeButton, &QAbstractButton::clicked, window, &QDialog::accept);
+    return window;
 }
-
-AboutWindow::~AboutWindow() = default;
 
 } // namespace tensio

@@ -38,12 +38,12 @@ void HelpMenu::showHelp()
 
 void HelpMenu::checkConnection()
 {
-    openDialog(new ConnectionCheckWindow(m_ports, m_window));
+    openDialog(makeConnectionCheckWindow(m_ports, m_window));
 }
 
 void HelpMenu::showAbout()
 {
-    openDialog(new AboutWindow(m_window));
+    openDialog(makeAboutWindow(m_window));
 }
 
 } // namespace tensio

@@ -5,6 +5,7 @@
 #include "toolkit/WindowSize.h"
 
 #include <QClipboard>
+#include <QDialog>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QPushButton>
@@ -14,47 +15,39 @@ using namespace Qt::StringLiterals;
 
 namespace tensio {
 
-ConnectionCheckWindow::ConnectionCheckWindow(PortInspector& ports, QWidget& parent)
-    : QDialog(&parent)
-    , m_ports(ports)
-    , m_report(new QTextBrowser(this))
+QDialog* makeConnectionCheckWindow(PortInspector& ports, QWidget& parent)
 {
-    setWindowTitle(u"接続の確認"_s);
-    m_report->setAccessibleName(u"接続の確認の結果"_s);
-    m_report->setFrameShape(QFrame::NoFrame);
+    auto* window = new QDialog(&parent);
+    window->setWindowTitle(u"接続の確認"_s);
+    auto* report = new QTextBrowser;
+    report->setAccessibleName(u"接続の確認の結果"_s);
+    report->setFrameShape(QFrame::NoFrame);
+    auto const reload = [&ports, report] { report->setHtml(connectionReport(ports.inspect())); };
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(16);
     buttons->addStretch();
-    auto const add = [&](QString const& title, char const* role, auto work) {
-        auto* button = new QPushButton(title, this);
-        button->setProperty("role", QString::fromLatin1(role));
-        connect(button, &QPushButton::clicked, this, work);
+    auto const add = [&](QString const& title, auto work) {
+        auto* button = new QPushButton(title);
+        button->setProperty("role", u"command"_s);
+        QObject::connect(button, &QPushButton::clicked, window, work);
         buttons->addWidget(button);
         return button;
     };
-    add(u"再読込"_s, "command", &ConnectionCheckWindow::reload);
-    add(u"コピー"_s, "command", &ConnectionCheckWindow::copy);
-    auto* close = add(u"閉じる"_s, "command", &QDialog::accept);
-    auto* layout = new QVBoxLayout(this);
+    add(u"再読込"_s, reload);
+    add(u"コピー"_s, [report] { QGuiApplication::clipboard()->setText(report->toPlainText()); });
+    auto* close = add(u"閉じる"_s, &QDialog::accept);
+    auto* layout = new QVBoxLayout(window);
     layout->setContentsMargins(24, 20, 24, 20);
     layout->setSpacing(16);
-    layout->addWidget(m_report);
+    layout->addWidget(report);
     layout->addLayout(buttons);
-    resize(640, 520);
-    scaleLayouts(*this, dialogScale(size(), scaleOfContent(parent), availableSize(parent)));
+    window->resize(640, 520);
+    scaleLayouts(
+        *window, dialogScale(window->size(), scaleOfContent(parent), availableSize(parent)));
     close->setDefault(true);
     close->setFocus();
     reload();
-}
-
-void ConnectionCheckWindow::reload()
-{
-    m_report->setHtml(connectionReport(m_ports.inspect()));
-}
-
-void ConnectionCheckWindow::copy()
-{
-    QGuiApplication::clipboard()->setText(m_report->toPlainText());
+    return window;
 }
 
 } // namespace tensio
