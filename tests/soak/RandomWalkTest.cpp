@@ -48,7 +48,9 @@ public:
         auto const count = manager.measurementList.measurements().size();
         auto const selected = manager.measurementList.counted().size();
         auto const* const preview = window.findChild<QPrintPreviewWidget*>();
-        bool const isPreview = preview && preview->isVisible();
+        // A course of stored sessions is previewed above their list, whatever the window shows.
+        bool const isPreview
+            = preview && preview->isVisible() && preview->window()->parentWidget() == &window;
         bool const hasResult = !isMeasuring && count > 0;
         auto const isEnabled = [&](char const* name) { return find(window, name).isEnabled(); };
         reached["preview"] += isPreview ? 1 : 0;
@@ -97,6 +99,11 @@ private:
     void userActs()
     {
         auto* const modal = QApplication::activeModalWidget();
+        // The machine's files are none of the walk's.
+        if (modal && modal->inherits("QFileDialog")) {
+            modal->close();
+            return;
+        }
         // What ends the walk, or opens a window without a parent, has a role.
         auto* const command = anyOf(commands());
         if (!modal && isOnceIn(10) && command->menuRole() == QAction::TextHeuristicRole)

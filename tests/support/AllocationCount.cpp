@@ -13,9 +13,15 @@ std::ptrdiff_t liveBlocks = 0;
 
 void* operator new(std::size_t size)
 {
+    auto* const block = operator new(size, std::nothrow);
+    return block ? block : throw std::bad_alloc();
+}
+
+void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept
+{
     auto* const block = std::malloc(size);
     if (!block)
-        throw std::bad_alloc();
+        return nullptr;
     tensio::liveBytes += static_cast<std::ptrdiff_t>(malloc_usable_size(block));
     ++tensio::liveBlocks;
     return block;
