@@ -22,7 +22,6 @@ struct Recorded : Session {
         manager.username.setValue(name);
         manager.targetPressurePercent.setValue(0.5f);
     }
-    void finish() { manager.disconnectAction.apply(Nothing {}); }
     StoredMeasurement const& stored(std::size_t index)
     {
         return store.stored.at(1).measurements.at(index);

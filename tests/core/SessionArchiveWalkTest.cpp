@@ -123,7 +123,7 @@ struct Walk {
             kill();
         if (isMeasuring() && operation == 4) {
             isPressing = false;
-            program->manager.disconnectAction.apply(Nothing {});
+            program->finish();
         } else if (isMeasuring() && operation > 4) {
             record();
         } else if (operation == 4 || operation == 5) {
