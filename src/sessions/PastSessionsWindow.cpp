@@ -166,6 +166,7 @@ void PastSessionsWindow::loadPage()
     if (!page.isComplete)
         m_ui->damageLabel->show();
     showCount();
+    showSelection();
 }
 
 void PastSessionsWindow::search()
@@ -187,7 +188,8 @@ void PastSessionsWindow::showSelection()
 {
     auto const count = m_ui->sessionList->selectionModel()->selectedRows().size();
     m_ui->openButton->setEnabled(count == 1);
-    m_sameName->setEnabled(count == 1);
+    // It chooses all of that name only once all are loaded.
+    m_sameName->setEnabled(count == 1 && !m_last);
     m_ui->removeButton->setEnabled(count > 0);
     m_ui->courseButton->setEnabled(count > 0);
     m_courseCsv->setEnabled(count > 0);
