@@ -74,7 +74,7 @@ int main(int argc, char** argv)
         openings.emplace_back("menu " + std::to_string(index + 1), menu(index));
     for (auto const& [name, open] : openings) {
         benchmark::RegisterBenchmark(
-            name.c_str(), [open](benchmark::State& state) { measure(state, open); })
+            name.c_str(), [open = open](benchmark::State& state) { measure(state, open); })
             ->UseManualTime()
             ->Iterations(1)
             ->Unit(benchmark::kMillisecond);
