@@ -1,12 +1,10 @@
 #include "support/AllocationCount.h"
 
 #include <cstdlib>
-#include <malloc.h>
 #include <new>
 
 namespace tensio {
 
-std::ptrdiff_t liveBytes = 0;
 std::ptrdiff_t liveBlocks = 0;
 
 } // namespace tensio
@@ -20,19 +18,13 @@ void* operator new(std::size_t size)
 void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept
 {
     auto* const block = std::malloc(size);
-    if (!block)
-        return nullptr;
-    tensio::liveBytes += static_cast<std::ptrdiff_t>(malloc_usable_size(block));
-    ++tensio::liveBlocks;
+    tensio::liveBlocks += block ? 1 : 0;
     return block;
 }
 
 void operator delete(void* block) noexcept
 {
-    if (!block)
-        return;
-    tensio::liveBytes -= static_cast<std::ptrdiff_t>(malloc_usable_size(block));
-    --tensio::liveBlocks;
+    tensio::liveBlocks -= block ? 1 : 0;
     std::free(block);
 }
 

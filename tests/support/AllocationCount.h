@@ -5,7 +5,6 @@
 namespace tensio {
 
 // What is allocated now by new, in a program that is linked with AllocationCount.cpp.
-extern std::ptrdiff_t liveBytes;
 extern std::ptrdiff_t liveBlocks;
 
 } // namespace tensio

@@ -75,12 +75,11 @@ struct FakeSessionStore : SessionStore {
     bool dismiss(SessionId session) override { return noted(dismissed, session); }
     bool remove(std::vector<SessionId> const& sessions) override
     {
-        bool const isDone = !isRefused();
-        for (auto const id : sessions) {
-            if (isDone)
-                stored.erase(id);
-        }
-        return isDone;
+        if (isRefused())
+            return false;
+        for (auto const id : sessions)
+            stored.erase(id);
+        return true;
     }
     bool removeAll() override
     {
