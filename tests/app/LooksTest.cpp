@@ -1,7 +1,3 @@
-#include "controls/DopeRadioButton.h"
-#include "controls/DropDownButton.h"
-#include "controls/OrvMenuItemView.h"
-#include "controls/PopUpButton.h"
 #include "feedback/GaugeView.h"
 #include "output/GridPrintView.h"
 #include "panels/HistorySlice.h"
@@ -11,13 +7,9 @@
 #include "support/Session.h"
 #include "support/Ui.h"
 #include "toolkit/DesignFrame.h"
-#include "toolkit/ImageView.h"
 
-#include <QAction>
-#include <QApplication>
 #include <QBuffer>
 #include <QFile>
-#include <QMenu>
 #include <QPainter>
 #include <QSvgGenerator>
 #include <QSvgRenderer>
@@ -66,12 +58,6 @@ void expectLook(char const* name, QRect area, std::function<void(QPaintDevice&)>
     EXPECT_LE(differing, 8) << name << "; TENSIO_WRITE_LOOKS=1 writes it";
 }
 
-void expectLook(char const* name, QWidget& widget)
-{
-    expectLook(
-        name, widget.rect(), [&](QPaintDevice& device) { widget.render(&device, {}, {}, {}); });
-}
-
 } // namespace
 
 TEST(Looks, Gauge)
@@ -97,52 +83,17 @@ TEST(Looks, HistoryTile)
     // 100.0 is squeezed.
     auto const measurement = finishedMeasurements(91).back();
     HistorySlice tile(session.manager, measurement, 0, strip);
-    expectLook("tile", tile);
+    auto const expectTile = [&](char const* name) {
+        expectLook(
+            name, tile.rect(), [&](QPaintDevice& device) { tile.render(&device, {}, {}, {}); });
+    };
+    expectTile("tile");
     measurement->isCounted.setValue(true);
     tile.setAttribute(Qt::WA_UnderMouse);
-    expectLook("tile-selected", tile);
+    expectTile("tile-selected");
     measurement->isCounted.setValue(false);
     measurement->isEnabled.setValue(false);
-    expectLook("tile-locked", tile);
-}
-
-TEST(Looks, Buttons)
-{
-    DopeRadioButton radio;
-    radio.setText("一覧");
-    radio.resize(116, 34);
-    radio.setBgImageName("radio_on");
-    radio.setChecked(true);
-    radio.setAttribute(Qt::WA_UnderMouse);
-    expectLook("radio-button-on", radio);
-
-    PopUpButton popUp;
-    popUp.addItem({"70%", 0});
-    popUp.setTitle("70%");
-    popUp.resize(112, 26);
-    expectLook("pop-up", popUp);
-    popUp.setDown(true);
-    expectLook("pop-up-pressed", popUp);
-
-    ImageView lamp;
-    lamp.setPicture(Picture::named("ind_on"));
-    lamp.resize(20, 20);
-    expectLook("lamp", lamp);
-
-    DropDownButton dropDown;
-    dropDown.setText("印刷");
-    dropDown.resize(120, 40);
-    dropDown.setTextColor(Qt::red);
-    expectLook("drop-down", dropDown);
-    dropDown.setEnabled(false);
-    expectLook("drop-down-disabled", dropDown);
-
-    QMenu menu;
-    auto* item = menu.addAction("70%");
-    OrvMenuItemView row(*item, menu);
-    QEnterEvent hover({}, {}, {});
-    QApplication::sendEvent(&row, &hover);
-    expectLook("menu-row-highlighted", row);
+    expectTile("tile-locked");
 }
 
 TEST(Looks, PrintedBlock)

@@ -35,20 +35,6 @@ TEST(MainMenu, EnablesItsCommandsAsTheSessionAllows)
     }
 }
 
-TEST(MainMenu, EveryMenuFollowsTheWindowAndFitsTheBar)
-{
-    Desk desk;
-    for (auto const& [size, font] :
-        {std::pair {QSize(2080, 1450), 28}, {QSize(1040, 720), 14}, {QSize(520, 376), 14}}) {
-        desk.window.resize(size);
-        for (auto* item : desk.window.menuBar()->actions()) {
-            item->menu()->ensurePolished();
-            EXPECT_EQ(item->menu()->fontInfo().pixelSize(), font) << size.width();
-            EXPECT_LE(desk.window.menuBar()->actionGeometry(item).right(), size.width());
-        }
-    }
-}
-
 TEST(AppDelegate, GivesTheStatusItemItsMenuAtLaunch)
 {
     Session session;

@@ -20,8 +20,6 @@ TEST(TensioView, ScalesTheDesignUniformlyAndCentresIt)
         desk.window.resize(content);
         EXPECT_EQ(find<QWidget>(desk.window, "rootView").geometry(), root);
         EXPECT_EQ(find(desk.window, "startButton").size(), startButton);
-        EXPECT_EQ(
-            find(desk.window, "backButton").iconSize(), QSize(14, 18) * root.width() / 1040.0);
         desk.window.grab(); // for the sanitizers
     }
 }
@@ -43,6 +41,8 @@ TEST(TensioView, LongestTextsFitAtEveryScale)
         for (auto const* label : desk.window.findChildren<QLabel*>())
             EXPECT_LE(label->fontMetrics().horizontalAdvance(label->text()), label->width())
                 << label->objectName().toStdString() << size.width();
+        for (auto* item : desk.window.menuBar()->actions())
+            EXPECT_LE(desk.window.menuBar()->actionGeometry(item).right(), desk.window.width());
     }
 }
 
@@ -105,7 +105,4 @@ TEST(TensioView, ShowsNothingOfTheLastSessionNorAHopeBehindTheAlertOfAFailedConn
     };
     desk.manager.connectAction.apply(Nothing {});
     EXPECT_EQ(desk.alerts.messages.size(), 1U);
-    desk.ports.ports = {desk.port};
-    desk.manager.connectAction.apply(Nothing {});
-    EXPECT_EQ(textOf(desk.window, "statusLabel"), "接続中…");
 }

@@ -2,7 +2,6 @@
 #include "panels/HistoryViewController.h"
 #include "support/Session.h"
 #include "support/Ui.h"
-#include "toolkit/DesignFrame.h"
 
 #include <QDesktopServices>
 #include <QFileDialog>
@@ -52,7 +51,6 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     Strip strip({20.0, 30.0, 40.5, 60.0});
     auto const tiles = strip.tiles();
     EXPECT_EQ(tiles[1]->accessibleName(), "2回目 最大圧 30.0 kPa 14:07:09");
-    EXPECT_EQ(designFrame(*tiles[1]), QRectF(225.0, 5.0, 82.0, 64.0));
     auto const expectTile = [&](int index, QString const& hint, bool isChecked) {
         auto const state = QAccessible::queryAccessibleInterface(tiles[index])->state();
         EXPECT_EQ(tiles[index]->toolTip(), hint);

@@ -53,9 +53,6 @@ TEST(InfoControls, ReadOutsShowOneDecimalAtACalmRate)
     EXPECT_EQ(panel.text("maxPressureLabel"), "50.0");
     panel.session.runLoop.advance(Seconds(0.5));
     EXPECT_EQ(panel.text("currentPressureLabel"), "100.0");
-    for (auto const* label : {"currentPressureLabel", "maxPressureLabel", "targetPressureLabel"})
-        EXPECT_TRUE(find<QLabel>(panel.window, label).alignment() & Qt::AlignRight)
-            << label << ": the decimal point stands still";
 }
 
 TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
@@ -67,13 +64,10 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
         panel.click(button);
     auto& percent = find<PopUpButton>(panel.window, "percentPopup");
     EXPECT_EQ(percent.text(), "100%");
-    auto const picture = percent.grab().toImage();
-    EXPECT_EQ(colorAt(picture, percent.width() - 5.0, 8.0), Qt::red) << "3 units from the edge";
     // In the menu's own event loop.
     QTimer::singleShot(0, percent.menu(), [&] {
         auto const rows = percent.menu()->findChildren<OrvMenuItemView*>();
         EXPECT_EQ(rows.size(), 10) << "from 100% to 10%";
-        EXPECT_EQ(rows.at(3)->size(), QSize(percent.width() - 2, 28));
         QTest::mouseRelease(rows.at(3), Qt::LeftButton);
         EXPECT_FALSE(percent.menu()->isVisible());
     });

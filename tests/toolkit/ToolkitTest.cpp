@@ -1,12 +1,4 @@
-#include "toolkit/WaylandWindowSizes.h"
 #include "toolkit/WindowSize.h"
-
-#include <QApplication>
-#include <QLabel>
-#include <QMessageBox>
-#include <QTest>
-#include <QWidget>
-#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -23,16 +15,4 @@ TEST(WindowSize, FitsEveryScreen)
     for (auto const& [opener, width, scale] :
         {std::tuple {0.5, 1000, 1.0}, {1.5, 2000, 1.5}, {1.5, 508, 1.0}, {1.5, 258, 0.5}})
         EXPECT_EQ(dialogScale({500, 100}, opener, {width, 2000}), scale);
-}
-
-TEST(WaylandWindowSizes, AWindowOfAFixedSizeTakesALargerOne)
-{
-    QObject owner;
-    takeSizesOfCompositor(*qApp, owner);
-    QWidget widget;
-    widget.setFixedSize(100, 100);
-    widget.show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&widget));
-    EXPECT_GE(widget.windowHandle()->maximumWidth(), 8000);
-    EXPECT_GE(widget.windowHandle()->maximumHeight(), 8000);
 }
