@@ -9,13 +9,11 @@ using namespace tensio;
 TEST(Course, IsOfOneNameAndOfOneKindOfDevice)
 {
     SessionSummary const real {1, {}, "山田"};
-    SessionSummary const later {4, Date() + std::chrono::hours(1), "山田", 3, 40.0f, true};
     SessionSummary const other {2, {}, "山田 "};
     SessionSummary const simulated {3, {}, "山田", 0, 0.0f, false, true};
     for (auto const& [sessions, reason] :
         std::initializer_list<std::pair<std::vector<SessionSummary>, std::optional<std::string>>> {
-            {{real}, {}}, {{real, later}, {}}, {{simulated, simulated}, {}},
-            {{}, "経過を見る測定を選んでください。"},
+            {{real}, {}}, {{simulated, simulated}, {}}, {{}, "経過を見る測定を選んでください。"},
             {{real, real, other},
                 "氏名の異なる測定は、1つの経過にできません。同じ氏名の測定だけを選んでください。"},
             {{real, simulated}, "模擬装置の測定と実際の測定は、1つの経過にできません。"}})

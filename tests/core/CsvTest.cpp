@@ -25,23 +25,3 @@ TEST(Csv, PutsEveryMeasurementInABlockOfItsOwn)
         "0.15\t10.0\t\t\t\t\t\t\t\t\r\n");
     EXPECT_EQ(csvOfAll("", "", {}), "氏名\t\r\n測定日時\t\r\n\r\n\r\n\r\n\r\n\r\n");
 }
-
-TEST(Csv, MarksTheSelectionByPositionAndTagsItsExtremes)
-{
-    struct {
-        std::vector<float> bests;
-        std::string lines;
-    } const rows[] {
-        {{25.3f, 20.1f, 22.0f}, "①\t25.3\tmax\r\n②\t20.1\tmin\r\n③\t22.0\t\r\n"},
-        {{30.0f, 30.0f}, "①\t30.0\tmax\r\n②\t30.0\tmax\r\n"},
-    };
-    for (auto const& [bests, lines] : rows) {
-        auto const measurements = finishedMeasurements(static_cast<int>(bests.size()));
-        for (std::size_t index = 0; index < bests.size(); ++index)
-            measurements[index]->bestPressure = bests[index];
-        auto const [min, max] = std::ranges::minmax(bests);
-        EXPECT_EQ(csvOfSelected("名", "日", measurements, 22.47f, min, max),
-            "氏名\t名\r\n測定日時\t日\r\n\r\n選択した最大圧データ(kPa)\r\n" + lines
-                + "\r\n選択した最大圧データの平均値(kPa)\r\n\t22.5\r\n");
-    }
-}

@@ -33,7 +33,7 @@ struct Recorded : Session {
 TEST(SessionArchive, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
 {
     Recorded session;
-    session.begin("山田 花子");
+    session.begin("");
     session.press({0.0, -3.0});
     EXPECT_TRUE(session.store.stored.empty()) << "nothing above 0 is no measurement";
     session.receive({20.0, 35.0});
@@ -42,8 +42,6 @@ TEST(SessionArchive, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
     EXPECT_EQ(session.store.finishedMeasurements, 1U);
     EXPECT_EQ(session.store.checkpoints, 1);
     EXPECT_EQ(session.stored(0).points, (Points {0.0f, -3.0f, 20.0f, 35.0f}));
-    EXPECT_EQ(
-        std::tuple(session.stored(0).best, session.stored(0).target), std::tuple(35.0f, 20.0f));
     EXPECT_EQ(session.stored(0).timeStamp, session.clock.date);
     session.receive({10.0});
     session.runLoop.advance(Seconds(1.0));
@@ -53,8 +51,6 @@ TEST(SessionArchive, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
     EXPECT_EQ(session.stored(1).points, Points {10.0f}) << "less than a second is missing";
     session.runLoop.advance(Seconds(0.2));
     EXPECT_EQ(session.stored(1).points, (Points {10.0f, 11.0f, 12.0f, 13.0f}));
-    EXPECT_EQ(
-        std::tuple(session.stored(1).best, session.stored(1).target), std::tuple(13.0f, 20.0f));
     session.receive(std::vector(1300, 9.0));
     session.runLoop.advance(Seconds(1.0));
     EXPECT_EQ(session.stored(1).points.size(), 1304U);
@@ -62,8 +58,7 @@ TEST(SessionArchive, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
     session.receive({14.0});
     session.archive.reset();
     EXPECT_EQ(session.stored(1).points.size(), 1305U) << "the program ends";
-    auto const& summary = session.store.stored.at(1).summary;
-    EXPECT_EQ(std::tuple(summary.name, summary.isSimulated), std::tuple("山田 花子", true));
+    EXPECT_TRUE(session.store.stored.at(1).summary.isSimulated);
 }
 
 TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
@@ -85,26 +80,16 @@ TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     session.runLoop.advance(Seconds(0.9));
     EXPECT_EQ(session.store.finishedMeasurements, 4U) << "a backlog must not stop the display";
     session.store.refusals = 100;
-    auto const checkpoints = session.store.checkpoints;
     session.finish();
-    EXPECT_EQ(session.store.checkpoints, checkpoints + 1) << "not before the records have ended";
     auto const end = std::exchange(session.clock.date, session.clock.date + std::chrono::hours(1));
     EXPECT_FALSE(session.archive->open(1)) << "what is not stored yet would be lost";
     session.store.refusals = 0;
     session.runLoop.advance(Seconds(1.0));
     EXPECT_EQ(session.store.finishedMeasurements, 10U);
-    EXPECT_EQ(session.stored(0).points, (Points {10.0f, 20.0f}));
     EXPECT_EQ(session.store.stored.at(1).end, end) << "it ended in a press";
-    EXPECT_EQ(session.stored(9).points, Points {30.0f});
     EXPECT_EQ(problems.size(), 4U);
     EXPECT_EQ(problems.back(), StoreProblem::None);
     EXPECT_TRUE(session.archive->canOpen.value());
-    session.saving.answer = "/file.csv";
-    session.store.refusals = 100;
-    session.manager.saveCsv();
-    session.store.refusals = 0;
-    session.runLoop.advance(Seconds(1.0));
-    EXPECT_TRUE(session.store.stored[1].summary.isSaved);
     session.begin("");
     session.store.reason = StoreProblem::Vanished;
     session.store.refusals = 1;

@@ -136,14 +136,6 @@ struct Walk {
         }
     }
 
-    std::vector<std::vector<float>> pointsOf(StoredSession const& session) const
-    {
-        std::vector<std::vector<float>> presses;
-        for (auto const& each : session.measurements)
-            presses.push_back(each.points);
-        return presses;
-    }
-
     void check()
     {
         bool const isSettled = !isBehind && !isMeasuring();
@@ -154,7 +146,10 @@ struct Walk {
         std::map<std::string, std::vector<std::vector<float>>> stored;
         for (auto const& [id, session] : store.stored) {
             auto const& person = people[session.summary.name];
-            auto const& presses = stored[session.summary.name] = pointsOf(session);
+            auto& presses = stored[session.summary.name];
+            presses.clear();
+            for (auto const& each : session.measurements)
+                presses.push_back(each.points);
             EXPECT_FALSE(session.summary.isSaved && !person.isSaved) << "marked though not saved";
             EXPECT_FALSE(isSettled && person.isSaved && !person.isCut && !session.summary.isSaved);
             EXPECT_FALSE(

@@ -18,11 +18,11 @@ struct Finished : Session {
     {
         connect();
         manager.username.setValue("山田");
-        for (auto const pressure : {20.0, 31.5, 25.0}) {
+        for (auto const pressure : {9.0, 31.5, 25.2, 20.0, 28.0}) {
             press({pressure});
             clock.date += std::chrono::minutes(1);
         }
-        for (std::size_t const index : {1U, 0U})
+        for (std::size_t const index : {3U, 2U, 1U})
             manager.measurementList.measurements()[index]->isCounted.setValue(true);
         saving.frame = {57.5, 0.25, 1040.0, 692.5};
         saving.picture = "picture";
@@ -36,12 +36,12 @@ TEST(Saving, WritesTheFileUnlessTheUserCancelsAndReportsAFailure)
     // What is done, what it asks for first, how the file begins.
     std::tuple<std::function<void(Finished&)>, Texts, std::string, Texts> const saves[] {
         {[](Finished& session) { session.manager.saveCsvAction.apply(Nothing {}); }, {"panel csv"},
-            encodeUtf16("氏名\t山田\r\n測定日時\t2024/03/05 14:09\r\n"), {saveFailedMessage}},
+            encodeUtf16("氏名\t山田\r\n測定日時\t2024/03/05 14:11\r\n"), {saveFailedMessage}},
         {[](Finished& session) { session.manager.saveSelectedCsv(); }, {"panel csv"},
             encodeUtf16(
-                "氏名\t山田\r\n測定日時\t2024/03/05 14:08\r\n\r\n選択した最大圧データ(kPa)\r\n"
-                "①\t20.0\tmin\r\n②\t31.5\tmax\r\n\r\n"
-                "選択した最大圧データの平均値(kPa)\r\n\t25.8\r\n"),
+                "氏名\t山田\r\n測定日時\t2024/03/05 14:10\r\n\r\n選択した最大圧データ(kPa)\r\n"
+                "①\t31.5\tmax\r\n②\t25.2\t\r\n③\t20.0\tmin\r\n\r\n"
+                "選択した最大圧データの平均値(kPa)\r\n\t25.6\r\n"),
             {saveFailedMessage}},
         // The picture comes first, so that the panel is not on it.
         {[](Finished& session) { session.manager.saveScreenshotAction.apply(Nothing {}); },

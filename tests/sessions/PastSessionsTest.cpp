@@ -77,9 +77,7 @@ TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
     desk.press({20.0});
     desk.finish();
     expectShown(false, true);
-    auto const& text = find<QLabel>(problem, "storeProblemLabel");
-    EXPECT_TRUE(text.text().contains(u"空き容量"));
-    EXPECT_EQ(text.accessibleName(), text.text());
+    EXPECT_TRUE(find<QLabel>(problem, "storeProblemLabel").text().contains(u"空き容量"));
     click(problem, "hideProblemButton");
     expectShown(false, false);
     desk.store.refusals = 0;
@@ -135,28 +133,34 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
     EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
     search.setText(QStringLiteral("太郎"));
     EXPECT_FALSE(find(window, "openButton").isEnabled()) << "nothing is left of that name";
-    EXPECT_FALSE(rows.data(list.currentIndex()).isValid()) << "as Ctrl+C asks";
     more.actions().last()->trigger();
     EXPECT_TRUE(answer(true).find("検索で見つからないものも含めて2件すべて") != std::string::npos);
     EXPECT_TRUE(desk.store.stored.empty());
 }
 
-TEST(PastSessions, TheListIsOfAPeriod)
+TEST(PastSessions, TheListIsOfAPeriodLoadedInStepsAndSaysWhenDamageHidesSome)
 {
-    Desk desk(std::vector<std::string>(5, "太郎"));
-    SessionId id = 0;
+    Desk desk(std::vector<std::string>(1001, "太郎"));
+    SessionId id = 996;
     for (auto const* start : {"2023-03-04 23:59:59", "2023-12-04 23:59:59", "2024-02-28 23:59:59",
              "2024-02-29 23:59:59", "2024-03-01 00:00:00"})
         desk.store.stored.at(++id).summary.start = ManualClock::localTime(start);
     desk.command("以前の測定を開く").trigger();
     auto const& window = find<PastSessionsWindow>(desk.window);
+    auto const& count = find<QLabel>(window, "countLabel");
+    EXPECT_EQ(count.text(), u"500件");
+    EXPECT_FALSE(find<QLabel>(window, "damageLabel").isVisible());
+    desk.store.isComplete = false;
+    for (int page = 0; page < 2; ++page)
+        QCoreApplication::sendPostedEvents();
+    EXPECT_TRUE(find<QLabel>(window, "damageLabel").isVisible());
     find<QDateEdit>(window, "fromInput").setDate({2024, 3, 1});
     find<QDateEdit>(window, "toInput").setDate({2024, 2, 29});
     auto& period = find<QComboBox>(window, "periodInput");
     for (auto const& [text, found] : {std::pair {u"今月", u"1件"}, {u"3か月以内", u"3件"},
-             {u"1年以内", u"4件"}, {u"日付を指定", u"2件"}, {u"すべて", u"5件"}}) {
+             {u"1年以内", u"4件"}, {u"日付を指定", u"2件"}, {u"すべて", u"1001件"}}) {
         period.setCurrentText(QString::fromUtf16(text));
-        EXPECT_EQ(find<QLabel>(window, "countLabel").text(), found) << period.currentIndex();
+        EXPECT_EQ(count.text(), found) << period.currentIndex();
     }
 }
 
@@ -213,21 +217,6 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
     list.setCurrentIndex(list.model()->index(2, 0));
     EXPECT_TRUE(saveEach().startsWith(u"1件の測定のCSVを保存しました。"));
     EXPECT_TRUE(desk.saving.log.back().ends_with("（模擬装置）.csv"));
-}
-
-TEST(PastSessions, TheListIsLoadedInStepsAndSaysWhenDamageHidesSome)
-{
-    Desk desk(std::vector<std::string>(1001, "太郎"));
-    desk.command("以前の測定を開く").trigger();
-    auto const& window = find<PastSessionsWindow>(desk.window);
-    auto const& count = find<QLabel>(window, "countLabel");
-    EXPECT_EQ(count.text(), QStringLiteral("500件"));
-    EXPECT_FALSE(find<QLabel>(window, "damageLabel").isVisible());
-    desk.store.isComplete = false;
-    for (int page = 0; page < 2; ++page)
-        QCoreApplication::sendPostedEvents();
-    EXPECT_EQ(count.text(), QStringLiteral("1001件"));
-    EXPECT_TRUE(find<QLabel>(window, "damageLabel").isVisible());
 }
 
 TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
@@ -305,8 +294,7 @@ TEST(PastSessions, AreBackedUpInStepsUnlessCancelled)
     desk.command("バックアップから戻す").trigger();
     Q_EMIT find<QFileDialog>(desk.window).fileSelected(u"/stick/old.db"_s);
     EXPECT_EQ(store.transferred, "/stick/old.db");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return desk.window.findChild<QMessageBox*>() != nullptr; }));
-    EXPECT_EQ(find<QMessageBox>(desk.window).text(), u"3件の測定を戻しました。");
+    EXPECT_EQ(message(desk.window), u"3件の測定を戻しました。");
     desk.command("バックアップ(").trigger();
     find(*desk.window.findChildren<QProgressDialog*>().last()).click();
     EXPECT_EQ(store.transferred, "") << "nothing stays of it";
