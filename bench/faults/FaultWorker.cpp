@@ -112,9 +112,7 @@ int cut(QDir const& folder)
 StoreProblem finish(SessionTransfer& transfer)
 {
     while (transfer.step() == TransferState::Running) { }
-    return transfer.step() == TransferState::Done   ? StoreProblem::None
-        : transfer.step() == TransferState::NoSpace ? StoreProblem::NoSpace
-                                                    : StoreProblem::NotWritable;
+    return transfer.step() == TransferState::Done ? StoreProblem::None : StoreProblem::NotWritable;
 }
 
 void prepareStore(QDir const& folder, std::string const& backup)
@@ -140,8 +138,7 @@ void makeOld(QString const& path)
 int change(QDir const& folder, std::string const& task)
 {
     auto const backup = folder.filePath(backupFile).toStdString();
-    if (task != "start")
-        prepareStore(folder, backup);
+    prepareStore(folder, backup);
     if (task == "update")
         makeOld(folder.filePath(storeFile));
     mark(faultsBegin);
