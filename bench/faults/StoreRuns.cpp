@@ -110,17 +110,18 @@ TEST(StoreRuns, AWholeChangeIsMadeOrNoneWhereverItEnds)
         std::string after;
     } const rows[] {{"update", "ba", "ba"}, {"remove", "ba", ""}, {"removeAll", "ba", ""},
         {"backUp", "edc", "ba"}, {"restore", "ba", "edcba"}};
-    for (auto const& [task, before, after] : rows) {
+    for (auto const& row : rows) {
         int runs = 0;
-        bool const isBackup = std::string(task) == "backUp";
-        withEachFault(task, changingCalls, {"signal=KILL", "error=ENOSPC", "error=EIO"},
+        bool const isBackup = std::string(row.task) == "backUp";
+        withEachFault(row.task, changingCalls, {"signal=KILL", "error=ENOSPC", "error=EIO"},
             [&](QDir const& folder, WorkerResult const& result) {
                 auto const found
                     = isBackup ? namesIn(restored(folder)) : namesIn(folder.filePath(storeFile));
-                EXPECT_TRUE(found == after || (found == before && result.code != 0)) << found;
+                EXPECT_TRUE(found == row.after || (found == row.before && result.code != 0))
+                    << found;
                 ++runs;
             });
-        EXPECT_GT(runs, 30) << task << ": calls that matter must be among them";
+        EXPECT_GT(runs, 30) << row.task << ": calls that matter must be among them";
     }
 }
 

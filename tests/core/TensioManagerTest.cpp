@@ -46,7 +46,10 @@ TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection
         EXPECT_EQ(session.runLoop.liveTimers(), 1U);
         EXPECT_EQ(manager.currentPressure.value(), 15.0f);
 
+        bool isReset = false;
+        auto const observing = manager.shouldReset.observeChanges([&](bool) { isReset = true; });
         EXPECT_TRUE(manager.connectAction.apply(Nothing {}));
+        EXPECT_TRUE(isReset);
         EXPECT_TRUE(manager.sliceOfMeasurements.value().empty());
         for (auto const* live :
             {&manager.currentPressure, &manager.targetPressure, &manager.maxPressure})
@@ -56,7 +59,7 @@ TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection
     }
 }
 
-TEST(TensioManager, RestoresASessionInOneStep)
+TEST(TensioManager, RestoresASessionInOneStepForAllWhoObserve)
 {
     Session session;
     auto& manager = session.manager;
@@ -65,19 +68,26 @@ TEST(TensioManager, RestoresASessionInOneStep)
     session.finish();
     session.saving.answer = "/file.csv";
     manager.saveCsv();
-    int changes = 0;
-    auto const observing = manager.username.observeChanges([&](auto const&) {
-        EXPECT_EQ(manager.measurementList.measurements().size(), 7U);
-        EXPECT_EQ(manager.targetPressure.value(), 30.0f);
-        EXPECT_TRUE(manager.serialPortManager.isSimulated.value());
-        EXPECT_EQ(manager.savedPath().value(), "");
-        EXPECT_FALSE(manager.isSavedAsCsv.value());
-        ++changes;
-    });
+    using State = std::tuple<std::string, std::size_t, bool, std::string, float, float, bool>;
+    std::map<State, int> states;
+    Subscriptions observing;
+    auto const note = [&](auto&... properties) {
+        (observing.push_back(properties.observeChanges([&](auto const&) {
+            ++states[{manager.username.value(), manager.measurementList.measurements().size(),
+                manager.isSavedAsCsv.value(), manager.savedPath().value(),
+                manager.maxPressure.value(), manager.targetPressure.value(),
+                manager.serialPortManager.isSimulated.value()}];
+        })),
+            ...);
+    };
+    note(manager.sliceOfMeasurements, manager.username, manager.savedPath(), manager.isMeasuring,
+        manager.isSavedAsCsv, manager.shouldReset, manager.serialPortManager.isSimulated,
+        manager.maxPressure, manager.targetPressure, manager.targetPressurePercent,
+        manager.currentPressure, manager.measurementList.selectedAverage);
     StoredMeasurement const press {1, 20.0f, 30.0f, {}, {10.0f, 20.0f}};
     manager.restoreSession({{1, {}, "花子", 7, 20.0f, false, true}, std::vector(7, press), 30.0f,
         1.0f, std::nullopt, true});
-    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(states, (std::map<State, int> {{{"花子", 7, false, "", 0.0f, 30.0f, true}, 12}}));
     EXPECT_EQ(manager.measurementList.startingIndex(), 2) << "as after the last press";
 }
 
