@@ -13,7 +13,7 @@ public:
     // Selects the page, from 1 to the number of pages, that draw() draws, and returns its printable
     // area.
     virtual PrintRect rectForPage(int page) = 0;
-    // It shows readings of a simulated device; whoever draws the page says so in its margin.
+    // It shows readings of a simulated device; what draws the page says so in its margin.
     virtual bool isSimulated() const = 0;
     // Draws the selected page.
     virtual void draw(PrintCanvas& canvas) const = 0;
