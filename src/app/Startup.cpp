@@ -23,10 +23,24 @@ void identifyProgram(QApplication& application)
         QApplication::installTranslator(translator);
 }
 
+// Qt's page set-up warns of what it copes with: a printer that is a file, a font with its size in
+// pixels.
+void leaveOutWarningsOfPageSetup()
+{
+    static QtMessageHandler const handler = qInstallMessageHandler(
+        [](QtMsgType type, QMessageLogContext const& context, QString const& message) {
+            bool const isOfPageSetup = message.startsWith(u"QPageSetupDialog: Cannot be used"_s)
+                || message.startsWith(u"QFont::setPointSizeF: Point size <= 0 (-0.25"_s);
+            if (!isOfPageSetup)
+                handler(type, context, message);
+        });
+}
+
 } // namespace
 
 std::unique_ptr<StartedProgram> startProgram(QApplication& application)
 {
+    leaveOutWarningsOfPageSetup();
     identifyProgram(application);
     applyLook(application);
     auto program = std::make_unique<StartedProgram>();

@@ -41,10 +41,7 @@ bool QtPrintPanels::hasPrinters() const
 
 void QtPrintPanels::openPageSetup(QPrinter& printer, QWidget& parent, std::function<void()> agreed)
 {
-    // Of a printer that is only a file Qt warns, and copes with it.
-    auto* const handler = qInstallMessageHandler([](auto, auto const&, auto const&) {});
     auto* panel = new QPageSetupDialog(&printer, &parent);
-    qInstallMessageHandler(handler);
     describeControls(*panel);
     open(panel, parent, std::move(agreed));
 }

@@ -10,8 +10,10 @@
 namespace {
 
 // What a machine without a screen or a printer cannot do.
-constexpr std::array<char const*, 4> inherent {"This plugin does not support propagateSizeHints()",
-    "This plugin does not support raise()", "This plugin does not support grabbing the keyboard",
+constexpr std::array<char const*, 5> inherent {
+    "QPageSetupDialog: Cannot be used on non-native printers",
+    "This plugin does not support propagateSizeHints()", "This plugin does not support raise()",
+    "This plugin does not support grabbing the keyboard",
     "This plugin does not support QPlatformServices::openDocument() for 'file:///'."};
 
 void failOnWarning(QtMsgType type, QMessageLogContext const&, QString const& message)
