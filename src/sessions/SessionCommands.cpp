@@ -60,7 +60,10 @@ void SessionCommands::openList()
 
 void SessionCommands::backUp()
 {
+    // Of all sessions, whatever the window shows.
+    bool const before = m_services.savePanel.setSimulated(false);
     auto const path = m_services.savePanel.runModal("db");
+    m_services.savePanel.setSimulated(before);
     if (!path)
         return;
     new TransferDialog(
