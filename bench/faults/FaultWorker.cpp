@@ -112,7 +112,9 @@ int cut(QDir const& folder)
 StoreProblem finish(SessionTransfer& transfer)
 {
     while (transfer.step() == TransferState::Running) { }
-    return transfer.step() == TransferState::Done ? StoreProblem::None : StoreProblem::NotWritable;
+    return transfer.step() == TransferState::Done   ? StoreProblem::None
+        : transfer.step() == TransferState::NoSpace ? StoreProblem::NoSpace
+                                                    : StoreProblem::NotWritable;
 }
 
 void prepareStore(QDir const& folder, std::string const& backup)
@@ -138,7 +140,8 @@ void makeOld(QString const& path)
 int change(QDir const& folder, std::string const& task)
 {
     auto const backup = folder.filePath(backupFile).toStdString();
-    prepareStore(folder, backup);
+    if (task != "start")
+        prepareStore(folder, backup);
     if (task == "update")
         makeOld(folder.filePath(storeFile));
     mark(faultsBegin);

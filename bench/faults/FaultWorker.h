@@ -8,7 +8,7 @@ namespace tensio {
 // three measurements, prints a line break after each, and keeps what the disk has of each file in
 // the folder "flushed". The others change a store of two sessions in one step, and end with 0, or
 // with its StoreProblem: "update" one of version 1, "remove", "removeAll", "backUp" in place of a
-// backup of three others, and "restore" of that backup.
+// backup of three others, and "restore" of that backup. "start" makes a store.
 constexpr char const* faultsBegin = "/faults-begin";
 constexpr char const* faultsEnd = "/faults-end";
 constexpr char const* savedFile = "結果.csv";

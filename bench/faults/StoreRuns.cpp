@@ -125,6 +125,20 @@ TEST(StoreRuns, AWholeChangeIsMadeOrNoneWhereverItEnds)
     }
 }
 
+TEST(StoreRuns, SaysThatTheDiskIsFull)
+{
+    for (auto const* task : {"start", "remove", "backUp", "restore"}) {
+        int refusals = 0;
+        withEachFault(task, "^p?write(64)?\\((?!1,)", {"error=ENOSPC"},
+            [&](QDir const&, WorkerResult const& result) {
+                EXPECT_TRUE(
+                    result.code == 0 || result.code == static_cast<int>(StoreProblem::NoSpace));
+                refusals += result.code == 0 ? 0 : 1;
+            });
+        EXPECT_GT(refusals, 0) << task;
+    }
+}
+
 TEST(StoreRuns, LosesOnlyWhatLiesOnADamagedPage)
 {
     QTemporaryDir const folder;

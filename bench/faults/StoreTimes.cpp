@@ -2,6 +2,7 @@
 #include "sessions/PastSessionsWindow.h"
 
 #include <QCoreApplication>
+#include <QCryptographicHash>
 #include <QElapsedTimer>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -54,6 +55,22 @@ void fill(QString const& path, int sessions)
             && insert(
                 3, "points SELECT session, number, 20 * i, randomblob(80) FROM measurement, n");
     });
+}
+
+// Of all that is stored, whatever the numbers of the sessions.
+QByteArray hashOf(QString const& path)
+{
+    QCryptographicHash hash(QCryptographicHash::Md5);
+    SessionDatabase database(path);
+    EXPECT_TRUE(
+        database.read("SELECT start, name, count, identity, m.number, m.time, p.first, p.kpa "
+                      "FROM session JOIN measurement m ON m.session = id JOIN points p ON "
+                      "p.session = id AND p.number = m.number ORDER BY 1, 5, 7",
+            {}, [&](QSqlQuery const& row) {
+                for (int column = 0; column < 8; ++column)
+                    hash.addData(row.value(column).toByteArray());
+            }));
+    return hash.result();
 }
 
 // Milliseconds of each step but the last, which waits for the disk.
@@ -119,13 +136,16 @@ TEST(StoreTimes, OfABackupOfTenThousandSessionsAndBack)
     Place const other;
     auto const backup = place.folder.filePath("backup").toStdString();
     fill(place.path, 10'000);
-    QtSessionStore store(place.path);
-    QtSessionStore empty(other.path);
-    for (auto const& transfer : {store.backUp(backup), empty.restore(backup)}) {
-        auto const steps = stepsOf(*transfer);
-        EXPECT_LT(steps[steps.size() * 95 / 100], 20.0);
-        EXPECT_EQ(transfer->count(), 10'000);
+    {
+        QtSessionStore store(place.path);
+        QtSessionStore empty(other.path);
+        for (auto const& transfer : {store.backUp(backup), empty.restore(backup)}) {
+            auto const steps = stepsOf(*transfer);
+            EXPECT_LT(steps[steps.size() * 95 / 100], 20.0);
+            EXPECT_EQ(transfer->count(), 10'000);
+        }
     }
+    EXPECT_EQ(hashOf(other.path), hashOf(place.path));
 }
 
 TEST(StoreTimes, OfAPageAmongAHundredThousandSessionsAndOfRemovingThemAll)
