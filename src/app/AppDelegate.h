@@ -13,7 +13,6 @@ class AppDelegate {
 public:
     using Command = void (AppDelegate::*)();
 
-    // What is handed in must outlive the delegate.
     AppDelegate(TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu,
         ReportPrinter& reportPrinter);
 

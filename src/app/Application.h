@@ -22,7 +22,6 @@ class Application : public QObject {
     Q_OBJECT
 
 public:
-    // The services must outlive the application.
     explicit Application(Services services);
 
     TensioManager& tensioManager() { return m_tensioManager; }

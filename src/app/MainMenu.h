@@ -24,7 +24,6 @@ class MainMenu : public QObject {
     Q_OBJECT
 
 public:
-    // Nothing is owned; all must outlive the menu bar's use.
     MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMenu, AppDelegate& delegate,
         SessionCommands& sessionCommands, TensioManager const& tensioManager);
     ~MainMenu() override = default;

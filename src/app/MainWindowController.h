@@ -13,7 +13,6 @@ class MainWindowController : public QObject {
     Q_OBJECT
 
 public:
-    // Everything handed in must outlive the controller.
     MainWindowController(TensioManager& tensioManager, SessionArchive& sessionArchive,
         RunLoop& runLoop, Alerts& alerts);
 

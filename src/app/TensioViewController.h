@@ -34,7 +34,7 @@ public:
     static constexpr double height = 692.0;
 
     // The header's print button opens the print menu. The content view becomes the root view's
-    // parent. Everything handed in must outlive the controller.
+    // parent.
     TensioViewController(TensioManager& tensioManager, SessionArchive& sessionArchive,
         RunLoop& runLoop, Alerts& alerts, QMenu& printMenu, QWidget& contentView);
     TensioViewController(TensioViewController const&) = delete;

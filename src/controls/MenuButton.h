@@ -16,7 +16,6 @@ class MenuButton
 public:
     using QPushButton::QPushButton;
 
-    // Not owned; must outlive the button's use.
     void setDropDownMenu(QMenu& menu);
 
     QAccessible::Role accessibleRole() const override { return QAccessible::ButtonMenu; }

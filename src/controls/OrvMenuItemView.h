@@ -13,7 +13,7 @@ class OrvMenuItemView : public QWidget {
     Q_OBJECT
 
 public:
-    // Starts 75 × 25. The item and its menu are not owned and outlive the view.
+    // Starts 75 × 25.
     OrvMenuItemView(QAction& enclosingMenuItem, QMenu& menu);
 
 protected:

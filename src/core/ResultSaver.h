@@ -29,7 +29,6 @@ public:
     // Of the last file written; empty when there is none. The owner clears it.
     MutableProperty<std::string> savedPath {{}};
 
-    // Everything handed in must outlive the saver.
     ResultSaver(MutableProperty<std::string> const& username,
         MeasurementList const& measurementList, SavingServices const& services);
 

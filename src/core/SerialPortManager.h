@@ -13,7 +13,6 @@ namespace tensio {
 // reports the events of the port to the subscriber of the latest connect().
 class SerialPortManager : public SerialPortDelegate {
 public:
-    // The list must outlive the manager.
     explicit SerialPortManager(SerialPortList& serialPortList);
     SerialPortManager(SerialPortManager const&) = delete;
     SerialPortManager& operator=(SerialPortManager const&) = delete;

@@ -28,7 +28,6 @@ public:
     static constexpr float targetPressureStep = 0.1f;
     static constexpr auto defaultTargetPressureKey = "target pressure";
 
-    // Everything handed in must outlive the manager.
     TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock const& clock,
         UserDefaults& userDefaults, SavingServices saving);
     TensioManager(TensioManager const&) = delete;
@@ -95,7 +94,7 @@ public:
     // finished; only while none runs. Nothing is published before all of it is assigned.
     void restoreSession(StoredSession const& session);
 
-    // Fills the menu of default targets. Not owned; must outlive its use through setTargetPressure.
+    // Fills the menu of default targets, and keeps it for setTargetPressure().
     void setUpTargetPressureMenu(Menu& menu);
     // Chooses the default target; the tag is its value in kPa.
     void setTargetPressure(int tag);

@@ -26,13 +26,13 @@ public:
 
     QAccessible::Role accessibleRole() const override { return QAccessible::Chart; }
 
-    // Builds an empty trace for the present size and scales. The images are not owned.
+    // Builds an empty trace for the present size and scales.
     void setUp(ImageView& maxPressureImage, ImageView& targetPressureImage);
 
     // Null until setUp.
     Plotter* plotter() { return m_plotter ? &*m_plotter : nullptr; }
 
-    // With a clock, slow redraws are spread over several frames. It must outlive the view.
+    // With a clock, slow redraws are spread over several frames.
     void setClock(Scheduler const& clock) { m_clock = &clock; }
 
     // False if the latest frame left work for the next.

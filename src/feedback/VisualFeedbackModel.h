@@ -17,7 +17,6 @@ public:
     static constexpr std::int64_t STATE_USUAL = 0;
     static constexpr std::int64_t STATE_ALT = 1;
 
-    // The run loop must outlive the model.
     VisualFeedbackModel(
         RunLoop& runLoop, Picture usualImage, Picture altImage, QColor usualColor, QColor altColor);
 

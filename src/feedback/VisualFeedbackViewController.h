@@ -25,7 +25,6 @@ class VisualFeedbackViewController : public QObject {
     Q_DISABLE_COPY_MOVE(VisualFeedbackViewController)
 
 public:
-    // The view is not owned; it must outlive the controller.
     VisualFeedbackViewController(
         TensioManager const& tensioManager, RunLoop& runLoop, QWidget& view);
     ~VisualFeedbackViewController() override;

@@ -19,7 +19,6 @@ public:
     static constexpr float maxTimeWindow = 60.0f;
     static constexpr float minTimeWindow = 10.0f;
 
-    // Both must outlive the view-model.
     VisualFeedbackViewModel(TensioManager const& tensioManager, RunLoop& runLoop);
 
     MutableProperty<float> upperBoundPressure {80.0f};

@@ -21,7 +21,7 @@ class HeaderViewController : public QObject {
     Q_DISABLE_COPY_MOVE(HeaderViewController)
 
 public:
-    // The print button opens the menu. Everything handed in must outlive the controller.
+    // The print button opens the menu.
     HeaderViewController(TensioManager& tensioManager, QMenu& printMenu, QWidget& view);
     ~HeaderViewController() override;
 

@@ -13,7 +13,6 @@ class TensioManager;
 // Mirrors the subject's name and the clock for the header, and decides when saving is allowed.
 class HeaderViewModel {
 public:
-    // The manager must outlive the view-model.
     explicit HeaderViewModel(TensioManager const& tensioManager);
 
     MutableProperty<std::string> username {{}};

@@ -21,7 +21,7 @@ class HistorySlice
     Q_OBJECT
 
 public:
-    // index: position on the page, from 0. The manager must outlive the tile.
+    // index: position on the page, from 0.
     HistorySlice(TensioManager const& tensioManager, std::shared_ptr<Measurement> measurement,
         int index, QWidget& parent);
 

@@ -26,7 +26,6 @@ class HistoryViewController : public QObject {
     Q_DISABLE_COPY_MOVE(HistoryViewController)
 
 public:
-    // Nothing handed in is owned; all must outlive the controller.
     HistoryViewController(TensioManager& tensioManager, StatusViewModel& status, QWidget& view);
     ~HistoryViewController() override;
 

@@ -11,7 +11,6 @@ class TensioManager;
 // has selected.
 class HistoryViewModel {
 public:
-    // The manager must outlive the view-model.
     explicit HistoryViewModel(TensioManager const& tensioManager);
 
     MutableProperty<Measurements> measurements {{}};

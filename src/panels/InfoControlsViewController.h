@@ -28,7 +28,6 @@ class InfoControlsViewController : public QObject {
     Q_DISABLE_COPY_MOVE(InfoControlsViewController)
 
 public:
-    // Nothing handed in is owned; all must outlive the controller.
     InfoControlsViewController(TensioManager& tensioManager, StatusViewModel& status,
         RunLoop& runLoop, Alerts& alerts, QWidget& view);
     ~InfoControlsViewController() override;

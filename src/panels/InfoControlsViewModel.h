@@ -14,7 +14,6 @@ class TensioManager;
 // pressure at a calm rate, and the panel's commands. Pressures in kPa.
 class InfoControlsViewModel {
 public:
-    // Both must outlive the view-model.
     InfoControlsViewModel(TensioManager const& tensioManager, RunLoop& runLoop);
 
     MutableProperty<float> targetPressure {0.0f};

@@ -15,8 +15,7 @@ class StatusLine : public QObject {
     Q_OBJECT
 
 public:
-    // The saved button stands where the hint does and opens the folder. Nothing is owned; all must
-    // outlive the line.
+    // The saved button stands where the hint does and opens the folder.
     StatusLine(StatusViewModel& status, QLabel& hint, QLabel& count, QPushButton& saved);
 
 private:

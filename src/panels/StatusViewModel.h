@@ -12,7 +12,6 @@ class TensioManager;
 // again, so that nothing is spoken twice.
 class StatusViewModel {
 public:
-    // The manager must outlive the view-model.
     explicit StatusViewModel(TensioManager const& tensioManager);
     StatusViewModel(StatusViewModel const&) = delete;
     StatusViewModel& operator=(StatusViewModel const&) = delete;

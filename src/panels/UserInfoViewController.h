@@ -26,8 +26,7 @@ class UserInfoViewController : public QObject {
 public:
     static constexpr int maxNameLength = 10;
 
-    // The dialog belongs to the opener's window and takes its scale. Both must outlive the
-    // controller.
+    // The dialog belongs to the opener's window and takes its scale.
     UserInfoViewController(TensioManager& tensioManager, QWidget const& opener);
     ~UserInfoViewController() override;
 

@@ -27,7 +27,6 @@ public:
     // Must neither call nor destroy the gatherer. The chunk is valid only during the call.
     using Deliver = std::function<void(std::string_view chunk)>;
 
-    // The scheduler must outlive the gatherer.
     RecordGatherer(Scheduler& scheduler, RecordFormat format, Deliver deliver);
 
     void receive(std::string_view bytes);

@@ -9,7 +9,7 @@ namespace tensio {
 // Reports as PDF files: vectors, the typeface embedded, text that can be searched and copied.
 class QtPdfRenderer : public PdfRenderer {
 public:
-    // The layout may change between calls; it must outlive the renderer.
+    // The layout may change between calls.
     explicit QtPdfRenderer(QPageLayout const& layout)
         : m_layout(layout)
     {
