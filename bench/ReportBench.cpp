@@ -7,7 +7,7 @@
 #include "output/GridPrintView.h"
 #include "output/ListPrintView.h"
 #include "printing/PageDrawing.h"
-#include "printing/PrintPreviewController.h"
+#include "printing/PrintPreview.h"
 #include "printing/QtPdfRenderer.h"
 #include "printing/QtPrintPanels.h"
 #include "support/Reports.h"
@@ -57,8 +57,8 @@ void previewOfCourse(benchmark::State& state)
     auto layout = defaultPageLayout();
     QWidget parent;
     for (auto const _ : state) {
-        PrintPreviewController preview(session.manager, panels, session.alerts, layout, parent);
-        preview.show(std::make_unique<CoursePrintView>(course), QStringLiteral("経過"));
+        PrintPreview preview({session.manager, panels, session.alerts, layout}, parent);
+        preview.showReport(std::make_unique<CoursePrintView>(course), QStringLiteral("経過"));
         QCoreApplication::processEvents();
     }
 }

@@ -11,14 +11,14 @@ namespace {
 constexpr Seconds menuCloseDelay {0.2};
 }
 
-AppDelegate::AppDelegate(TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu,
-    ReportPrinter& reportPrinter)
-    : m_tensioManager(tensioManager)
+AppDelegate::AppDelegate(
+    PrintingServices const& printing, RunLoop& runLoop, QMenu& defaultTargetMenu, QWidget& window)
+    : m_printing(printing)
     , m_runLoop(runLoop)
     , m_statusMenu(defaultTargetMenu)
     , m_defaultTargetMenu(defaultTargetMenu)
     , m_statusItem(QIcon(u":/tensio.svg"_s))
-    , m_reportPrinter(reportPrinter)
+    , m_window(window)
 {
     m_statusItem.setToolTip(u"tensio — 目標圧の初期値"_s);
 }
@@ -53,6 +53,11 @@ void AppDelegate::saveAsPdf(ReportKind kind)
 {
     auto const view = makeReport(kind, m_tensioManager);
     m_tensioManager.saveViewAsPdf(*view);
+}
+
+void AppDelegate::print(ReportKind kind)
+{
+    (new PrintPreview(m_printing, m_window))->showReport(kind);
 }
 
 } // namespace tensio

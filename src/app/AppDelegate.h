@@ -2,7 +2,7 @@
 
 #include "core/TensioManager.h"
 #include "platform/qt/QtMenu.h"
-#include "printing/ReportPrinter.h"
+#include "printing/PrintPreview.h"
 
 #include <QSystemTrayIcon>
 
@@ -13,8 +13,9 @@ class AppDelegate {
 public:
     using Command = void (AppDelegate::*)();
 
-    AppDelegate(TensioManager& tensioManager, RunLoop& runLoop, QMenu& defaultTargetMenu,
-        ReportPrinter& reportPrinter);
+    // Previews belong to the window.
+    AppDelegate(PrintingServices const& printing, RunLoop& runLoop, QMenu& defaultTargetMenu,
+        QWidget& window);
 
     // Not shown, and without a menu, until launching has finished.
     QSystemTrayIcon const& statusItem() const { return m_statusItem; }
@@ -33,23 +34,25 @@ public:
     void saveAsCurvesAction() { saveAsPdf(ReportKind::Curves); }
     // A moment later, when the menu that it was chosen from has left the screen.
     void saveScreenshotAction();
-    void printAsListAction() { m_reportPrinter.print(ReportKind::List); }
-    void printAsGridAction() { m_reportPrinter.print(ReportKind::Grid); }
-    void printSelectedAction() { m_reportPrinter.print(ReportKind::Selected); }
-    void printAsCurvesAction() { m_reportPrinter.print(ReportKind::Curves); }
+    void printAsListAction() { print(ReportKind::List); }
+    void printAsGridAction() { print(ReportKind::Grid); }
+    void printSelectedAction() { print(ReportKind::Selected); }
+    void printAsCurvesAction() { print(ReportKind::Curves); }
 
     // True if the command is enabled. Commands must not be run otherwise.
     bool validateMenuItem(Command command) const;
 
 private:
     void saveAsPdf(ReportKind kind);
+    void print(ReportKind kind);
 
-    TensioManager& m_tensioManager;
+    PrintingServices m_printing;
+    TensioManager& m_tensioManager {m_printing.tensioManager};
     RunLoop& m_runLoop;
     QMenu& m_statusMenu;
     QtMenu m_defaultTargetMenu;
     QSystemTrayIcon m_statusItem;
-    ReportPrinter& m_reportPrinter;
+    QWidget& m_window;
     Subscription m_screenshot;
 };
 

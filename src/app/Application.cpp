@@ -17,14 +17,13 @@ Application::Application(Services services)
               services.alerts})
     , m_sessionArchive(m_tensioManager, services.sessionStore, services.runLoop, services.clock)
     , m_windowController(m_tensioManager, m_sessionArchive, services.runLoop, services.alerts)
-    , m_reportPrinter(
-          m_tensioManager, services.printPanels, services.alerts, m_pageLayout, window())
-    , m_delegate(m_tensioManager, services.runLoop, m_windowController.defaultTargetMenu(),
-          m_reportPrinter)
+    , m_printing {m_tensioManager, services.printPanels, services.alerts, m_pageLayout}
+    , m_delegate(m_printing, services.runLoop, m_windowController.defaultTargetMenu(), window())
     , m_sessionCommands(m_sessionArchive,
           {services.savePanel, services.fileWriter, services.clock,
               [this](Course const& course, QWidget& list) {
-                  m_reportPrinter.print(std::make_unique<CoursePrintView>(course), u"経過"_s, list);
+                  (new PrintPreview(m_printing, list))
+                      ->showReport(std::make_unique<CoursePrintView>(course), u"経過"_s);
               }},
           window())
     , m_mainMenu(window(), m_windowController.defaultTargetMenu(), m_windowController.printMenu(),
@@ -33,7 +32,8 @@ Application::Application(Services services)
 {
     connect(&m_windowController.content().history(), &HistoryViewController::willPrintCurve, this,
         [this](auto const& measurement) {
-            m_reportPrinter.print(makeCurve(measurement, m_tensioManager), u"波形"_s, window());
+            (new PrintPreview(m_printing, window()))
+                ->showReport(makeCurve(measurement, m_tensioManager), u"波形"_s);
         });
     m_windowController.content().addCommands(m_mainMenu.measurementMenu(), m_mainMenu.viewMenu());
     m_windowController.fitToDesign();

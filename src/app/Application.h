@@ -9,7 +9,6 @@
 #include "core/TensioManager.h"
 #include "printing/PageDrawing.h"
 #include "printing/QtPdfRenderer.h"
-#include "printing/ReportPrinter.h"
 #include "sessions/SessionCommands.h"
 
 #include <QObject>
@@ -37,7 +36,7 @@ private:
     TensioManager m_tensioManager;
     SessionArchive m_sessionArchive;
     MainWindowController m_windowController;
-    ReportPrinter m_reportPrinter;
+    PrintingServices m_printing;
     AppDelegate m_delegate;
     SessionCommands m_sessionCommands;
     MainMenu m_mainMenu;

@@ -41,8 +41,8 @@ TEST(AppDelegate, GivesTheStatusItemItsMenuAtLaunch)
     QMenu menu;
     QtPrintPanels panels;
     QPageLayout layout;
-    ReportPrinter printer(session.manager, panels, session.alerts, layout, menu);
-    AppDelegate delegate(session.manager, session.runLoop, menu, printer);
+    AppDelegate delegate(
+        {session.manager, panels, session.alerts, layout}, session.runLoop, menu, menu);
     EXPECT_EQ(delegate.statusItem().contextMenu(), nullptr);
     delegate.applicationDidFinishLaunching();
     EXPECT_EQ(delegate.statusItem().contextMenu(), &menu);

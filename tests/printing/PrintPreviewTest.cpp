@@ -1,8 +1,9 @@
+#include "printing/PrintPreview.h"
+
 #include "core/SavingMessages.h"
 #include "output/ListPrintView.h"
 #include "printing/PageDrawing.h"
 #include "printing/PrintPanels.h"
-#include "printing/PrintPreviewController.h"
 #include "printing/QtPrintPanels.h"
 #include "support/PdfText.h"
 #include "support/Reports.h"
@@ -45,10 +46,11 @@ public:
 
 struct Preview {
     Session session;
-    QWidget parent;
     AgreeingPanels panels;
     QPageLayout pageLayout {defaultPageLayout()};
-    PrintPreviewController controller {session.manager, panels, session.alerts, pageLayout, parent};
+    QWidget parent;
+    PrintPreview& window {
+        *new PrintPreview({session.manager, panels, session.alerts, pageLayout}, parent)};
 
     Preview()
     {
@@ -71,10 +73,10 @@ struct Preview {
 TEST(PrintPreview, ShowsTheChosenReportPageByPage)
 {
     Preview preview;
-    preview.controller.show(ReportKind::List);
+    preview.window.showReport(ReportKind::List);
     EXPECT_EQ(preview.position(), "1 / 2 ページ");
     EXPECT_FALSE(preview.button("selectedButton").isEnabled()) << "nothing is selected";
-    auto const& window = find<QDialog>(preview.parent, "PrintPreview");
+    auto const& window = preview.window;
     EXPECT_EQ(window.size().boundedTo(availableSize(window)), window.size());
     EXPECT_EQ(window.size().expandedTo(window.minimumSizeHint()), window.size()) << "uncut";
     preview.button("nextButton").setFocus();
@@ -99,7 +101,7 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     EXPECT_LT(width, zoomAfter("zoomInButton"));
     EXPECT_EQ(zoomAfter("zoomOutButton"), width);
     preview.session.manager.measurementList.measurements()[3]->isCounted.setValue(true);
-    preview.controller.show(ReportKind::Selected);
+    preview.window.showReport(ReportKind::Selected);
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
     EXPECT_TRUE(preview.button("selectedButton").isChecked());
     auto const pictureOfOne = pages.grab().toImage();
@@ -121,10 +123,7 @@ TEST(PrintPreview, SavesAndPrintsTheChosenPagesOfWhatItShows)
         printer.setPageRanges(QPageRanges::fromString("8"));
     };
     preview.session.saving.answer = "/folder/file";
-    bool isClosed = false;
-    QObject::connect(
-        &preview.controller, &PrintPreviewController::closed, [&] { isClosed = true; });
-    preview.controller.show(ReportKind::List);
+    preview.window.showReport(ReportKind::List);
     preview.click("gridButton");
     preview.click("savePdfButton");
     EXPECT_NE(preview.session.saving.written.find("GridPrintView"), std::string::npos);
@@ -134,7 +133,8 @@ TEST(PrintPreview, SavesAndPrintsTheChosenPagesOfWhatItShows)
     auto const text = pdfText(printed.readAll().toStdString());
     EXPECT_NE(text.find("計測回数： 70回目"), std::string::npos) << text;
     EXPECT_EQ(text.find("計測回数： 63回目"), std::string::npos) << "page 7: " << text;
-    EXPECT_TRUE(isClosed) << "so that the report can be dropped";
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(preview.parent.findChild<QDialog*>(), nullptr) << "the report is dropped";
 }
 
 TEST(PrintPreview, OffersNoChoiceBesideAReportOfItsOwn)
@@ -147,7 +147,7 @@ TEST(PrintPreview, OffersNoChoiceBesideAReportOfItsOwn)
     preview.session.saving.answer = "/folder/file";
     auto report = std::make_unique<ListPrintView>("", finishedMeasurements(1));
     report->setSimulated(true);
-    preview.controller.show(std::move(report), "経過");
+    preview.window.showReport(std::move(report), "経過");
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
     EXPECT_FALSE(preview.button("listButton").isVisible());
     auto const& message = find<QLabel>(preview.parent, "messageLabel");
@@ -175,7 +175,7 @@ TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
 {
     Preview preview;
     auto const& messages = preview.session.alerts.messages;
-    preview.controller.show(ReportKind::List);
+    preview.window.showReport(ReportKind::List);
     preview.panels.printers = false;
     preview.click("printButton");
     EXPECT_NE(messages.at(0).find("プリンターがありません"), std::string::npos);

@@ -2,12 +2,11 @@
 
 #include "output/Reports.h"
 
-#include <QObject>
+#include <QDialog>
 #include <QPageLayout>
 
 #include <memory>
 
-class QDialog;
 class QGraphicsView;
 class QPrinter;
 class QPrintPreviewWidget;
@@ -21,34 +20,38 @@ namespace tensio {
 class Alerts;
 class PrintPanels;
 
-// Previews the printed pages in a window modal to the main one, in which the user chooses a report,
-// sets up the page, prints, or saves as PDF.
-class PrintPreviewController : public QObject {
+// What printing uses of the program.
+struct PrintingServices {
+    TensioManager& tensioManager;
+    PrintPanels& panels;
+    Alerts& alerts;
+    // The current paper; setting the page up in the preview changes it.
+    QPageLayout& pageLayout;
+};
+
+// Previews the printed pages in a window modal to its parent, in which the user chooses a report,
+// sets up the page, prints, or saves as PDF. Deletes itself, with the report and its measurements,
+// when it closes.
+class PrintPreview : public QDialog {
     Q_OBJECT
-    Q_DISABLE_COPY_MOVE(PrintPreviewController)
+    Q_DISABLE_COPY_MOVE(PrintPreview)
 
 public:
-    // The page layout is the current paper; setting the page up here changes it. Nothing is owned;
-    // all must outlive the controller.
-    PrintPreviewController(TensioManager& tensioManager, PrintPanels& panels, Alerts& alerts,
-        QPageLayout& pageLayout, QWidget& parent);
-    ~PrintPreviewController() override;
+    // Knows the printers that there are at this moment.
+    PrintPreview(PrintingServices const& services, QWidget& parent);
+    ~PrintPreview() override;
 
     // Only where hasReport().
-    void show(ReportKind kind);
+    void showReport(ReportKind kind);
     // Another report, alone: the user is offered no choice. At most once.
-    void show(std::unique_ptr<PrintView> view, QString const& title);
-
-Q_SIGNALS:
-    void closed();
+    void showReport(std::unique_ptr<PrintView> view, QString const& title);
 
 private:
-    void viewDidLoad();
     void connectButtons();
     void addPages();
     void choose(ReportKind kind);
     void setView(std::unique_ptr<PrintView> view);
-    void open();
+    void appear();
     void refresh();
     void showPages(QPrinter& printer);
     void showPosition();
@@ -56,13 +59,9 @@ private:
     void setUpPage();
     void print();
 
-    TensioManager& m_tensioManager;
-    PrintPanels& m_panels;
-    Alerts& m_alerts;
-    QPageLayout& m_pageLayout;
+    PrintingServices m_services;
     std::unique_ptr<QPrinter> m_printer;
     std::unique_ptr<PrintView> m_view;
-    std::unique_ptr<QDialog> m_window;
     std::unique_ptr<Ui::PrintPreview> m_ui;
     QPrintPreviewWidget* m_preview = nullptr;
     // The part of m_preview that takes the focus.

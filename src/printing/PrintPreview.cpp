@@ -1,4 +1,4 @@
-#include "printing/PrintPreviewController.h"
+#include "printing/PrintPreview.h"
 
 #include "controls/DopeRadioButton.h"
 #include "core/SavingMessages.h"
@@ -13,7 +13,6 @@
 #include "toolkit/WindowSize.h"
 #include "ui_PrintPreview.h"
 
-#include <QDialog>
 #include <QGraphicsEffect>
 #include <QGraphicsItem>
 #include <QGraphicsScene>
@@ -66,42 +65,29 @@ private:
 
 } // namespace
 
-PrintPreviewController::PrintPreviewController(TensioManager& tensioManager, PrintPanels& panels,
-    Alerts& alerts, QPageLayout& pageLayout, QWidget& parent)
-    : m_tensioManager(tensioManager)
-    , m_panels(panels)
-    , m_alerts(alerts)
-    , m_pageLayout(pageLayout)
+PrintPreview::PrintPreview(PrintingServices const& services, QWidget& parent)
+    : QDialog(&parent)
+    , m_services(services)
     , m_printer(std::make_unique<QPrinter>(QPrinter::HighResolution))
-    , m_window(std::make_unique<QDialog>(&parent))
     , m_ui(std::make_unique<Ui::PrintPreview>())
 {
-    m_ui->setupUi(m_window.get());
-    scaleLayouts(
-        *m_window, dialogScale(smallestSize, scaleOfContent(parent), availableSize(parent)));
-    auto const largest = availableSize(parent).shrunkBy(assumedFrame);
-    m_window->resize(m_window->size().boundedTo(largest));
-    viewDidLoad();
-}
-
-PrintPreviewController::~PrintPreviewController() = default;
-
-void PrintPreviewController::viewDidLoad()
-{
+    m_ui->setupUi(this);
+    setAttribute(Qt::WA_DeleteOnClose);
+    scaleLayouts(*this, dialogScale(smallestSize, scaleOfContent(parent), availableSize(parent)));
+    resize(size().boundedTo(availableSize(parent).shrunkBy(assumedFrame)));
     m_printer->setCreator(u"tensio"_s);
-    m_printer->setPageLayout(m_pageLayout);
+    m_printer->setPageLayout(m_services.pageLayout);
     addPages();
-    connect(m_preview, &QPrintPreviewWidget::paintRequested, this,
-        [this](QPrinter* printer) { showPages(*printer); });
-    // Queued: while the preview moves to another page, it briefly reports the last one.
-    connect(m_preview, &QPrintPreviewWidget::previewChanged, this,
-        &PrintPreviewController::showPosition, Qt::QueuedConnection);
-
     connectButtons();
-    connect(m_window.get(), &QDialog::finished, this, &PrintPreviewController::closed);
 }
 
-void PrintPreviewController::connectButtons()
+PrintPreview::~PrintPreview()
+{
+    // Before the printer that it shows.
+    delete m_preview;
+}
+
+void PrintPreview::connectButtons()
 {
     auto const onClick = [this](QAbstractButton* button, auto work) {
         connect(button, &QAbstractButton::clicked, this, work);
@@ -124,12 +110,12 @@ void PrintPreviewController::connectButtons()
         {m_ui->zoomInButton, m_ui->zoomOutButton, m_ui->fitPageButton, m_ui->fitWidthButton})
         onClick(button, [this] { showPosition(); });
     onClick(m_ui->pageSetupButton, [this] { setUpPage(); });
-    onClick(m_ui->savePdfButton, [this] { m_tensioManager.saveViewAsPdf(*m_view); });
+    onClick(m_ui->savePdfButton, [this] { m_services.tensioManager.saveViewAsPdf(*m_view); });
     onClick(m_ui->printButton, [this] { print(); });
-    onClick(m_ui->closeButton, [this] { m_window->close(); });
+    onClick(m_ui->closeButton, [this] { close(); });
 }
 
-void PrintPreviewController::addPages()
+void PrintPreview::addPages()
 {
     m_preview = new QPrintPreviewWidget(m_printer.get(), m_ui->pageArea);
     m_ui->pageAreaLayout->addWidget(m_preview);
@@ -139,11 +125,16 @@ void PrintPreviewController::addPages()
     m_pages->setAccessibleName(u"印刷されるページ"_s);
     QWidget::setTabOrder(m_ui->fitWidthButton, m_pages);
     QWidget::setTabOrder(m_pages, m_ui->pageSetupButton);
+    connect(m_preview, &QPrintPreviewWidget::paintRequested, this,
+        [this](QPrinter* printer) { showPages(*printer); });
+    // Queued: while the preview moves to another page, it briefly reports the last one.
+    connect(m_preview, &QPrintPreviewWidget::previewChanged, this, &PrintPreview::showPosition,
+        Qt::QueuedConnection);
 }
 
-void PrintPreviewController::show(ReportKind kind)
+void PrintPreview::showReport(ReportKind kind)
 {
-    bool const isSelected = hasReport(ReportKind::Selected, m_tensioManager);
+    bool const isSelected = hasReport(ReportKind::Selected, m_services.tensioManager);
     m_ui->selectedButton->setEnabled(isSelected);
     m_ui->selectedButton->setToolTip(isSelected ? QString() : u"履歴で測定を選ぶと使えます"_s);
     m_ui->listButton->setChecked(kind == ReportKind::List);
@@ -151,38 +142,38 @@ void PrintPreviewController::show(ReportKind kind)
     m_ui->selectedButton->setChecked(kind == ReportKind::Selected);
     m_ui->curvesButton->setChecked(kind == ReportKind::Curves);
     choose(kind);
-    open();
+    appear();
 }
 
-void PrintPreviewController::show(std::unique_ptr<PrintView> view, QString const& title)
+void PrintPreview::showReport(std::unique_ptr<PrintView> view, QString const& title)
 {
-    for (auto* choice : m_window->findChildren<DopeRadioButton*>())
+    for (auto* choice : findChildren<DopeRadioButton*>())
         choice->hide();
-    m_window->setWindowTitle(m_window->windowTitle() + u" — "_s + title);
+    setWindowTitle(windowTitle() + u" — "_s + title);
     setView(std::move(view));
-    open();
+    appear();
 }
 
-void PrintPreviewController::open()
+void PrintPreview::appear()
 {
-    m_window->show();
+    show();
     m_preview->fitToWidth();
     m_ui->printButton->setFocus();
 }
 
-void PrintPreviewController::choose(ReportKind kind)
+void PrintPreview::choose(ReportKind kind)
 {
-    setView(makeReport(kind, m_tensioManager));
+    setView(makeReport(kind, m_services.tensioManager));
 }
 
-void PrintPreviewController::setView(std::unique_ptr<PrintView> view)
+void PrintPreview::setView(std::unique_ptr<PrintView> view)
 {
     m_view = std::move(view);
     m_printer->setDocName(reportTitle(m_view->isSimulated()));
     refresh();
 }
 
-void PrintPreviewController::refresh()
+void PrintPreview::refresh()
 {
     m_preview->updatePreview();
     QRectF const paper = m_printer->pageLayout().fullRectPixels(m_printer->resolution());
@@ -190,7 +181,7 @@ void PrintPreviewController::refresh()
         page->setGraphicsEffect(new PageEdge(paper, m_pages->scene()->backgroundBrush()));
 }
 
-void PrintPreviewController::showPages(QPrinter& printer)
+void PrintPreview::showPages(QPrinter& printer)
 {
     bool const isDrawn = drawPages(*m_view, printer);
     m_ui->printButton->setEnabled(isDrawn);
@@ -204,7 +195,7 @@ void PrintPreviewController::showPages(QPrinter& printer)
     m_ui->positionLabel->setVisible(isDrawn);
 }
 
-void PrintPreviewController::showPosition()
+void PrintPreview::showPosition()
 {
     int const page = m_preview->currentPage();
     int const count = m_preview->pageCount();
@@ -215,40 +206,40 @@ void PrintPreviewController::showPosition()
     setLabelText(*m_ui->zoomLabel, u"%1%"_s.arg(qRound(m_preview->zoomFactor() * 100.0)));
 }
 
-void PrintPreviewController::turnPage(int step)
+void PrintPreview::turnPage(int step)
 {
     m_preview->setCurrentPage(m_preview->currentPage() + step);
     showPosition();
 }
 
-void PrintPreviewController::setUpPage()
+void PrintPreview::setUpPage()
 {
-    m_panels.openPageSetup(*m_printer, *m_window, [this] {
-        m_pageLayout = m_printer->pageLayout();
+    m_services.panels.openPageSetup(*m_printer, *this, [this] {
+        m_services.pageLayout = m_printer->pageLayout();
         refresh();
     });
 }
 
-void PrintPreviewController::print()
+void PrintPreview::print()
 {
-    if (!m_panels.hasPrinters()) {
-        m_alerts.runModal(AlertStyle::Warning,
+    if (!m_services.panels.hasPrinters()) {
+        m_services.alerts.runModal(AlertStyle::Warning,
             "使用できるプリンターがありません。\n"
             "プリンターを接続するか、「PDFとして保存」をお使いください。",
             {"OK"});
         return;
     }
-    m_panels.openPrint(*m_printer, m_preview->pageCount(), *m_window, [this] {
+    m_services.panels.openPrint(*m_printer, m_preview->pageCount(), *this, [this] {
         // The panel may have changed the paper, and asked for some pages only.
-        m_pageLayout = m_printer->pageLayout();
-        bool const hasRoom = hasPages(*m_view, m_pageLayout);
+        m_services.pageLayout = m_printer->pageLayout();
+        bool const hasRoom = hasPages(*m_view, m_services.pageLayout);
         if (hasRoom && drawPages(*m_view, *m_printer)) {
-            m_window->close();
+            close();
             return;
         }
         m_printer->setPageRanges({});
         refresh();
-        m_alerts.runModal(
+        m_services.alerts.runModal(
             AlertStyle::Warning, hasRoom ? printFailedMessage : paperTooSmallMessage, {"OK"});
     });
 }
