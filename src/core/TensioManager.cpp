@@ -78,7 +78,7 @@ TensioManager::TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock cons
     , m_userDefaults(userDefaults)
     , m_saver(username, measurementList, saving)
 {
-    m_subscriptions += combineLatest<float, float>(targetPressure, targetPressurePercent,
+    m_subscriptions += combineLatest(targetPressure, targetPressurePercent,
         [this](float target, float percent) { effectiveTarget.setValue(target * percent); });
     m_subscriptions += m_runLoop.scheduleRepeating(clockInterval, [this] { updateTime(); });
     m_subscriptions += serialPortManager.pressure.observeChanges(

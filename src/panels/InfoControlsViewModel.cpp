@@ -19,7 +19,7 @@ InfoControlsViewModel::InfoControlsViewModel(TensioManager const& tensioManager,
     , cocoaActionDisconnect(tensioManager.disconnectAction, Nothing {})
 {
     m_subscriptions += targetPressure.bindTo(tensioManager.effectiveTarget);
-    m_subscriptions += combineLatest<float, float>(tensioManager.targetPressure,
+    m_subscriptions += combineLatest(tensioManager.targetPressure,
         tensioManager.targetPressurePercent, [this](float target, float percent) {
             targetBasis.setValue(
                 "基準 " + withUnit(target) + " × " + formatFixed(percent * 100.0f, 0) + "%");

@@ -2,7 +2,6 @@
 
 #include "reactive/MutableProperty.h"
 
-#include <functional>
 #include <memory>
 #include <utility>
 
@@ -10,9 +9,9 @@ namespace tensio {
 
 // The latest pair at once, then whenever either changes, also during the first call. Both
 // properties must outlive the subscription.
-template<typename A, typename B>
-Subscription combineLatest(MutableProperty<A> const& first, MutableProperty<B> const& second,
-    std::function<void(A const&, B const&)> observer)
+template<typename A, typename B, typename Observer>
+Subscription combineLatest(
+    MutableProperty<A> const& first, MutableProperty<B> const& second, Observer observer)
 {
     auto publish = [&first, &second, observer = std::move(observer)] {
         observer(A(first.value()), B(second.value()));
