@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "app/HelpMenu.h"
 #include "output/CoursePrintView.h"
 #include "platform/Saving.h"
 #include "platform/SleepInhibitor.h"
@@ -28,8 +29,8 @@ Application::Application(Services services)
           window())
     , m_mainMenu(window(), m_windowController.defaultTargetMenu(), m_windowController.printMenu(),
           m_delegate, m_sessionCommands, m_tensioManager)
-    , m_helpMenu(window(), services.portInspector)
 {
+    addHelpMenu(window(), services.portInspector);
     connect(&m_windowController.content().history(), &HistoryViewController::willPrintCurve, this,
         [this](auto const& measurement) {
             (new PrintPreview(m_printing, window()))

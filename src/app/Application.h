@@ -1,7 +1,6 @@
 #pragma once
 
 #include "app/AppDelegate.h"
-#include "app/HelpMenu.h"
 #include "app/MainMenu.h"
 #include "app/MainWindowController.h"
 #include "app/Services.h"
@@ -40,7 +39,6 @@ private:
     AppDelegate m_delegate;
     SessionCommands m_sessionCommands;
     MainMenu m_mainMenu;
-    HelpMenu m_helpMenu;
     Subscriptions m_subscriptions;
 };
 

@@ -8,42 +8,30 @@
 #include <QMainWindow>
 #include <QMenuBar>
 
+#include <memory>
+
 using namespace Qt::StringLiterals;
 
 namespace tensio {
 
-HelpMenu::HelpMenu(QMainWindow& window, PortInspector& ports)
-    : m_window(window)
-    , m_ports(ports)
+void addHelpMenu(QMainWindow& window, PortInspector& ports)
 {
-    auto& menu = *m_window.menuBar()->addMenu(u"ヘルプ(&H)"_s);
+    auto const showHelp = [&window, help = std::shared_ptr<HelpWindow>()]() mutable {
+        if (!help)
+            help = std::make_shared<HelpWindow>();
+        help->showOn(window);
+    };
+    auto const checkConnection
+        = [&window, &ports] { openDialog(makeConnectionCheckWindow(ports, window)); };
+    auto const showAbout = [&window] { openDialog(makeAboutWindow(window)); };
+
+    auto& menu = *window.menuBar()->addMenu(u"ヘルプ(&H)"_s);
     menu.setObjectName(u"helpMenu"_s);
-    menu.addAction(u"使い方(&G)"_s, QKeySequence::HelpContents, this, &HelpMenu::showHelp)
+    menu.addAction(u"使い方(&G)"_s, QKeySequence::HelpContents, &window, showHelp)
         ->setMenuRole(QAction::NoRole);
-    menu.addAction(u"接続の確認(&C)…"_s, this, &HelpMenu::checkConnection)
-        ->setMenuRole(QAction::NoRole);
+    menu.addAction(u"接続の確認(&C)…"_s, &window, checkConnection)->setMenuRole(QAction::NoRole);
     menu.addSeparator();
-    menu.addAction(u"tensioについて(&A)"_s, this, &HelpMenu::showAbout)
-        ->setMenuRole(QAction::AboutRole);
-}
-
-HelpMenu::~HelpMenu() = default;
-
-void HelpMenu::showHelp()
-{
-    if (!m_help)
-        m_help = std::make_unique<HelpWindow>();
-    m_help->showOn(m_window);
-}
-
-void HelpMenu::checkConnection()
-{
-    openDialog(makeConnectionCheckWindow(m_ports, m_window));
-}
-
-void HelpMenu::showAbout()
-{
-    openDialog(makeAboutWindow(m_window));
+    menu.addAction(u"tensioについて(&A)"_s, &window, showAbout)->setMenuRole(QAction::AboutRole);
 }
 
 } // namespace tensio
