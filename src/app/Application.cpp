@@ -12,10 +12,8 @@ using namespace Qt::StringLiterals;
 namespace tensio {
 
 Application::Application(Services services)
-    : m_services(services)
-    , m_tensioManager(services.ports, services.runLoop, services.clock, services.userDefaults,
-          {m_pdfRenderer, services.savePanel, services.fileWriter, services.screen,
-              services.alerts})
+    : m_tensioManager(services.ports, services.runLoop, services.clock, services.userDefaults,
+        {m_pdfRenderer, services.savePanel, services.fileWriter, services.screen, services.alerts})
     , m_sessionArchive(m_tensioManager, services.sessionStore, services.runLoop, services.clock)
     , m_windowController(m_tensioManager, m_sessionArchive, services.runLoop, services.alerts)
     , m_printing {m_tensioManager, services.printPanels, services.alerts, m_pageLayout}
@@ -27,8 +25,7 @@ Application::Application(Services services)
                       ->showReport(std::make_unique<CoursePrintView>(course), u"経過"_s);
               }},
           window())
-    , m_mainMenu(window(), m_windowController.defaultTargetMenu(), m_windowController.printMenu(),
-          m_delegate, m_sessionCommands, m_tensioManager)
+    , m_mainMenu(m_windowController, m_delegate, m_sessionCommands, m_tensioManager)
 {
     addHelpMenu(window(), services.portInspector);
     connect(&m_windowController.content().history(), &HistoryViewController::willPrintCurve, this,
@@ -36,15 +33,15 @@ Application::Application(Services services)
             (new PrintPreview(m_printing, window()))
                 ->showReport(makeCurve(measurement, m_tensioManager), u"波形"_s);
         });
-    m_windowController.content().addCommands(m_mainMenu.measurementMenu(), m_mainMenu.viewMenu());
     m_windowController.fitToDesign();
     m_delegate.applicationDidFinishLaunching();
     QApplication::setQuitOnLastWindowClosed(
         m_delegate.applicationShouldTerminateAfterLastWindowClosed());
     m_subscriptions += m_tensioManager.serialPortManager.isSimulated.observe(
-        [this](bool isSimulated) { m_services.savePanel.setSimulated(isSimulated); });
+        [&panel = services.savePanel](bool isSimulated) { panel.setSimulated(isSimulated); });
     m_subscriptions += m_tensioManager.isMeasuring.observeChanges(
-        [this](bool isMeasuring) { m_services.sleepInhibitor.setInhibited(isMeasuring); });
+        [&inhibitor = services.sleepInhibitor](
+            bool isMeasuring) { inhibitor.setInhibited(isMeasuring); });
     connect(qApp, &QCoreApplication::aboutToQuit, this,
         [this] { m_delegate.applicationWillTerminate(); });
     // Whether the program ends is decided later, and may not be in time for the port.

@@ -28,7 +28,6 @@ public:
     MainWindow& window() { return m_windowController.window(); }
 
 private:
-    Services m_services;
     // The current paper of PDF files and of the printer.
     QPageLayout m_pageLayout {defaultPageLayout()};
     QtPdfRenderer m_pdfRenderer {m_pageLayout};

@@ -1,6 +1,8 @@
 #include "app/MainMenu.h"
 
+#include "app/MainWindowController.h"
 #include "core/TensioManager.h"
+#include "panels/InfoControlsViewController.h"
 #include "sessions/SessionCommands.h"
 
 #include <QMainWindow>
@@ -12,18 +14,19 @@ using namespace Qt::StringLiterals;
 
 namespace tensio {
 
-MainMenu::MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMenu,
-    AppDelegate& delegate, SessionCommands& sessionCommands, TensioManager const& tensioManager)
-    : m_window(window)
+MainMenu::MainMenu(MainWindowController& windowController, AppDelegate& delegate,
+    SessionCommands& sessionCommands, TensioManager const& tensioManager)
+    : m_window(windowController.window())
     , m_delegate(delegate)
 {
+    auto& content = windowController.content();
     m_window.menuBar()->setAccessibleName(u"メニュー"_s);
     addFileMenu(sessionCommands);
-    m_measurementMenu = m_window.menuBar()->addMenu(u"測定(&M)"_s);
-    addViewMenu();
-    addPrintMenu(printMenu);
-    defaultTargetMenu.setTitle(u"目標圧の初期値(&T)"_s);
-    m_window.menuBar()->addMenu(&defaultTargetMenu);
+    content.infoControls().addCommands(*m_window.menuBar()->addMenu(u"測定(&M)"_s));
+    content.history().addCommands(addViewMenu());
+    addPrintMenu(windowController.printMenu());
+    windowController.defaultTargetMenu().setTitle(u"目標圧の初期値(&T)"_s);
+    m_window.menuBar()->addMenu(&windowController.defaultTargetMenu());
 
     // All that the validation looks at: a session's state, the list and the selection.
     m_subscriptions += tensioManager.isMeasuring.observeChanges([this](bool) { validate(); });
@@ -54,17 +57,18 @@ void MainMenu::addFileMenu(SessionCommands& sessionCommands)
     quit->setMenuRole(QAction::QuitRole);
 }
 
-void MainMenu::addViewMenu()
+QMenu& MainMenu::addViewMenu()
 {
-    m_viewMenu = m_window.menuBar()->addMenu(u"表示(&V)"_s);
-    auto* fullScreen = m_viewMenu->addAction(u"全画面表示(&F)"_s, Qt::Key_F11, this,
+    auto& menu = *m_window.menuBar()->addMenu(u"表示(&V)"_s);
+    auto* fullScreen = menu.addAction(u"全画面表示(&F)"_s, Qt::Key_F11, this,
         [this] { m_window.setWindowState(m_window.windowState() ^ Qt::WindowFullScreen); });
     fullScreen->setCheckable(true);
     fullScreen->setMenuRole(QAction::NoRole);
     // The window manager, too, can leave the full screen.
-    connect(m_viewMenu, &QMenu::aboutToShow, this,
+    connect(&menu, &QMenu::aboutToShow, this,
         [this, fullScreen] { fullScreen->setChecked(m_window.isFullScreen()); });
-    m_viewMenu->addSeparator();
+    menu.addSeparator();
+    return menu;
 }
 
 void MainMenu::addPrintMenu(QMenu& menu)

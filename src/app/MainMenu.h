@@ -15,26 +15,22 @@ class QMenu;
 
 namespace tensio {
 
+class MainWindowController;
 class SessionCommands;
 
 // The menu bar of the main window but for the help: the delegate's commands, each enabled while the
-// delegate says so, those of stored sessions, the full screen, and the menu of default targets. It
-// gives the print menu, which the header's button opens as well, its commands.
+// delegate says so, those of stored sessions and of the panels, the full screen, and the menu of
+// default targets. It gives the print menu, which the header's button opens as well, its commands.
 class MainMenu : public QObject {
     Q_OBJECT
 
 public:
-    MainMenu(QMainWindow& window, QMenu& defaultTargetMenu, QMenu& printMenu, AppDelegate& delegate,
+    MainMenu(MainWindowController& windowController, AppDelegate& delegate,
         SessionCommands& sessionCommands, TensioManager const& tensioManager);
-    ~MainMenu() override = default;
-
-    // Filled by the panels.
-    QMenu& measurementMenu() { return *m_measurementMenu; }
-    QMenu& viewMenu() { return *m_viewMenu; }
 
 private:
     void addFileMenu(SessionCommands& sessionCommands);
-    void addViewMenu();
+    QMenu& addViewMenu();
     void addPrintMenu(QMenu& menu);
     void add(QMenu& menu, QString const& title, AppDelegate::Command command,
         QKeySequence const& shortcut = {});
@@ -42,8 +38,6 @@ private:
 
     QMainWindow& m_window;
     AppDelegate& m_delegate;
-    QMenu* m_measurementMenu = nullptr;
-    QMenu* m_viewMenu = nullptr;
     std::vector<std::pair<QAction*, AppDelegate::Command>> m_commands;
     Subscriptions m_subscriptions;
 };

@@ -5,13 +5,10 @@
 namespace tensio {
 
 MainWindow::MainWindow()
-    : m_contentView(new QWidget(this))
 {
-    auto palette = m_contentView->palette();
-    palette.setColor(QPalette::Window, Qt::white);
-    m_contentView->setPalette(palette);
-    m_contentView->setAutoFillBackground(true);
-    setCentralWidget(m_contentView);
+    setCentralWidget(new QWidget);
+    contentView().setBackgroundRole(QPalette::Base);
+    contentView().setAutoFillBackground(true);
 }
 
 void MainWindow::showEvent(QShowEvent* event)

@@ -11,16 +11,13 @@ class MainWindow : public QMainWindow {
 public:
     MainWindow();
 
-    QWidget& contentView() { return *m_contentView; }
+    QWidget& contentView() { return *centralWidget(); }
 
 Q_SIGNALS:
     void willAppear();
 
 protected:
     void showEvent(QShowEvent* event) override;
-
-private:
-    QWidget* m_contentView;
 };
 
 } // namespace tensio

@@ -3,6 +3,7 @@
 #include "core/DateText.h"
 #include "core/SessionArchive.h"
 #include "core/TensioManager.h"
+#include "reactive/combineLatest.h"
 #include "toolkit/OnEvent.h"
 #include "toolkit/WindowSize.h"
 
@@ -13,17 +14,32 @@ using namespace Qt::StringLiterals;
 
 namespace tensio {
 
+namespace {
+
+QString title(bool isSimulated, std::optional<SessionSummary> const& pastSession)
+{
+    auto title = u"tensio"_s;
+    // Simulated readings must never pass for a subject's.
+    if (isSimulated)
+        title += u" — 模擬装置（実際の測定ではありません）"_s;
+    if (pastSession)
+        title += u" — 以前の測定：%1　%2"_s.arg(QString::fromStdString(pastSession->name),
+            QString::fromStdString(dateAndMinute(pastSession->start)));
+    return title;
+}
+
+} // namespace
+
 MainWindowController::MainWindowController(
     TensioManager& tensioManager, SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts)
-    : m_tensioManager(tensioManager)
-    , m_sessionArchive(sessionArchive)
-    , m_contentController(
-          tensioManager, sessionArchive, runLoop, alerts, m_printMenu, m_window.contentView())
+    : m_contentController(
+        tensioManager, sessionArchive, runLoop, alerts, m_printMenu, m_window.contentView())
 {
     windowDidLoad();
-    m_subscriptions
-        += tensioManager.serialPortManager.isSimulated.observe([this](bool) { updateTitle(); });
-    m_subscriptions += sessionArchive.shown.observeChanges([this](auto const&) { updateTitle(); });
+    m_title = combineLatest(tensioManager.serialPortManager.isSimulated, sessionArchive.shown,
+        [this](bool isSimulated, auto const& pastSession) {
+            m_window.setWindowTitle(title(isSimulated, pastSession));
+        });
 }
 
 void MainWindowController::windowDidLoad()
@@ -48,18 +64,6 @@ void MainWindowController::fitToDesign()
     QRect frame({}, size.grownBy(assumedFrame));
     frame.moveCenter(available.center());
     m_window.move(frame.topLeft());
-}
-
-void MainWindowController::updateTitle()
-{
-    auto title = u"tensio"_s;
-    // Simulated readings must never pass for a subject's.
-    if (m_tensioManager.serialPortManager.isSimulated.value())
-        title += u" — 模擬装置（実際の測定ではありません）"_s;
-    if (auto const& session = m_sessionArchive.shown.value())
-        title += u" — 以前の測定：%1　%2"_s.arg(QString::fromStdString(session->name),
-            QString::fromStdString(dateAndMinute(session->start)));
-    m_window.setWindowTitle(title);
 }
 
 } // namespace tensio

@@ -27,15 +27,12 @@ public:
 
 private:
     void windowDidLoad();
-    void updateTitle();
 
-    TensioManager& m_tensioManager;
-    SessionArchive& m_sessionArchive;
     MainWindow m_window;
     QMenu& m_printMenu {*new QMenu(&m_window)};
     QMenu& m_defaultTargetMenu {*new QMenu(&m_window)};
     TensioViewController m_contentController;
-    Subscriptions m_subscriptions;
+    Subscription m_title;
 };
 
 } // namespace tensio

@@ -23,32 +23,22 @@ namespace tensio {
 TensioViewController::TensioViewController(TensioManager& tensioManager,
     SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu,
     QWidget& contentView)
-    : m_tensioManager(tensioManager)
-    , m_status(tensioManager)
+    : m_status(tensioManager)
     , m_contentView(contentView)
     , m_view(std::make_unique<QWidget>(&contentView))
     , m_ui(std::make_unique<Ui::Tensio>())
 {
     m_view->setObjectName(u"rootView"_s);
     m_ui->setupUi(m_view.get());
-    viewDidLoad(sessionArchive, runLoop, alerts, printMenu);
-}
-
-TensioViewController::~TensioViewController() = default;
-
-void TensioViewController::viewDidLoad(
-    SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu)
-{
     // Not part of the scaled design: it dims the whole window, its menu bar too.
     m_ui->coverView->setParent(m_contentView.window());
-    m_header
-        = std::make_unique<HeaderViewController>(m_tensioManager, printMenu, *m_ui->headerView);
+    m_header = std::make_unique<HeaderViewController>(tensioManager, printMenu, *m_ui->headerView);
     m_visualFeedback = std::make_unique<VisualFeedbackViewController>(
-        m_tensioManager, runLoop, *m_ui->visualFeedbackView);
+        tensioManager, runLoop, *m_ui->visualFeedbackView);
     m_infoControls = std::make_unique<InfoControlsViewController>(
-        m_tensioManager, m_status, runLoop, alerts, *m_ui->infoControlsView);
+        tensioManager, m_status, runLoop, alerts, *m_ui->infoControlsView);
     m_history
-        = std::make_unique<HistoryViewController>(m_tensioManager, m_status, *m_ui->historyView);
+        = std::make_unique<HistoryViewController>(tensioManager, m_status, *m_ui->historyView);
     m_sessionNotices = std::make_unique<SessionNotices>(
         sessionArchive, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
     m_subscriptions += sessionArchive.shown.observe([this](auto const& session) {
@@ -58,17 +48,19 @@ void TensioViewController::viewDidLoad(
                 u"以前の測定　"_s + QString::fromStdString(dateAndMinute(session->start)));
     });
     // In the live area, so that every picture of the window has it.
-    m_subscriptions += m_tensioManager.serialPortManager.isSimulated.observe(
+    m_subscriptions += tensioManager.serialPortManager.isSimulated.observe(
         [this](bool isSimulated) { m_ui->simulationLabel->setVisible(isSimulated); });
+    m_subscriptions += tensioManager.isShowingPopup.observeChanges([this](bool isShowing) {
+        m_ui->coverView->raise();
+        m_ui->coverView->setVisible(isShowing);
+    });
 }
+
+TensioViewController::~TensioViewController() = default;
 
 void TensioViewController::viewWillAppear()
 {
     m_ui->coverView->hide();
-    m_popup = m_tensioManager.isShowingPopup.observeChanges([this](bool isShowing) {
-        m_ui->coverView->raise();
-        m_ui->coverView->setVisible(isShowing);
-    });
     m_header->viewWillAppear();
     m_visualFeedback->viewWillAppear();
     m_history->viewWillAppear();
@@ -104,12 +96,6 @@ void TensioViewController::scaleMenusAndAlerts()
                          .arg(qRound(4.0 * scale))
                          .arg(qRound(10.0 * scale));
     window.setStyleSheet(styleSheet(std::max(scale, 1.0)) + bar);
-}
-
-void TensioViewController::addCommands(QMenu& measurementMenu, QMenu& viewMenu)
-{
-    m_infoControls->addCommands(measurementMenu);
-    m_history->addCommands(viewMenu);
 }
 
 } // namespace tensio

@@ -47,16 +47,12 @@ public:
     void viewWillLayout();
     // Scales the design uniformly to the size, in the window's units, and centres it.
     void fit(QSizeF size);
+    InfoControlsViewController& infoControls() { return *m_infoControls; }
     HistoryViewController& history() { return *m_history; }
-    // The panels' commands that have keys.
-    void addCommands(QMenu& measurementMenu, QMenu& viewMenu);
 
 private:
-    void viewDidLoad(
-        SessionArchive& sessionArchive, RunLoop& runLoop, Alerts& alerts, QMenu& printMenu);
     void scaleMenusAndAlerts();
 
-    TensioManager& m_tensioManager;
     // Before the panels: it is up to date when one of them opens an alert.
     StatusViewModel m_status;
     QWidget& m_contentView;
@@ -69,7 +65,6 @@ private:
     std::unique_ptr<SessionNotices> m_sessionNotices;
     // Of menus, alerts and Qt's own dialogs.
     double m_menuScale = 1.0;
-    Subscription m_popup;
     Subscriptions m_subscriptions;
 };
 
