@@ -61,9 +61,7 @@ TensioViewController::~TensioViewController() = default;
 void TensioViewController::viewWillAppear()
 {
     m_ui->coverView->hide();
-    m_header->viewWillAppear();
     m_visualFeedback->viewWillAppear();
-    m_history->viewWillAppear();
 }
 
 void TensioViewController::viewWillLayout()

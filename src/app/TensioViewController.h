@@ -41,7 +41,7 @@ public:
     TensioViewController& operator=(TensioViewController const&) = delete;
     ~TensioViewController();
 
-    // At every show of the window: takes the cover away and prepares the panels.
+    // At every show of the window: takes the cover away and prepares the live area.
     void viewWillAppear();
     // At every layout pass of the window.
     void viewWillLayout();

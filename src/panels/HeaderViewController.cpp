@@ -4,7 +4,6 @@
 #include "core/TensioManager.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
-#include "toolkit/StyleSheet.h"
 #include "ui_Header.h"
 
 using namespace Qt::StringLiterals;
@@ -14,11 +13,10 @@ namespace tensio {
 HeaderViewController::HeaderViewController(
     TensioManager& tensioManager, QMenu& printMenu, QWidget& view)
     : m_tensioManager(tensioManager)
-    , m_view(view)
     , m_ui(std::make_unique<Ui::Header>())
     , m_headerViewModel(tensioManager)
 {
-    m_ui->setupUi(&m_view);
+    m_ui->setupUi(&view);
     m_ui->printButton->setDropDownMenu(printMenu);
     viewDidLoad();
 }
@@ -29,9 +27,7 @@ void HeaderViewController::viewDidLoad()
 {
     // The first date shown is the current time, not that of the last tick.
     m_tensioManager.updateTime();
-    showDate(m_headerViewModel.dateTime.value());
-    m_subscriptions
-        += m_headerViewModel.dateTime.observeChanges([this](Date date) { showDate(date); });
+    m_subscriptions += m_headerViewModel.dateTime.observe([this](Date date) { showDate(date); });
     m_subscriptions += m_headerViewModel.username.observe(
         [this](std::string const& name) { setLabelText(*m_ui->nameLabel, name); });
     m_subscriptions
@@ -50,11 +46,6 @@ void HeaderViewController::showCanSave(bool canSave)
         button->setEnabled(canSave);
         button->setToolTip(canSave ? QString() : reason);
     }
-}
-
-void HeaderViewController::viewWillAppear()
-{
-    setLookProperty(m_view, "role", u"strip"_s);
 }
 
 void HeaderViewController::showDate(Date date)

@@ -25,16 +25,12 @@ public:
     HeaderViewController(TensioManager& tensioManager, QMenu& printMenu, QWidget& view);
     ~HeaderViewController() override;
 
-    // Gives the strip its border and shaded background.
-    void viewWillAppear();
-
 private:
     void viewDidLoad();
     void showCanSave(bool canSave);
     void showDate(Date date);
 
     TensioManager& m_tensioManager;
-    QWidget& m_view;
     std::unique_ptr<Ui::Header> m_ui;
     HeaderViewModel m_headerViewModel;
     Subscriptions m_subscriptions;

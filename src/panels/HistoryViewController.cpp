@@ -5,7 +5,6 @@
 #include "panels/HistorySlice.h"
 #include "toolkit/Accessible.h"
 #include "toolkit/ButtonCommand.h"
-#include "toolkit/StyleSheet.h"
 #include "ui_History.h"
 
 #include <QMenu>
@@ -40,11 +39,6 @@ void HistoryViewController::viewDidLoad(StatusViewModel& status)
     setNameFromTemplate(*m_ui->averageLabel, m_ui->averageLabel->text());
     m_subscriptions += m_viewModel.selectedAverage.observeChanges(
         [this](float average) { setLabelText(*m_ui->averageLabel, pressureText(average)); });
-}
-
-void HistoryViewController::viewWillAppear()
-{
-    setLookProperty(m_view, "role", u"strip"_s);
 }
 
 void HistoryViewController::addCommands(QMenu& menu)

@@ -29,8 +29,6 @@ public:
     HistoryViewController(TensioManager& tensioManager, StatusViewModel& status, QWidget& view);
     ~HistoryViewController() override;
 
-    // Gives the strip its border and shaded background.
-    void viewWillAppear();
     // To the first and the last measurement, with their keys.
     void addCommands(QMenu& menu);
 
