@@ -1,5 +1,6 @@
 #include "controls/PopUpButton.h"
 
+#include "controls/OrvButtonCell.h"
 #include "controls/OrvMenuItemView.h"
 #include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
@@ -9,65 +10,40 @@
 #include <QWidgetAction>
 
 #include <algorithm>
-#include <utility>
 
 namespace tensio {
 
 PopUpButton::PopUpButton(QWidget* parent)
     : MenuButton(parent)
-    , m_menu(new QMenu(this))
 {
-    setDropDownMenu(*m_menu);
-    connect(m_menu, &QMenu::aboutToShow, this, &PopUpButton::fitRows);
+    auto& menu = *new QMenu(this);
+    setDropDownMenu(menu);
+    connect(&menu, &QMenu::aboutToShow, this, &PopUpButton::fitRows);
 }
 
-void PopUpButton::removeAllItems()
+void PopUpButton::addItem(QString const& title, int tag)
 {
-    m_items.clear();
-    m_selected.reset();
-    m_menu->clear();
-}
-
-void PopUpButton::addItem(Item item)
-{
-    m_items.push_back(std::move(item));
-    if (m_items.size() > 1)
-        addRow(m_items.size() - 1);
-}
-
-std::optional<PopUpButton::Item> PopUpButton::selectedItem() const
-{
-    return m_selected ? std::optional(m_items[*m_selected]) : std::nullopt;
+    auto* item = new QWidgetAction(menu());
+    item->setText(title);
+    item->setDefaultWidget(new OrvMenuItemView(*item, *menu()));
+    connect(item, &QAction::triggered, this, [this, tag] { Q_EMIT itemSelected(tag); });
+    menu()->addAction(item);
 }
 
 void PopUpButton::setTitle(QString const& title)
 {
-    m_items.front().title = title;
     setText(title);
     setNameFromTemplate(*this, title);
-    update();
-}
-
-void PopUpButton::addRow(std::size_t index)
-{
-    auto* item = new QWidgetAction(m_menu);
-    item->setText(m_items[index].title);
-    item->setDefaultWidget(new OrvMenuItemView(*item, *m_menu));
-    connect(item, &QAction::triggered, this, [this, index] {
-        m_selected = index;
-        Q_EMIT itemSelected();
-    });
-    m_menu->addAction(item);
 }
 
 void PopUpButton::fitRows()
 {
-    m_menu->setFont(font());
+    menu()->setFont(font());
     auto const scale = scaleOf(*this);
     // With its border the menu is as wide as the button.
     QSize const row
         = QSize(width() - 2 * std::max(1, qRound(scale)), qRound(28.0 * scale)).expandedTo({0, 0});
-    for (auto* action : m_menu->actions())
+    for (auto* action : menu()->actions())
         static_cast<QWidgetAction*>(action)->defaultWidget()->setFixedSize(row);
 }
 

@@ -1,48 +1,31 @@
 #pragma once
 
 #include "controls/MenuButton.h"
-#include "controls/OrvButtonCell.h"
-
-#include <optional>
-#include <vector>
 
 namespace tensio {
 
-// A pull-down button drawn by OrvButtonCell: its first item is only the button's title and is not
-// offered; the menu offers the others, as OrvMenuItemView rows.
+// A pull-down button drawn by OrvButtonCell: its menu offers the items as OrvMenuItemView rows, its
+// title is not one of them.
 class PopUpButton : public MenuButton {
     Q_OBJECT
 
 public:
-    struct Item {
-        QString title;
-        int tag = 0;
-    };
-
     explicit PopUpButton(QWidget* parent = nullptr);
 
-    void removeAllItems();
-    void addItem(Item item);
-    std::optional<Item> selectedItem() const;
-    // Renames the first item, which the button shows.
+    void addItem(QString const& title, int tag);
     void setTitle(QString const& title);
 
     QAccessible::Role accessibleRole() const override { return QAccessible::ComboBox; }
 
 Q_SIGNALS:
-    void itemSelected();
+    void itemSelected(int tag);
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    void addRow(std::size_t index);
     void fitRows();
     void drawOutline(QPainter& painter, QRectF frame) const;
-
-    std::vector<Item> m_items;
-    std::optional<std::size_t> m_selected;
-    QMenu* m_menu;
 };
 
 } // namespace tensio

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace tensio {
 
 namespace {
-constexpr std::array percentages {1, 100, 90, 80, 70, 60, 50, 40, 30, 20, 10};
+constexpr std::array percentages {100, 90, 80, 70, 60, 50, 40, 30, 20, 10};
 }
 
 InfoControlsViewController::InfoControlsViewController(TensioManager& tensioManager,
@@ -28,8 +28,7 @@ InfoControlsViewController::InfoControlsViewController(TensioManager& tensioMana
     , m_view(view)
     , m_ui(std::make_unique<Ui::InfoControls>())
     , m_viewModel(tensioManager, runLoop)
-    , m_startAction([this](Nothing) { start(); })
-    , m_cocoaActionStart(m_startAction, Nothing {})
+    , m_cocoaActionStart(Action<Nothing>([this](Nothing) { start(); }), Nothing {})
 {
     m_ui->setupUi(&m_view);
     viewDidLoad();
@@ -95,9 +94,8 @@ void InfoControlsViewController::showMeasuringState(bool isMeasuring)
 
 void InfoControlsViewController::fillPercentPopup()
 {
-    m_ui->percentPopup->removeAllItems();
     for (int const percentage : percentages)
-        m_ui->percentPopup->addItem({u"%1%"_s.arg(percentage), percentage});
+        m_ui->percentPopup->addItem(u"%1%"_s.arg(percentage), percentage);
     m_subscriptions += m_tensioManager.targetPressurePercent.observe([this](float percent) {
         m_ui->percentPopup->setTitle(u"%1%"_s.arg(qRound(percent * 100.0f)));
     });
@@ -105,11 +103,10 @@ void InfoControlsViewController::fillPercentPopup()
         &InfoControlsViewController::percentSelected);
 }
 
-void InfoControlsViewController::percentSelected()
+void InfoControlsViewController::percentSelected(int percentage)
 {
-    if (auto const item = m_ui->percentPopup->selectedItem())
-        m_tensioManager.changeTargetPressurePercentAction.apply(
-            static_cast<float>(item->tag) / 100.0f);
+    m_tensioManager.changeTargetPressurePercentAction.apply(
+        static_cast<float>(percentage) / 100.0f);
 }
 
 void InfoControlsViewController::start()

@@ -40,7 +40,7 @@ private:
     void showReadOuts();
     void showMeasuringState(bool isMeasuring);
     void fillPercentPopup();
-    void percentSelected();
+    void percentSelected(int percentage);
     void start();
     void openUserInfo();
     void connectionEvent(Event<Nothing, ErrorRef> const& event);
@@ -51,7 +51,6 @@ private:
     QWidget& m_view;
     std::unique_ptr<Ui::InfoControls> m_ui;
     InfoControlsViewModel m_viewModel;
-    Action<Nothing> m_startAction;
     CocoaAction m_cocoaActionStart;
     // While the dialog is open.
     std::unique_ptr<UserInfoViewController> m_userInfo;
