@@ -68,11 +68,14 @@ void refuse(QLineEdit& input, QLabel& hint)
 
 UserInfoViewController::UserInfoViewController(TensioManager& tensioManager, QWidget const& opener)
     : m_tensioManager(tensioManager)
-    , m_opener(opener)
     , m_window(std::make_unique<UserInfoWindow>(*opener.window()))
     , m_ui(std::make_unique<Ui::UserInfo>())
 {
     m_ui->setupUi(m_window.get());
+    scaleDesign(*m_window,
+        dialogScale(
+            designFrame(*m_window).size().toSize(), scaleOf(opener), availableSize(opener)));
+    m_window->setFixedSize(m_window->size());
     viewDidLoad();
 }
 
@@ -125,10 +128,6 @@ void UserInfoViewController::connectActions()
 
 void UserInfoViewController::show()
 {
-    scaleDesign(*m_window,
-        dialogScale(
-            designFrame(*m_window).size().toSize(), scaleOf(m_opener), availableSize(m_opener)));
-    m_window->setFixedSize(m_window->size());
     m_window->show();
     viewDidAppear();
 }

@@ -56,7 +56,6 @@ private:
     void didClose(int result);
 
     TensioManager& m_tensioManager;
-    QWidget const& m_opener;
     std::unique_ptr<UserInfoWindow> m_window;
     std::unique_ptr<Ui::UserInfo> m_ui;
     Subscriptions m_subscriptions;
