@@ -30,9 +30,6 @@ public:
 
     TensioManager(SerialPortList& ports, RunLoop& runLoop, Clock const& clock,
         UserDefaults& userDefaults, SavingServices saving);
-    TensioManager(TensioManager const&) = delete;
-    TensioManager& operator=(TensioManager const&) = delete;
-    ~TensioManager() = default;
 
     MutableProperty<Date> currentTime;
     MutableProperty<std::string> username {{}};

@@ -13,9 +13,6 @@ class TensioManager;
 class StatusViewModel {
 public:
     explicit StatusViewModel(TensioManager const& tensioManager);
-    StatusViewModel(StatusViewModel const&) = delete;
-    StatusViewModel& operator=(StatusViewModel const&) = delete;
-    ~StatusViewModel() = default;
 
     MutableProperty<std::string> state {{}};
     MutableProperty<std::string> hint {{}};
