@@ -42,8 +42,9 @@ HistorySlice::HistorySlice(TensioManager const& tensioManager,
     , m_dateString(QString::fromStdString(formatLocalTime(*m_measurement->timeStamp, "%H:%M:%S")))
 {
     auto const size = m_bgImage.size();
-    QRectF const frame(QPointF(firstTileX + index * (size.width() + gap), bottom), size);
-    setDesignFrame(*this, flipped(frame, designFrame(parent).height()));
+    QPointF const topLeft(firstTileX + index * (size.width() + gap),
+        designFrame(parent).height() - bottom - size.height());
+    setDesignFrame(*this, QRectF(topLeft, size));
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);
     setAccessibleName(u"%1回目 最大圧 %2 kPa %3"_s.arg(m_numberText, m_pressureText, m_dateString));
@@ -95,11 +96,11 @@ void HistorySlice::paintEvent(QPaintEvent* /*event*/)
     drawCircle(painter);
     drawOutline(painter);
     painter.setPen(Qt::black);
-    drawText(painter, {{10.0, 30.0, 30.0, 30.0}, m_numberFont, m_numberText});
-    drawText(painter, {{30.0, 26.0, 30.0, 30.0}, m_numberEndingFont, m_numberEndingText});
-    drawText(painter, {{2.0, 0.0, 50.0, 45.0}, m_pressureFont, m_pressureText});
-    drawText(painter, {{45.0, 19.0, 30.0, 20.0}, m_kPaFont, u"kPa"_s});
-    drawText(painter, {{0.0, 5.0, 70.0, 20.0}, m_kPaFont, m_dateString});
+    drawText(painter, {10.0, 30.0, 30.0, 30.0}, m_numberFont, m_numberText);
+    drawText(painter, {30.0, 26.0, 30.0, 30.0}, m_numberEndingFont, m_numberEndingText);
+    drawText(painter, {2.0, 0.0, 50.0, 45.0}, m_pressureFont, m_pressureText);
+    drawText(painter, {45.0, 19.0, 30.0, 20.0}, m_kPaFont, u"kPa"_s);
+    drawText(painter, {0.0, 5.0, 70.0, 20.0}, m_kPaFont, m_dateString);
 }
 
 void HistorySlice::mousePressEvent(QMouseEvent* event)
@@ -165,19 +166,20 @@ void HistorySlice::toggle()
         m_measurement->isCounted.setValue(!m_measurement->isCounted.value());
 }
 
-void HistorySlice::drawText(QPainter& painter, Text const& text) const
+void HistorySlice::drawText(
+    QPainter& painter, QRectF rect, QFont const& textFont, QString const& text) const
 {
     // 100.0 is a little wider than its rectangle.
-    double const textWidth = QFontMetricsF(text.font).horizontalAdvance(text.text);
-    double const room = text.rect.right() - std::max(text.rect.left(), leastMargin);
+    double const textWidth = QFontMetricsF(textFont).horizontalAdvance(text);
+    double const room = rect.right() - std::max(rect.left(), leastMargin);
     double const squeeze = std::min(1.0, room / textWidth);
     double const baseline
-        = designFrame(*this).height() - text.rect.bottom() + ascent * text.font.pixelSize();
+        = designFrame(*this).height() - rect.bottom() + ascent * textFont.pixelSize();
     painter.save();
-    painter.setFont(text.font);
-    painter.translate(text.rect.right() - textWidth * squeeze, baseline);
+    painter.setFont(textFont);
+    painter.translate(rect.right() - textWidth * squeeze, baseline);
     painter.scale(squeeze, 1.0);
-    painter.drawText(QPointF(0.0, 0.0), text.text);
+    painter.drawText(QPointF(0.0, 0.0), text);
     painter.restore();
 }
 

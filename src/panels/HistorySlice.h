@@ -44,19 +44,13 @@ protected:
     void contextMenuEvent(QContextMenuEvent* event) override;
 
 private:
-    struct Text {
-        QRectF rect;
-        QFont const& font;
-        QString const& text;
-    };
-
     // Sizes are design units.
     QFont boldFont(int size) const;
     bool isSelectable() const;
     void showSelectable();
     void toggle();
     void observe();
-    void drawText(QPainter& painter, Text const& text) const;
+    void drawText(QPainter& painter, QRectF rect, QFont const& textFont, QString const& text) const;
     void drawCircle(QPainter& painter) const;
     void drawOutline(QPainter& painter) const;
 

@@ -132,11 +132,6 @@ QRect wholePixels(QRectF rect)
     return {topLeft, QSize(end.x() - topLeft.x(), end.y() - topLeft.y())};
 }
 
-QRectF flipped(QRectF frame, double parentHeight)
-{
-    return {frame.x(), parentHeight - frame.y() - frame.height(), frame.width(), frame.height()};
-}
-
 QTransform designToSurface(QSizeF designSize, QSizeF surfaceSize)
 {
     return QTransform::fromScale(1.0, -1.0) * QTransform::fromTranslate(0.0, designSize.height())

@@ -39,9 +39,6 @@ void scaleLayouts(QWidget& window, double scale);
 // borders equally wide.
 QRect wholePixels(QRectF rect);
 
-// The same rectangle with y growing the other way in a parent of that height.
-QRectF flipped(QRectF frame, double parentHeight);
-
 // Maps design units with y growing upwards onto a surface of the given size.
 QTransform designToSurface(QSizeF designSize, QSizeF surfaceSize);
 
