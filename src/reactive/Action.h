@@ -18,7 +18,7 @@ public:
     using Factory = std::function<SignalProducer<T, E>(Input const&)>;
 
     explicit Action(Factory factory)
-        : m_state(std::make_shared<State>(std::move(factory)))
+        : m_state(std::make_shared<State>(State {std::move(factory)}))
     {
     }
 
@@ -71,13 +71,9 @@ public:
 
 private:
     struct State {
-        explicit State(Factory theFactory)
-            : factory(std::move(theFactory))
-        {
-        }
         Factory factory;
         bool isExecuting = false;
-        Listeners<Event<T, E> const&, bool const&> listeners;
+        Listeners<Event<T, E> const&, bool const&> listeners {};
     };
     std::shared_ptr<State> m_state;
 };
