@@ -64,8 +64,7 @@ void SerialPortManager::open(std::shared_ptr<SerialPort> port)
 
 void SerialPortManager::disconnect()
 {
-    if (m_observer)
-        m_observer->sendCompleted();
+    m_observer.sendCompleted();
     if (auto const port = std::exchange(m_serialPort, nullptr)) {
         // Later events of this port must not reach the subscriber of the next connection.
         port->setDelegate(nullptr);
@@ -76,8 +75,7 @@ void SerialPortManager::disconnect()
 void SerialPortManager::serialPortWasOpened()
 {
     isSimulated.setValue(m_serialPort && m_serialPort->isVirtual());
-    if (m_observer)
-        m_observer->sendValue(Nothing {});
+    m_observer.sendValue(Nothing {});
 }
 
 void SerialPortManager::serialPortDidReceiveData(std::string_view bytes)
@@ -88,14 +86,12 @@ void SerialPortManager::serialPortDidReceiveData(std::string_view bytes)
 
 void SerialPortManager::serialPortDidEncounterError(ErrorRef error)
 {
-    if (m_observer)
-        m_observer->sendFailed(std::move(error));
+    m_observer.sendFailed(std::move(error));
 }
 
 void SerialPortManager::serialPortWasClosed()
 {
-    if (m_observer)
-        m_observer->sendInterrupted();
+    m_observer.sendInterrupted();
 }
 
 } // namespace tensio

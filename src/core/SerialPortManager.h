@@ -5,7 +5,6 @@
 #include "reactive/SignalProducer.h"
 
 #include <memory>
-#include <optional>
 
 namespace tensio {
 
@@ -41,7 +40,8 @@ private:
 
     SerialPortList& m_serialPortList;
     std::shared_ptr<SerialPort> m_serialPort;
-    std::optional<Observer<Nothing, ErrorRef>> m_observer;
+    // Of the latest connect().
+    Observer<Nothing, ErrorRef> m_observer {[](auto const&) {}};
 };
 
 } // namespace tensio
