@@ -3,6 +3,7 @@
 #include "core/NumberText.h"
 #include "core/Utf8.h"
 
+#include <algorithm>
 #include <optional>
 #include <string>
 
@@ -12,13 +13,11 @@ namespace {
 
 std::optional<float> readField(std::u32string_view characters)
 {
-    std::string ascii;
-    for (auto const character : characters) {
-        if (character >= 0x80)
-            return std::nullopt;
-        ascii += static_cast<char>(character);
-    }
-    return readNumber(ascii);
+    std::string text;
+    // What is not ASCII becomes a byte of no number.
+    for (auto const character : characters)
+        text += static_cast<char>(std::min<char32_t>(character, 0x80));
+    return readNumber(text);
 }
 
 std::optional<float> readRecord(std::u32string_view record)

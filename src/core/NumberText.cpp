@@ -27,14 +27,12 @@ std::string withPointOfLocale(std::string_view text)
     return result;
 }
 
-// Enough for any double in fixed notation.
-using Buffer = std::array<char, 512>;
-
 } // namespace
 
 std::string formatFixed(float value, int decimals)
 {
-    Buffer text {};
+    // Enough for any float.
+    std::array<char, 512> text {};
     auto const result = std::to_chars(
         text.data(), text.data() + text.size(), value, std::chars_format::fixed, decimals);
     return {text.data(), result.ptr};
