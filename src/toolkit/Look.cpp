@@ -3,14 +3,16 @@
 #include "toolkit/Accessible.h"
 #include "toolkit/Colors.h"
 #include "toolkit/MessageBoxes.h"
+#include "toolkit/OnEvent.h"
 #include "toolkit/StyleSheet.h"
-#include "toolkit/WaylandWindowSizes.h"
 
 #include <QApplication>
 #include <QFont>
 #include <QIcon>
 #include <QPalette>
 #include <QStyleFactory>
+#include <QWidget>
+#include <QWindow>
 
 using namespace Qt::StringLiterals;
 
@@ -39,6 +41,18 @@ void setLightPalette()
     QApplication::setPalette(palette);
 }
 
+// Lets every window take the size that a Wayland compositor gives it, also one above the maximum of
+// its widget: the title bars that Qt draws offer to maximize even a window of a fixed size, and
+// some compositors kill a client that ignores the size.
+void takeSizesOfCompositor(QObject& application)
+{
+    // By then Qt has given the window the limits of its widget.
+    onEvent(application, {QEvent::Expose}, application, [](QObject& receiver) {
+        if (auto* window = qobject_cast<QWindow*>(&receiver))
+            window->setMaximumSize(QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX));
+    });
+}
+
 } // namespace
 
 void applyLook(QApplication& application)
@@ -54,7 +68,7 @@ void applyLook(QApplication& application)
     QApplication::setFont(font);
     layOutMessageBoxes(application);
     if (QGuiApplication::platformName().startsWith(u"wayland"_s))
-        takeSizesOfCompositor(application, application);
+        takeSizesOfCompositor(application);
     // A style sheet would make the placeholder too pale to read.
     QPalette fields;
     fields.setColor(QPalette::Text, colors::text);
