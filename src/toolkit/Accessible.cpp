@@ -81,9 +81,9 @@ public:
             widget(), [described] { described->performAccessibleAction(); }, Qt::QueuedConnection);
     }
 
-    QVariant currentValue() const override { return value().value_or(Accessible::Value()).current; }
-    QVariant minimumValue() const override { return value().value_or(Accessible::Value()).minimum; }
-    QVariant maximumValue() const override { return value().value_or(Accessible::Value()).maximum; }
+    QVariant currentValue() const override { return value()->current; }
+    QVariant minimumValue() const override { return value()->minimum; }
+    QVariant maximumValue() const override { return value()->maximum; }
     QVariant minimumStepSize() const override { return {}; }
     void setCurrentValue(QVariant const& /*value*/) override { }
 
@@ -147,7 +147,9 @@ void announcePolitely(QWidget& widget, [[maybe_unused]] QString const& message)
 void setNameFromTemplate(QWidget& widget, QString const& shown)
 {
     auto const spoken = widget.property("accessibleNameTemplate").toString();
-    setAccessibleNameIfChanged(widget, spoken.isEmpty() ? shown : spoken.arg(shown).trimmed());
+    auto const name = spoken.isEmpty() ? shown : spoken.arg(shown).trimmed();
+    if (widget.accessibleName() != name)
+        widget.setAccessibleName(name);
 }
 
 void setLabelText(QLabel& label, QString const& text)
@@ -164,12 +166,6 @@ void setLabelText(QLabel& label, std::string const& text)
 void setAccessibleRole(QWidget& widget, QAccessible::Role role)
 {
     widget.setProperty(roleProperty, static_cast<int>(role));
-}
-
-void setAccessibleNameIfChanged(QWidget& widget, QString const& name)
-{
-    if (widget.accessibleName() != name)
-        widget.setAccessibleName(name);
 }
 
 void setAccessibleDescriptionIfChanged(QWidget& widget, QString const& description)

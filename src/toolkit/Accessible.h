@@ -58,8 +58,7 @@ void setLabelText(QLabel& label, std::string const& text); // UTF-8.
 // Called before the other functions.
 void setAccessibleRole(QWidget& widget, QAccessible::Role role);
 
-// As the widget's own setters, but without a notification when nothing changes.
-void setAccessibleNameIfChanged(QWidget& widget, QString const& name);
+// As the widget's own setter, but without a notification when nothing changes.
 void setAccessibleDescriptionIfChanged(QWidget& widget, QString const& description);
 
 } // namespace tensio

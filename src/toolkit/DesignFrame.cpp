@@ -101,12 +101,10 @@ double scaleOfContent(QWidget const& window)
 
 void scaleDesign(QWidget& root, double scale)
 {
-    auto const frame = designFrame(root);
-    if (!root.property(frameProperty).isValid())
-        root.setProperty(frameProperty, frame);
-    bool const isUnchanged = root.property(scaleProperty).isValid() && scaleOf(root) == scale;
-    if (isUnchanged)
+    if (root.property(scaleProperty) == scale)
         return;
+    auto const frame = designFrame(root);
+    root.setProperty(frameProperty, frame);
     root.setProperty(scaleProperty, scale);
     root.resize(scaled(frame, scale).size());
     root.setStyleSheet(styleSheet(scale));
