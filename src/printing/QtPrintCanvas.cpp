@@ -8,7 +8,6 @@
 #include <QPainter>
 #include <QPainterPath>
 
-#include <algorithm>
 #include <array>
 
 using namespace Qt::StringLiterals;
@@ -41,17 +40,12 @@ QColor colorOf(Ink ink)
     return inks.at(static_cast<std::size_t>(ink));
 }
 
-double startOf(TextAlignment alignment, double room)
+// The part of the free room that lies before a text.
+double shareBefore(TextAlignment alignment)
 {
-    switch (alignment) {
-    case TextAlignment::Left:
-        return 0.0;
-    case TextAlignment::Centre:
-        return room / 2.0;
-    case TextAlignment::Right:
-        break;
-    }
-    return room;
+    // In the order of TextAlignment.
+    static constexpr std::array shares {0.0, 0.5, 1.0};
+    return shares.at(static_cast<std::size_t>(alignment));
 }
 
 } // namespace
@@ -75,7 +69,7 @@ void QtPrintCanvas::drawText(PrintRect rect, TextStyle style, std::string const&
     m_painter->save();
     m_painter->setPen(colorOf(style.ink));
     m_painter->setFont(font);
-    m_painter->translate(rect.x + startOf(style.alignment, room), baseline);
+    m_painter->translate(rect.x + shareBefore(style.alignment) * room, baseline);
     m_painter->scale(scale * squeeze, scale);
     m_painter->drawText(QPointF(0.0, 0.0), string);
     // Qt thickens the glyphs of a typeface that has no bold face in PDF files, not in a preview.

@@ -2,7 +2,6 @@
 
 #include "platform/PrintCanvas.h"
 
-class QFont;
 class QPainter;
 
 namespace tensio {
