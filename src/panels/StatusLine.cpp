@@ -14,15 +14,6 @@ using namespace Qt::StringLiterals;
 
 namespace tensio {
 
-namespace {
-
-QString savedText(QFileInfo const& file)
-{
-    return u"保存しました：%1/%2"_s.arg(file.dir().dirName(), file.fileName());
-}
-
-} // namespace
-
 StatusLine::StatusLine(StatusViewModel& status, QLabel& hint, QLabel& count, QPushButton& saved)
     : m_status(status)
     , m_hint(hint)
@@ -51,9 +42,10 @@ void StatusLine::showSavedPath(std::string const& path)
     m_saved.setVisible(isSaved);
     if (!isSaved)
         return;
-    auto const shownPath = QDir::toNativeSeparators(QString::fromStdString(path));
+    QFileInfo const file(QString::fromStdString(path));
+    auto const shownPath = QDir::toNativeSeparators(file.filePath());
     m_saved.setToolTip(shownPath + u"\nクリックするとフォルダーを開きます"_s);
-    m_saved.setAccessibleName(savedText(QFileInfo(shownPath)));
+    m_saved.setAccessibleName(u"保存しました：%1/%2"_s.arg(file.dir().dirName(), file.fileName()));
     m_saved.setAccessibleDescription(u"フォルダーを開きます"_s);
     elideSavedText();
     announcePolitely(m_saved, m_saved.accessibleName());
