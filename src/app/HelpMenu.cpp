@@ -1,10 +1,13 @@
 #include "app/HelpMenu.h"
 
-#include "app/AboutWindow.h"
 #include "guide/ConnectionCheckWindow.h"
 #include "guide/HelpWindow.h"
+#include "toolkit/DesignFrame.h"
 #include "toolkit/OpenDialog.h"
+#include "toolkit/WindowSize.h"
+#include "ui_About.h"
 
+#include <QCoreApplication>
 #include <QMainWindow>
 #include <QMenuBar>
 
@@ -13,6 +16,29 @@
 using namespace Qt::StringLiterals;
 
 namespace tensio {
+
+namespace {
+
+// What the program is, its version, and the licences of what it is made of.
+QDialog* makeAboutWindow(QWidget& parent)
+{
+    auto* window = new QDialog(&parent);
+    Ui::About ui;
+    ui.setupUi(window);
+    auto const scale
+        = dialogScale(window->sizeHint(), scaleOfContent(parent), availableSize(parent));
+    scaleLayouts(*window, scale);
+    auto const iconSize = ui.iconView->minimumSize() * scale;
+    ui.iconView->setFixedSize(iconSize);
+    ui.iconView->setPixmap(QIcon(u":/tensio.svg"_s).pixmap(iconSize, window->devicePixelRatioF()));
+    ui.versionLabel->setText(ui.versionLabel->text().arg(
+        QCoreApplication::applicationVersion(), QString::fromLatin1(qVersion())));
+    ui.closeButton->setFocus();
+    QObject::connect(ui.closeButton, &QAbstractButton::clicked, window, &QDialog::accept);
+    return window;
+}
+
+} // namespace
 
 void addHelpMenu(QMainWindow& window, PortInspector& ports)
 {
