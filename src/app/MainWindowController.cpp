@@ -58,7 +58,7 @@ void MainWindowController::fitToDesign()
     QSize const design(static_cast<int>(TensioViewController::width),
         static_cast<int>(TensioViewController::height));
     auto const available = m_window.screen()->availableGeometry();
-    auto const size = openingSize(design, available.size(), assumedFrame, menuHeight);
+    auto const size = openingSize(design, available.size(), menuHeight);
     m_window.setMinimumSize((design / 2 + QSize(0, menuHeight)).boundedTo(size));
     m_window.resize(size);
     QRect frame({}, size.grownBy(assumedFrame));

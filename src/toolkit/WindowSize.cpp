@@ -9,19 +9,21 @@ namespace tensio {
 
 namespace {
 constexpr double largestShare = 0.8;
-}
 
-double fittingScale(QSize design, QSize available, QMargins frame, int menuHeight)
+// May be larger than is pleasant.
+double fittingScale(QSize design, QSize available, int menuHeight)
 {
-    auto const room = available.shrunkBy(frame).shrunkBy(QMargins(0, menuHeight, 0, 0));
+    auto const room = available.shrunkBy(assumedFrame).shrunkBy(QMargins(0, menuHeight, 0, 0));
     return std::min(static_cast<double>(room.width()) / design.width(),
         static_cast<double>(room.height()) / design.height());
 }
 
-QSize openingSize(QSize design, QSize available, QMargins frame, int menuHeight)
+} // namespace
+
+QSize openingSize(QSize design, QSize available, int menuHeight)
 {
-    double const fitting = fittingScale(design, available, frame, menuHeight);
-    double const pleasant = fittingScale(design, available * largestShare, frame, menuHeight);
+    double const fitting = fittingScale(design, available, menuHeight);
+    double const pleasant = fittingScale(design, available * largestShare, menuHeight);
     double const scale = std::min(fitting, std::max(1.0, pleasant));
     // Rounded down, since a pixel more would not fit.
     return {static_cast<int>(design.width() * scale),
@@ -30,7 +32,7 @@ QSize openingSize(QSize design, QSize available, QMargins frame, int menuHeight)
 
 double dialogScale(QSize design, double openerScale, QSize available)
 {
-    return std::min(std::max(openerScale, 1.0), fittingScale(design, available, assumedFrame, 0));
+    return std::min(std::max(openerScale, 1.0), fittingScale(design, available, 0));
 }
 
 QSize availableSize(QWidget const& window)

@@ -10,12 +10,9 @@ namespace tensio {
 // What a title bar and borders take where they are not known before a window is shown.
 constexpr QMargins assumedFrame {4, 38, 4, 4};
 
-// The scale at which a design fills the screen below any menu bar; may be larger than is pleasant.
-double fittingScale(QSize design, QSize available, QMargins frame, int menuHeight);
-
 // The size at which a window opens on the design: as designed or smaller where the screen is small,
 // up to 80 % of a large screen. With the menu bar, without the frame.
-QSize openingSize(QSize design, QSize available, QMargins frame, int menuHeight);
+QSize openingSize(QSize design, QSize available, int menuHeight);
 
 // The scale of a dialog that needs that much room: as large as the window it belongs to, but
 // neither too small to read nor larger than the screen.

@@ -11,7 +11,7 @@ TEST(WindowSize, FitsEveryScreen)
         {{1024, 768}, {1016, 704}}, {{1280, 720}, {976, 678}}, {{1920, 1080}, {1193, 821}},
         {{3840, 2160}, {2491, 1686}}};
     for (auto const& [screen, opening] : rows)
-        EXPECT_EQ(openingSize({1040, 692}, screen, assumedFrame, 28), opening);
+        EXPECT_EQ(openingSize({1040, 692}, screen, 28), opening);
     for (auto const& [opener, width, scale] :
         {std::tuple {0.5, 1000, 1.0}, {1.5, 2000, 1.5}, {1.5, 508, 1.0}, {1.5, 258, 0.5}})
         EXPECT_EQ(dialogScale({500, 100}, opener, {width, 2000}), scale);
