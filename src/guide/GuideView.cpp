@@ -69,10 +69,7 @@ void formatBlocks(QTextDocument& document, double scale)
 
 void ruleTables(QTextDocument& document, double scale)
 {
-    for (auto* frame : document.rootFrame()->childFrames()) {
-        auto* table = qobject_cast<QTextTable*>(frame);
-        if (!table)
-            continue;
+    for (auto* table : document.findChildren<QTextTable*>()) {
         auto format = table->format();
         format.setBorder(scale);
         format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
