@@ -51,8 +51,7 @@ bool AppDelegate::validateMenuItem(Command command) const
 
 void AppDelegate::saveAsPdf(ReportKind kind)
 {
-    auto const view = makeReport(kind, m_tensioManager);
-    m_tensioManager.saveViewAsPdf(*view);
+    m_tensioManager.saveViewAsPdf(*makeReport(kind, m_tensioManager));
 }
 
 void AppDelegate::print(ReportKind kind)

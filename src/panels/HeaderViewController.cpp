@@ -27,7 +27,9 @@ void HeaderViewController::viewDidLoad()
 {
     // The first date shown is the current time, not that of the last tick.
     m_tensioManager.updateTime();
-    m_subscriptions += m_headerViewModel.dateTime.observe([this](Date date) { showDate(date); });
+    m_subscriptions += m_headerViewModel.dateTime.observe([this](Date date) {
+        setLabelText(*m_ui->dateTimeLabel, formatLocalTime(date, "%Y/%m/%d %H:%M:%S"));
+    });
     m_subscriptions += m_headerViewModel.username.observe(
         [this](std::string const& name) { setLabelText(*m_ui->nameLabel, name); });
     m_subscriptions
@@ -46,11 +48,6 @@ void HeaderViewController::showCanSave(bool canSave)
         button->setEnabled(canSave);
         button->setToolTip(canSave ? QString() : reason);
     }
-}
-
-void HeaderViewController::showDate(Date date)
-{
-    setLabelText(*m_ui->dateTimeLabel, formatLocalTime(date, "%Y/%m/%d %H:%M:%S"));
 }
 
 } // namespace tensio

@@ -28,7 +28,6 @@ public:
 private:
     void viewDidLoad();
     void showCanSave(bool canSave);
-    void showDate(Date date);
 
     TensioManager& m_tensioManager;
     std::unique_ptr<Ui::Header> m_ui;
