@@ -122,10 +122,6 @@ void InfoControlsViewController::start()
 void InfoControlsViewController::openUserInfo()
 {
     m_userInfo = std::make_unique<UserInfoViewController>(m_tensioManager, m_view);
-    // Queued: the dialog still runs when it reports that it has closed.
-    connect(
-        m_userInfo.get(), &UserInfoViewController::closed, m_userInfo.get(),
-        [this] { m_userInfo.reset(); }, Qt::QueuedConnection);
     m_userInfo->show();
 }
 

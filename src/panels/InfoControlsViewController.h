@@ -52,7 +52,7 @@ private:
     std::unique_ptr<Ui::InfoControls> m_ui;
     InfoControlsViewModel m_viewModel;
     CocoaAction m_cocoaActionStart;
-    // While the dialog is open.
+    // Of the dialog opened last.
     std::unique_ptr<UserInfoViewController> m_userInfo;
     Subscriptions m_subscriptions;
 };

@@ -212,7 +212,6 @@ void UserInfoViewController::didClose(int result)
     // Readings must not be recorded under the name of the last subject.
     if (result == QDialog::Rejected && m_tensioManager.connectAction.isExecuting())
         m_tensioManager.disconnectAction.apply(Nothing {});
-    Q_EMIT closed();
 }
 
 } // namespace tensio

@@ -32,9 +32,6 @@ public:
 
     void show();
 
-Q_SIGNALS:
-    void closed();
-
 private:
     void viewDidLoad();
     void connectActions();
