@@ -25,13 +25,13 @@ struct FakeSerialPort : SerialPort {
     void setBaudRate(int rate) override { calls.push_back("baud rate " + std::to_string(rate)); }
     void setParity(Parity parity) override
     {
-        calls.push_back(parity == Parity::None ? "no parity" : "parity");
+        calls.emplace_back(parity == Parity::None ? "no parity" : "parity");
     }
     void setNumberOfStopBits(int n) override { calls.push_back("stop bits " + std::to_string(n)); }
     void open() override { calls.emplace_back("open"); }
     void close() override { calls.emplace_back("close"); }
 
-    void playLoss()
+    void playLoss() const
     {
         // As the real port does: first the device goes, then its port.
         auto* const listener = delegate;

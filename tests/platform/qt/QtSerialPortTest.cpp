@@ -28,7 +28,6 @@ using Texts = std::vector<std::string>;
 struct PluggedIn {
     QString portName() const { return name; }
     quint16 vendorIdentifier() const { return vendor; }
-    quint16 productIdentifier() const { return 0x10c4; }
     char const* name;
     quint16 vendor;
 };
@@ -55,6 +54,7 @@ struct Line
         port->setDelegate(this);
         QCoreApplication::instance()->installEventFilter(this);
     }
+    Q_DISABLE_COPY_MOVE(Line)
     ~Line() override { ::close(watch.fd); }
 
     bool eventFilter(QObject* watched, QEvent* event) override
