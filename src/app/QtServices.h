@@ -2,7 +2,6 @@
 
 #include "app/Services.h"
 #include "core/DeviceRecord.h"
-#include "platform/Clock.h"
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/MakeSleepInhibitor.h"
 #include "platform/qt/QtAlerts.h"
@@ -19,10 +18,10 @@ namespace tensio {
 // The real services. Needs a QApplication.
 class QtServices {
 public:
-    // Valid as long as this object.
-    Services services()
+    // Valid as long as this object and the clock.
+    Services services(Clock const& clock)
     {
-        return {m_ports, m_ports, m_runLoop, m_clock, m_userDefaults, m_alerts, m_savePanel,
+        return {m_ports, m_ports, m_runLoop, clock, m_userDefaults, m_alerts, m_savePanel,
             m_fileWriter, m_screen, m_printPanels, m_sessionStore, *m_sleepInhibitor};
     }
 
@@ -33,7 +32,6 @@ private:
     MainQueue m_mainQueue;
     QtRunLoop m_runLoop {m_mainQueue};
     QtSerialPortList m_ports {m_mainQueue, tonguePressureDevice};
-    SystemClock m_clock;
     QtUserDefaults m_userDefaults;
     QtAlerts m_alerts {m_mainQueue};
     QtSavePanel m_savePanel {m_mainQueue};

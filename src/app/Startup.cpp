@@ -38,12 +38,12 @@ void leaveOutWarningsOfPageSetup()
 
 } // namespace
 
-std::unique_ptr<StartedProgram> startProgram(QApplication& application)
+std::unique_ptr<StartedProgram> startProgram(QApplication& application, Clock const& clock)
 {
     leaveOutWarningsOfPageSetup();
     identifyProgram(application);
     applyLook(application);
-    auto program = std::make_unique<StartedProgram>();
+    std::unique_ptr<StartedProgram> program(new StartedProgram {clock});
     auto& window = program->application.window();
     program->services.setMainWindow(window);
     window.show();

@@ -5,6 +5,7 @@
 int main(int argc, char** argv)
 {
     QApplication qtApplication(argc, argv);
-    auto const program = tensio::startProgram(qtApplication);
+    tensio::SystemClock const clock;
+    auto const program = tensio::startProgram(qtApplication, clock);
     return QApplication::exec();
 }

@@ -10,8 +10,6 @@
 
 using namespace Qt::StringLiterals;
 
-using namespace Qt::StringLiterals;
-
 namespace tensio {
 
 namespace {

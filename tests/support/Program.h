@@ -21,6 +21,7 @@ class Program {
 public:
     RuntimeFolder folder;
     std::unique_ptr<Terminal> terminal;
+    SystemClock clock;
     std::unique_ptr<StartedProgram> started;
     QStringList alerts;
 
@@ -29,7 +30,7 @@ public:
         QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
         qputenv("XDG_DATA_HOME", QFile::encodeName(folder.path()));
         plugIn();
-        started = startProgram(*qApp);
+        started = startProgram(*qApp, clock);
         QObject::connect(&m_user, &QTimer::timeout, [this] {
             if (auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget())) {
                 alerts << box->text();

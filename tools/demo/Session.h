@@ -1,26 +1,44 @@
 #pragma once
 
+#include "app/Startup.h"
 #include "demo/Stage.h"
-#include "output/Reports.h"
+#include "platform/Clock.h"
 
 #include <QProcess>
 #include <QTemporaryDir>
 
+#include <memory>
+#include <optional>
+
 namespace tensio {
 
-class Application;
 class LatencyMeter;
 
-// One session as a clinician would run it, with the simulated device on a real terminal.
+// Runs as the system's clock does, from ten o'clock of a fixed day.
+class DemoClock : public Clock {
+public:
+    Date now() const override { return std::chrono::system_clock::now() + m_ahead; }
+    void goToNextDay() { m_ahead += std::chrono::hours(24); }
+
+private:
+    static Date beginning();
+
+    Date::duration m_ahead = beginning() - std::chrono::system_clock::now();
+};
+
+// Two sessions on two days as a clinician would run them, with the simulated device on a real
+// terminal; what comes of them is looked at, backed up, and restored for another user.
 class Session {
 public:
     // The graph shows that many hours of earlier pressing, to see whether age slows it down.
-    Session(Application& application, LatencyMeter& meter, QString const& folder, int pastHours);
+    Session(LatencyMeter& meter, QString folder, int pastHours);
 
     // Throws DemoFailure when something does not go as it should.
     void play();
 
 private:
+    // The program again, with the stored sessions of this user, not of the one at the machine.
+    void start(QString const& user);
     void refuseWithoutDevice();
     void plugIn(QStringList const& options);
     void addPast() const;
@@ -28,21 +46,25 @@ private:
     void waitForTarget() const;
     void waitForMeasurements(std::size_t count) const;
     void finish();
-    void select();
     void save();
     void lookAtMenus();
     void printReports();
-    void drawPage(ReportKind kind, QString const& pictureName);
     void loseDevice();
-    void lookAtPastSessions();
+    void openList() const;
+    void openFirstSession();
+    void showCourse();
+    void moveToAnotherUser();
     void report() const;
+    TensioManager& manager() const { return m_program->application.tensioManager(); }
 
-    Application& m_application;
     LatencyMeter& m_meter;
-    Stage m_stage;
+    QString m_folder;
     int m_pastHours;
     QTemporaryDir m_temporary;
     QProcess m_simulator;
+    DemoClock m_clock;
+    std::unique_ptr<StartedProgram> m_program;
+    std::optional<Stage> m_stage;
 };
 
 } // namespace tensio

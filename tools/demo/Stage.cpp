@@ -15,9 +15,12 @@
 #include <QPushButton>
 #include <QTest>
 #include <QTimer>
+#include <QWindow>
 
 #include <algorithm>
 #include <cstdio>
+
+using namespace Qt::StringLiterals;
 
 namespace tensio {
 
@@ -30,13 +33,17 @@ constexpr int patienceMilliseconds = 60'000;
     throw DemoFailure(text.toStdString());
 }
 
-// A dialog stands above the window that opened it.
-int windowsBelow(QWidget const* window)
+QWidget& find(QString const& name)
 {
-    int count = 0;
-    for (auto const* below = window->parentWidget(); below; below = below->parentWidget())
-        count += below->isWindow() ? 1 : 0;
-    return count;
+    // The one in front first: others may have a button of this name.
+    QWidgetList windows {QApplication::activeModalWidget()};
+    windows << QApplication::topLevelWidgets();
+    for (auto* window : windows) {
+        auto* widget = window ? window->findChild<QWidget*>(name) : nullptr;
+        if (widget && window->isVisible())
+            return *widget;
+    }
+    fail(u"no such control on screen: "_s + name);
 }
 
 QMessageBox* alertOnScreen()
@@ -46,11 +53,32 @@ QMessageBox* alertOnScreen()
 
 } // namespace
 
+void click(QString const& name)
+{
+    QTest::mouseClick(&find(name), Qt::LeftButton);
+}
+
+void type(QString const& name, QString const& text)
+{
+    auto& input = dynamic_cast<QLineEdit&>(find(name));
+    input.setFocus();
+    input.selectAll();
+    // Japanese comes through an input method, not through keys.
+    QInputMethodEvent event;
+    event.setCommitString(text);
+    QApplication::sendEvent(&input, &event);
+}
+
+void press(QString const& name, Qt::Key key, Qt::KeyboardModifiers modifiers)
+{
+    QTest::keyClick(&find(name), key, modifiers);
+}
+
 Stage::Stage(QMainWindow& window, QString const& folder)
     : m_window(window)
     , m_folder(folder)
 {
-    m_folder.mkpath(QStringLiteral("."));
+    m_folder.mkpath(u"."_s);
     auto const content = QSizeF(TensioViewController::width, TensioViewController::height).toSize();
     // The height of the menu bar follows the scale of the content.
     constexpr int passes = 2;
@@ -62,7 +90,7 @@ Stage::Stage(QMainWindow& window, QString const& folder)
     auto* watch = new QTimer(&m_window);
     QObject::connect(watch, &QTimer::timeout, &m_window, [this] {
         answerAlert();
-        answerSavePanel();
+        answerFilePanel();
     });
     watch->start(200);
 }
@@ -73,44 +101,21 @@ void Stage::waitUntil(QString const& what, std::function<bool()> const& conditio
     timer.start();
     while (!condition()) {
         if (!m_wrongAlert.isEmpty())
-            fail(QStringLiteral("unexpected alert: ") + m_wrongAlert);
+            fail(u"unexpected alert: "_s + m_wrongAlert);
         if (timer.hasExpired(patienceMilliseconds))
-            fail(QStringLiteral("waited in vain for: ") + what);
+            fail(u"waited in vain for: "_s + what);
         QTest::qWait(10);
     }
 }
 
-void Stage::waitFor(int milliseconds) const
-{
-    QTest::qWait(milliseconds);
-}
-
-void Stage::click(QString const& name) const
-{
-    QTest::mouseClick(&find(name), Qt::LeftButton);
-}
-
-void Stage::type(QString const& name, QString const& text) const
-{
-    auto& input = dynamic_cast<QLineEdit&>(find(name));
-    input.setFocus();
-    input.selectAll();
-    // Japanese comes through an input method, not through keys.
-    QInputMethodEvent event;
-    event.setCommitString(text);
-    QApplication::sendEvent(&input, &event);
-}
-
-void Stage::expectAlert(QString const& text, QString const& pictureName)
+void Stage::expectAlert(
+    QString const& text, QString const& pictureName, std::function<void()> const& command)
 {
     m_expectedAlert = text;
     m_alertPicture = pictureName;
-}
-
-void Stage::waitForAlert() const
-{
-    waitUntil(QStringLiteral("the alert ") + m_expectedAlert,
-        [this] { return m_expectedAlert.isEmpty() && !alertOnScreen(); });
+    command();
+    waitUntil(
+        u"the alert "_s + text, [this] { return m_expectedAlert.isEmpty() && !alertOnScreen(); });
 }
 
 void Stage::answerAlert()
@@ -126,76 +131,72 @@ void Stage::answerAlert()
     QTest::mouseClick(alert->buttons().constFirst(), Qt::LeftButton);
 }
 
-void Stage::expectSavePanel(QString const& fileName, QString const& pictureName)
+void Stage::expectFilePanel(QString const& fileName)
 {
-    QFile::remove(m_folder.filePath(fileName));
     m_expectedFile = fileName;
-    m_panelPicture = pictureName;
 }
 
-void Stage::waitForFile(QString const& fileName) const
+void Stage::saveAs(QString const& fileName, std::function<void()> const& command)
 {
-    waitUntil(QStringLiteral("the file ") + fileName, [&] {
+    auto const path = m_folder.filePath(fileName);
+    QFile::remove(path);
+    expectFilePanel(fileName);
+    command();
+    waitUntil(u"the file "_s + fileName, [&] {
         return !qobject_cast<QFileDialog*>(QApplication::activeModalWidget())
-            && QFileInfo(m_folder.filePath(fileName)).size() > 0;
+            && QFileInfo(path).size() > 0;
     });
-    std::printf("  %s\n", qPrintable(m_folder.filePath(fileName)));
+    std::printf("  %s\n", qPrintable(path));
 }
 
-void Stage::answerSavePanel()
+void Stage::answerFilePanel()
 {
     auto* panel = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
     if (!panel || m_expectedFile.isEmpty())
         return;
-    panel->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
-        ->setText(m_folder.absoluteFilePath(m_expectedFile.section(u'.', 0, -2)));
-    takePicture(m_panelPicture);
+    panel->findChild<QLineEdit*>(u"fileNameEdit"_s)
+        ->setText(m_folder.absoluteFilePath(m_expectedFile));
+    takePicture(u"panel-"_s + m_expectedFile);
     m_expectedFile.clear();
     QTest::keyClick(panel, Qt::Key_Return);
 }
 
-QList<QMenu*> Stage::menus() const
-{
-    QList<QMenu*> menus;
-    for (auto const* item : m_window.menuBar()->actions())
-        menus << item->menu();
-    return menus;
-}
-
-void Stage::openMenu(QMenu& menu, QString const& pictureName) const
+void Stage::takePicturesOfMenus(QString const& name) const
 {
     auto const* bar = m_window.menuBar();
-    menu.popup(bar->mapToGlobal(bar->actionGeometry(menu.menuAction()).bottomLeft()));
-    waitFor(100);
-    takePicture(pictureName);
-    menu.close();
+    for (int number = 1; auto* item : bar->actions()) {
+        item->menu()->popup(bar->mapToGlobal(bar->actionGeometry(item).bottomLeft()));
+        QTest::qWait(100);
+        takePicture(name + QString::number(number++));
+        item->menu()->close();
+    }
 }
 
 void Stage::chooseFromMenu(QString const& title) const
 {
-    for (auto const* menu : menus()) {
-        for (auto* item : menu->actions()) {
+    for (auto const* menu : m_window.menuBar()->actions()) {
+        for (auto* item : menu->menu()->actions()) {
             if (item->text() == title && item->isEnabled()) {
                 item->trigger();
                 return;
             }
         }
     }
-    fail(QStringLiteral("no such command enabled: ") + title);
+    fail(u"no such command enabled: "_s + title);
 }
 
 void Stage::takePicture(QString const& name) const
 {
-    // Dialogs may stand out over the edges of the main window.
-    QWidgetList windows {&m_window};
-    auto frame = m_window.geometry();
-    for (auto* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && window != &m_window) {
+    // In the order in which they were opened. Dialogs may stand out over the edges of the main
+    // window.
+    QWidgetList windows;
+    QRect frame;
+    for (auto const* handle : QGuiApplication::topLevelWindows()) {
+        if (auto* window = handle->isVisible() ? QWidget::find(handle->winId()) : nullptr) {
             windows << window;
             frame |= window->geometry();
         }
     }
-    std::ranges::stable_sort(windows, {}, windowsBelow);
     auto const ratio = m_window.devicePixelRatioF();
     QImage picture((QSizeF(frame.size()) * ratio).toSize(), QImage::Format_RGB32);
     picture.setDevicePixelRatio(ratio);
@@ -233,21 +234,11 @@ void Stage::takeNumberedPicture(QString const& name, QStringList const& controls
 
 void Stage::keep(QImage const& picture, QString const& name) const
 {
-    auto const path = m_folder.filePath(name + QStringLiteral(".png"));
+    auto const path = m_folder.filePath(name + u".png"_s);
     // Little compression, since the session waits meanwhile.
     if (!picture.save(path, "PNG", 80))
-        fail(QStringLiteral("cannot write ") + path);
+        fail(u"cannot write "_s + path);
     std::printf("  %s\n", qPrintable(path));
-}
-
-QWidget& Stage::find(QString const& name) const
-{
-    for (auto* window : QApplication::topLevelWidgets()) {
-        auto* widget = window->findChild<QWidget*>(name);
-        if (window->isVisible() && widget)
-            return *widget;
-    }
-    fail(QStringLiteral("no such control on screen: ") + name);
 }
 
 } // namespace tensio

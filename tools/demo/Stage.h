@@ -9,7 +9,6 @@
 
 class QImage;
 class QMainWindow;
-class QMenu;
 class QWidget;
 
 namespace tensio {
@@ -20,34 +19,35 @@ public:
     using std::runtime_error::runtime_error;
 };
 
-// Plays the user of the unattended session: clicks and types on the real window, checks what it
-// shows and answers alerts.
+// A control of this name must be on the screen.
+void click(QString const& name);
+void type(QString const& name, QString const& text);
+void press(QString const& name, Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+
+// Where the unattended session is played: checks what the real window shows, takes pictures of it
+// and answers alerts and file panels.
 class Stage {
 public:
-    // The window takes its design size, which a screen without a display may be too small for.
-    // Pictures go into the folder, which is made where it is missing.
+    // The window takes its design size. Pictures go into the folder, which is made where it is
+    // missing.
     Stage(QMainWindow& window, QString const& folder);
 
     // Runs the event loop until the condition holds; throws DemoFailure when it does not within a
     // minute.
     void waitUntil(QString const& what, std::function<bool()> const& condition) const;
-    void waitFor(int milliseconds) const;
 
-    void click(QString const& name) const;
-    void type(QString const& name, QString const& text) const;
-    // The next alert must say this; it is pictured and answered with its first button.
-    void expectAlert(QString const& text, QString const& pictureName);
-    // Waits until the expected alert has been shown and closed.
-    void waitForAlert() const;
+    // Runs the command, after which an alert must say this; it is pictured and answered with its
+    // first button.
+    void expectAlert(
+        QString const& text, QString const& pictureName, std::function<void()> const& command);
 
-    // The next save panel is pictured and answered with this file of the folder.
-    void expectSavePanel(QString const& fileName, QString const& pictureName);
-    // Waits until the expected panel has closed and the file exists.
-    void waitForFile(QString const& fileName) const;
+    // The next file panel is pictured and answered with this file of the folder.
+    void expectFilePanel(QString const& fileName);
+    // Runs the command, which must save such a file, in place of an old one.
+    void saveAs(QString const& fileName, std::function<void()> const& command);
 
-    // The menus of the menu bar, in their order.
-    QList<QMenu*> menus() const;
-    void openMenu(QMenu& menu, QString const& pictureName) const;
+    // The main window with each menu of the menu bar opened; they are numbered from 1.
+    void takePicturesOfMenus(QString const& name) const;
     // Chooses the item with this title, which must be enabled.
     void chooseFromMenu(QString const& title) const;
 
@@ -55,12 +55,11 @@ public:
     void takePicture(QString const& name) const;
     // The main window with numbers from 1 at the corners of these of its controls, for a manual.
     void takeNumberedPicture(QString const& name, QStringList const& controls) const;
-    void keep(QImage const& picture, QString const& name) const;
 
 private:
+    void keep(QImage const& picture, QString const& name) const;
     void answerAlert();
-    void answerSavePanel();
-    QWidget& find(QString const& name) const;
+    void answerFilePanel();
 
     QMainWindow& m_window;
     QDir m_folder;
@@ -68,7 +67,6 @@ private:
     QString m_alertPicture;
     QString m_wrongAlert;
     QString m_expectedFile;
-    QString m_panelPicture;
 };
 
 } // namespace tensio
