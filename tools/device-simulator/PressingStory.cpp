@@ -19,11 +19,6 @@ std::string deviceRecord(double pressure)
     return (pressure < 0.0 ? "-" : "+") + digits + "\n";
 }
 
-PressingStory::PressingStory(unsigned seed)
-    : m_random(seed)
-{
-}
-
 std::vector<TimedBytes> PressingStory::nextBurst()
 {
     constexpr std::array plateaus {21.0, 36.5, 58.0};

@@ -17,18 +17,16 @@ std::string deviceRecord(double pressure);
 
 // A person pressing, 20 records a second, over and over: a weak press, a press at the target, a
 // strong one, and a short burst of only zero and negative readings; silences of more than 2 s
-// between them. The same seed gives the same sequence.
+// between them; always the same sequence.
 class PressingStory {
 public:
-    explicit PressingStory(unsigned seed);
-
     std::vector<TimedBytes> nextBurst();
 
 private:
     void press(std::vector<TimedBytes>& burst, double plateau, double seconds);
     void rest(std::vector<TimedBytes>& burst);
 
-    std::mt19937 m_random;
+    std::mt19937 m_random {1};
     unsigned m_burst = 0;
 };
 

@@ -5,6 +5,8 @@
 #include <cmath>
 #include <utility>
 
+using namespace Qt::StringLiterals;
+
 namespace tensio {
 
 namespace {
@@ -23,8 +25,7 @@ double secondsNow()
 
 Simulator::Simulator(SimulatorOptions options)
     : m_options(std::move(options))
-    , m_terminal(std::make_unique<Terminal>(m_options.portName))
-    , m_random(m_options.seed)
+    , m_terminal(std::make_unique<Terminal>(u"SLAB_USBtoUART-simulator"_s))
     , m_stamps(m_options.stampsFile)
 {
     if (!m_options.stampsFile.isEmpty())
@@ -51,7 +52,7 @@ void Simulator::watchReader()
 
 void Simulator::begin()
 {
-    m_story.emplace(m_options.seed);
+    m_story = {};
     m_ahead.assign(m_options.recordedStream.begin(), m_options.recordedStream.end());
     m_due = secondsNow();
     if (m_options.pullAfterSeconds)
@@ -69,7 +70,7 @@ void Simulator::scheduleNext()
             return;
         }
         auto const& recorded = m_options.recordedStream;
-        auto const more = recorded.empty() ? m_story->nextBurst() : recorded;
+        auto const more = recorded.empty() ? m_story.nextBurst() : recorded;
         m_ahead.assign(more.begin(), more.end());
     }
     // From the due time of the write before, not from its actual time, so that the device's clock

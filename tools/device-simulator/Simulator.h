@@ -15,7 +15,6 @@
 namespace tensio {
 
 struct SimulatorOptions {
-    QString portName;
     // Played instead of the pressing person when not empty.
     std::vector<TimedBytes> recordedStream;
     bool playsOnce = false;
@@ -23,7 +22,6 @@ struct SimulatorOptions {
     double noiseProbability = 0.0;
     std::optional<double> pullAfterSeconds;
     QString stampsFile;
-    unsigned seed = 1;
 };
 
 // Plays the device on a terminal: waits for a reader, then writes its records in time, from the
@@ -47,7 +45,7 @@ private:
 
     SimulatorOptions m_options;
     std::unique_ptr<Terminal> m_terminal;
-    std::optional<PressingStory> m_story;
+    PressingStory m_story;
     std::deque<TimedBytes> m_ahead;
     std::mt19937 m_random;
     QFile m_stamps;

@@ -1,81 +1,68 @@
 #include "device-simulator/RecordedStream.h"
 #include "device-simulator/Simulator.h"
+#include "platform/qt/ProcessEnd.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 
-#include <csignal>
 #include <cstdio>
 #include <fstream>
 #include <stdexcept>
 
-namespace {
+using namespace Qt::StringLiterals;
 
-volatile std::sig_atomic_t mustStop = 0;
+namespace {
 
 void describeOptions(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(
-        QStringLiteral("Plays a tongue-pressure device on a pseudo-terminal and publishes it as a "
-                       "virtual port.\n\n"
-                       "A recorded stream has a line a write: \"MILLISECONDS BYTES\", the pause "
-                       "since the write before and what was\n"
-                       "written, with \\n \\r \\t \\0 \\\\ \\xHH for what does not print. Lines "
-                       "that begin with # do not count."));
+        u"Plays a tongue-pressure device on a pseudo-terminal and publishes it as a virtual "
+        "port.\n\nA recorded stream has a line a write: \"MILLISECONDS BYTES\", the pause since "
+        "the write before and what was\nwritten, with \\n \\r \\t \\0 \\\\ \\xHH for what does not "
+        "print. Lines that begin with # do not count."_s);
     parser.addHelpOption();
     parser.addOptions({
-        {QStringLiteral("name"), QStringLiteral("Name of the port."), QStringLiteral("NAME"),
-            QStringLiteral("SLAB_USBtoUART-simulator")},
-        {QStringLiteral("play"), QStringLiteral("Play a recorded stream."), QStringLiteral("FILE")},
-        {QStringLiteral("once"),
-            QStringLiteral("Play the recorded stream once, then end after 3 s of silence.")},
-        {QStringLiteral("split"), QStringLiteral("Split the writes at random.")},
-        {QStringLiteral("noise"),
-            QStringLiteral("Put noise before a record with this probability, 0 to 1."),
-            QStringLiteral("PROBABILITY"), QStringLiteral("0")},
-        {QStringLiteral("pull"),
-            QStringLiteral("Pull the cable that long after a reader has come."),
-            QStringLiteral("SECONDS")},
-        {QStringLiteral("stamps"),
-            QStringLiteral("Write the time of each record, nanoseconds of the monotonic clock."),
-            QStringLiteral("FILE")},
-        {QStringLiteral("seed"), QStringLiteral("Another seed, other tremor, splits and noise."),
-            QStringLiteral("NUMBER"), QStringLiteral("1")},
+        {u"play"_s, u"Play a recorded stream."_s, u"FILE"_s},
+        {u"once"_s, u"Play the recorded stream once, then end after 3 s of silence."_s},
+        {u"split"_s, u"Split the writes at random."_s},
+        {u"noise"_s, u"Put noise before a record with this probability, 0 to 1."_s,
+            u"PROBABILITY"_s, u"0"_s},
+        {u"pull"_s, u"Pull the cable that long after a reader has come."_s, u"SECONDS"_s},
+        {u"stamps"_s, u"Write the time of each record, nanoseconds of the monotonic clock."_s,
+            u"FILE"_s},
     });
 }
 
-double readNumber(QCommandLineParser const& parser, QString const& option, double low, double high)
+double readNumber(QCommandLineParser const& parser, QString const& option, double high)
 {
     bool isNumber = false;
     auto const value = parser.value(option).toDouble(&isNumber);
-    if (!isNumber || !(value >= low && value <= high))
-        throw std::invalid_argument("--" + option.toStdString() + " takes a number from "
-            + std::to_string(low) + " to " + std::to_string(high));
+    if (!isNumber || !(value >= 0.0 && value <= high))
+        throw std::invalid_argument(
+            "--" + option.toStdString() + " takes a number from 0 to " + std::to_string(high));
     return value;
+}
+
+std::vector<tensio::TimedBytes> readStream(std::string const& path)
+{
+    std::ifstream file(path);
+    auto stream = tensio::readRecordedStream(file);
+    if (stream.empty())
+        throw std::invalid_argument("nothing to play in " + path);
+    return stream;
 }
 
 tensio::SimulatorOptions readOptions(QCommandLineParser const& parser)
 {
     tensio::SimulatorOptions options;
-    options.portName = parser.value(QStringLiteral("name"));
-    if (parser.isSet(QStringLiteral("play"))) {
-        std::ifstream file(parser.value(QStringLiteral("play")).toStdString());
-        if (!file)
-            throw std::invalid_argument(
-                "cannot read " + parser.value(QStringLiteral("play")).toStdString());
-        options.recordedStream = tensio::readRecordedStream(file);
-        if (options.recordedStream.empty())
-            throw std::invalid_argument(
-                "nothing to play in " + parser.value(QStringLiteral("play")).toStdString());
-    }
-    options.playsOnce = parser.isSet(QStringLiteral("once"));
-    options.splitsWrites = parser.isSet(QStringLiteral("split"));
-    options.noiseProbability = readNumber(parser, QStringLiteral("noise"), 0.0, 1.0);
-    if (parser.isSet(QStringLiteral("pull")))
-        options.pullAfterSeconds = readNumber(parser, QStringLiteral("pull"), 0.0, 86400.0);
-    options.stampsFile = parser.value(QStringLiteral("stamps"));
-    options.seed
-        = static_cast<unsigned>(readNumber(parser, QStringLiteral("seed"), 0.0, 4294967295.0));
+    if (parser.isSet(u"play"_s))
+        options.recordedStream = readStream(parser.value(u"play"_s).toStdString());
+    options.playsOnce = parser.isSet(u"once"_s);
+    options.splitsWrites = parser.isSet(u"split"_s);
+    options.noiseProbability = readNumber(parser, u"noise"_s, 1.0);
+    if (parser.isSet(u"pull"_s))
+        options.pullAfterSeconds = readNumber(parser, u"pull"_s, 86400.0);
+    options.stampsFile = parser.value(u"stamps"_s);
     return options;
 }
 
@@ -90,16 +77,8 @@ int main(int argc, char** argv)
     try {
         tensio::Simulator simulator(readOptions(parser));
         simulator.onFinished = &QCoreApplication::quit;
-
         // The published link must be removed also when a signal stops the program.
-        std::signal(SIGINT, [](int) { mustStop = 1; });
-        std::signal(SIGTERM, [](int) { mustStop = 1; });
-        QTimer stopWatch;
-        QObject::connect(&stopWatch, &QTimer::timeout, &stopWatch, [] {
-            if (mustStop != 0)
-                QCoreApplication::quit();
-        });
-        stopWatch.start(100);
+        tensio::ProcessEnd const end([] { QCoreApplication::quit(); }, [] {});
         return QCoreApplication::exec();
     } catch (std::exception const& failure) {
         std::fprintf(stderr, "tensio-device-simulator: %s\n", failure.what());
