@@ -1,6 +1,6 @@
-// Frames of the graph and the gauge on a shown window, 440 high, at scales 1 and 2: rendering one
-// reading, repainting the window. Beside them the floor: two copies of the graph's size and two
-// lines. 600 points make a sweep of 30 s; 960 sweeps are eight hours.
+// Frames of the graph on a shown window, 440 high, at scales 1 and 2: rendering one reading,
+// repainting the window. Beside them the floor: two copies of the graph's size and two lines. 600
+// points make a sweep of 30 s; 960 sweeps are eight hours.
 //   QT_QPA_PLATFORM=offscreen build/default/bin/graph_bench
 //     --benchmark_filter='floor|Frame'   every frame of the running trace
 //     --benchmark_filter=afterChange     from a change of scale to the exact picture
@@ -8,7 +8,7 @@
 // The times are of single frames: median, 99th percentile and longest, in milliseconds of processor
 // time; an iteration is as many frames as it takes until the picture is exact.
 
-#include "feedback/GaugeView.h"
+#include "ProcessorTime.h"
 #include "feedback/GraphView.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/ImageView.h"
@@ -19,7 +19,6 @@
 #include <algorithm>
 #include <benchmark/benchmark.h>
 #include <cmath>
-#include <ctime>
 #include <random>
 
 using namespace tensio;
@@ -47,49 +46,35 @@ float noise(int)
     return std::uniform_real_distribution(0.0f, 80.0f)(random);
 }
 
-// A view alone in a shown window.
-template<typename View>
-struct Shown {
+// The graph alone in a shown window.
+struct Trace {
+    RealClock clock;
     QWidget window;
-    View view {&window};
+    ImageView maxImage {&window};
+    ImageView targetImage {&window};
+    GraphView view {&window};
+    float (*pressure)(int);
+    int points = 0;
 
-    Shown(QSize size, int scale)
+    Trace(float (*thePressure)(int), std::int64_t sweeps, std::int64_t scale)
+        : pressure(thePressure)
     {
-        setDesignFrame(view, QRectF(QPointF(0.0, 0.0), size));
-        view.resize(size * scale);
+        setDesignFrame(view, QRectF(QPointF(0.0, 0.0), designSize));
+        view.resize(designSize * static_cast<int>(scale));
         window.resize(view.size());
         view.targetPressure.setValue(30.0f);
         view.targetColor.setValue(Qt::red);
-    }
-
-    void show()
-    {
+        view.setUp(maxImage, targetImage);
+        add(static_cast<int>(sweeps) * pointsPerSweep);
         window.show();
         QCoreApplication::processEvents();
+        showFrame();
     }
 
     void showFrame()
     {
         view.renderFrame();
         QCoreApplication::sendPostedEvents();
-    }
-};
-
-struct Trace : public Shown<GraphView> {
-    RealClock clock;
-    ImageView maxImage {&window};
-    ImageView targetImage {&window};
-    float (*pressure)(int);
-    int points = 0;
-
-    Trace(float (*thePressure)(int), std::int64_t sweeps, std::int64_t scale)
-        : Shown(designSize, static_cast<int>(scale))
-        , pressure(thePressure)
-    {
-        view.setUp(maxImage, targetImage);
-        add(static_cast<int>(sweeps) * pointsPerSweep);
-        show();
-        showFrame();
     }
 
     void add(int count)
@@ -99,14 +84,6 @@ struct Trace : public Shown<GraphView> {
     }
 };
 
-// In processor time, so that other programs do not count.
-double processorSeconds()
-{
-    timespec time {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
-
 // An iteration prepares and shows frames until the picture is exact; the time is that of showing.
 void timeFrames(benchmark::State& state, auto prepare, auto show, auto isExact)
 {
@@ -115,9 +92,9 @@ void timeFrames(benchmark::State& state, auto prepare, auto show, auto isExact)
         double total = 0.0;
         do {
             prepare();
-            auto const begin = processorSeconds();
+            auto const begin = processorTime();
             show();
-            auto const taken = processorSeconds() - begin;
+            auto const taken = processorTime() - begin;
             milliseconds.push_back(taken * 1e3);
             total += taken;
         } while (!isExact());
@@ -137,11 +114,11 @@ bool always()
     return true;
 }
 
-void frame(benchmark::State& state, float (*pressure)(int), int pointsPerFrame)
+void frame(benchmark::State& state, float (*pressure)(int))
 {
     Trace trace(pressure, state.range(0), state.range(1));
     timeFrames(
-        state, [&] { trace.add(pointsPerFrame); }, [&] { trace.showFrame(); }, always);
+        state, [&] { trace.add(1); }, [&] { trace.showFrame(); }, always);
 }
 
 // Changes the trace, then adds a point for each frame until the picture is exact.
@@ -174,18 +151,6 @@ void afterAnHour(benchmark::State& state, float (*pressure)(int))
     timeUntilExact(state, trace, [&] { trace.add(120 * pointsPerSweep); });
 }
 
-void gaugeFrame(benchmark::State& state)
-{
-    Shown<GaugeView> gauge(QSize(64, 440), static_cast<int>(state.range(0)));
-    gauge.view.upperBoundPressure.setValue(80.0f);
-    gauge.view.maxPressure.setValue(40.0f);
-    gauge.show();
-    int points = 0;
-    timeFrames(
-        state, [&] { gauge.view.currentPressure.setValue(pressing(points++)); },
-        [&] { gauge.showFrame(); }, always);
-}
-
 void floorOfTwoCopies(benchmark::State& state)
 {
     auto const size = designSize * static_cast<int>(state.range(0));
@@ -214,29 +179,18 @@ void atFixedLength(benchmark::internal::Benchmark* bench)
 }
 
 BENCHMARK(floorOfTwoCopies)->Apply(atFixedLength)->Arg(1)->Arg(2);
-BENCHMARK_CAPTURE(frame, pressing, pressing, 1)
+BENCHMARK_CAPTURE(frame, pressing, pressing)
     ->Name("pressingFrame")
     ->Apply(atFixedLength)
     ->ArgsProduct({{1, 10, 100, 960}, {1, 2}});
-BENCHMARK_CAPTURE(frame, noise, noise, 1)
+BENCHMARK_CAPTURE(frame, noise, noise)
     ->Name("noiseFrame")
     ->Apply(atFixedLength)
     ->ArgsProduct({{1, 10}, {1, 2}});
-// 320 records a second, 60 frames.
-BENCHMARK_CAPTURE(frame, lineRate, pressing, 6)
-    ->Name("lineRateFrame")
-    ->Apply(atFixedLength)
-    ->ArgsProduct({{1, 960}, {1, 2}});
-BENCHMARK(gaugeFrame)->Apply(atFixedLength)->Arg(1)->Arg(2);
 BENCHMARK_CAPTURE(afterChange, pressing, pressing)
     ->Apply(atFixedLength)
     ->Iterations(2)
     ->ArgsProduct({{1, 10, 100, 960}, {1, 2}});
-BENCHMARK_CAPTURE(afterAnHour, pressing, pressing)->Apply(atFixedLength)->Iterations(1)->Arg(2);
 BENCHMARK_CAPTURE(afterAnHour, noise, noise)->Apply(atFixedLength)->Iterations(1)->Arg(2);
-BENCHMARK_CAPTURE(afterChange, noise, noise)
-    ->Apply(atFixedLength)
-    ->Iterations(2)
-    ->ArgsProduct({{1, 10}, {1, 2}});
 
 } // namespace

@@ -1,6 +1,7 @@
 // How long each window and menu keeps the main thread at a time when it is opened for the first
 // time: the longest turn of the event loop until all is drawn.
 
+#include "ProcessorTime.h"
 #include "support/Desk.h"
 #include "support/Ui.h"
 #include "toolkit/Look.h"
@@ -8,21 +9,12 @@
 #include <QMenu>
 
 #include <benchmark/benchmark.h>
-#include <ctime>
 
 using namespace tensio;
 
 namespace {
 
 using Open = std::function<void(Desk&)>;
-
-// Of the main thread, in seconds.
-double processorTime()
-{
-    timespec time {};
-    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
-    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) * 1e-9;
-}
 
 Open command(char const* title)
 {
