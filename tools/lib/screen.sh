@@ -18,6 +18,14 @@ wait_until() {
     done
 }
 
+# The settings, sessions and devices of the person at the machine stay out of it.
+own_surroundings() {
+    mkdir -p "$screen/home/Desktop" "$screen/home/.config"
+    mkdir -m 700 "$screen/run"
+    unset WAYLAND_DISPLAY QT_QPA_PLATFORM XDG_DATA_HOME DBUS_SESSION_BUS_ADDRESS AT_SPI_BUS_ADDRESS
+    export HOME=$screen/home XDG_CONFIG_HOME=$screen/home/.config XDG_RUNTIME_DIR=$screen/run LC_ALL=C.UTF-8
+}
+
 open_screen() {
     Xvfb -displayfd 3 -screen 0 1280x900x24 -fbdir "$screen" -ac -nolisten tcp 3>"$screen/number" 2>/dev/null &
     wait_until "the virtual screen" test -s "$screen/number"
