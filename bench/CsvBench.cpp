@@ -22,7 +22,7 @@ void buildCsv(benchmark::State& state)
             = std::vector<float>(static_cast<std::size_t>(state.range(0)), 31.4f);
         measurements.push_back(std::move(measurement));
     }
-    for (auto const _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(
             encodeUtf16(csvOfAll("山田 花子", "2024/03/05 14:07", measurements)));
 }

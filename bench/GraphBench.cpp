@@ -88,7 +88,7 @@ struct Trace {
 void timeFrames(benchmark::State& state, auto prepare, auto show, auto isExact)
 {
     std::vector<double> milliseconds;
-    for (auto const _ : state) {
+    while (state.KeepRunning()) {
         double total = 0.0;
         do {
             prepare();
@@ -175,7 +175,7 @@ void floorOfTwoCopies(benchmark::State& state)
 void atFixedLength(benchmark::internal::Benchmark* bench)
 {
     // Two sweeps' worth of frames, so that the number of sweeps stays what it says.
-    bench->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(2 * pointsPerSweep);
+    bench->UseManualTime()->Unit(benchmark::kMillisecond)->Iterations(2L * pointsPerSweep);
 }
 
 BENCHMARK(floorOfTwoCopies)->Apply(atFixedLength)->Arg(1)->Arg(2);

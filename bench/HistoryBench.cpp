@@ -22,7 +22,7 @@ void turnPage(benchmark::State& state)
     for (int press = 0; press < 99; ++press)
         session.press({20.0});
     int step = 1;
-    for (auto const _ : state) {
+    while (state.KeepRunning()) {
         step = -step;
         session.manager.changeSliceStartingIndex.apply(step);
     }

@@ -28,7 +28,7 @@ void pdfOfAll(benchmark::State& state)
     auto const layout = defaultPageLayout();
     QtPdfRenderer const report(layout);
     View view("山田 花子", finishedMeasurements(99));
-    for (auto const _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(report.render(view));
 }
 
@@ -42,7 +42,7 @@ void pdfOfCurves(benchmark::State& state)
             measurement->pressurePoints->push_back(static_cast<float>(20 + 7 * point % 11));
     }
     CurvesPrintView view("山田 花子", measurements, false);
-    for (auto const _ : state)
+    while (state.KeepRunning())
         benchmark::DoNotOptimize(report.render(view));
 }
 
@@ -56,7 +56,7 @@ void previewOfCourse(benchmark::State& state)
     QtPrintPanels panels;
     auto layout = defaultPageLayout();
     QWidget parent;
-    for (auto const _ : state) {
+    while (state.KeepRunning()) {
         PrintPreview preview({session.manager, panels, session.alerts, layout}, parent);
         preview.showReport(std::make_unique<CoursePrintView>(course), QStringLiteral("経過"));
         QCoreApplication::processEvents();

@@ -34,7 +34,7 @@ void measure(benchmark::State& state, Open const& open)
     desk.press({20.0});
     desk.finish();
     QCoreApplication::processEvents();
-    for (auto step : state) {
+    while (state.KeepRunning()) {
         double longest = 0.0;
         auto const time = [&](auto const& turn) {
             auto const start = processorTime();

@@ -45,7 +45,7 @@ std::string namesIn(QString const& path)
 // A store that holds what the backup does.
 QString restored(QDir const& folder)
 {
-    auto const path = folder.filePath("restored/sessions.db");
+    auto path = folder.filePath("restored/sessions.db");
     QtSessionStore store(path);
     auto const transfer = store.restore(folder.filePath(backupFile).toStdString());
     while (transfer->step() == TransferState::Running) { }
@@ -162,7 +162,7 @@ TEST(StoreRuns, LosesOnlyWhatLiesOnADamagedPage)
         auto const path = place.filePath("sessions.db");
         ASSERT_TRUE(QFile::copy(sound, path));
         QFile file(path);
-        EXPECT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(page * pageSize)
+        EXPECT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(qint64 {page} * pageSize)
             && file.write(QByteArray(pageSize, '\xff')));
         file.close();
         std::ptrdiff_t whole = 0;
