@@ -1,62 +1,42 @@
 #include "device-simulator/RecordedStream.h"
 
-#include <algorithm>
-#include <charconv>
 #include <map>
 #include <stdexcept>
 #include <string>
-#include <string_view>
 
 namespace tensio {
 
 namespace {
 
-struct Unreadable { };
+// These throw exceptions of the kind of std::logic_error.
 
-char takeHex(std::string_view& text)
-{
-    int value = 0;
-    auto const* const end = text.data() + std::min<std::size_t>(text.size(), 2);
-    auto const result = std::from_chars(text.data(), end, value, 16);
-    if (result.ec != std::errc() || result.ptr != text.data() + 2)
-        throw Unreadable {};
-    text.remove_prefix(2);
-    return static_cast<char>(value);
-}
-
-std::string unescaped(std::string_view text)
+std::string unescaped(std::string const& text)
 {
     static std::map<char, char> const plain {
         {'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'0', '\0'}, {'\\', '\\'}};
     std::string bytes;
-    while (!text.empty()) {
-        auto const character = text.front();
-        text.remove_prefix(1);
-        if (character != '\\') {
-            bytes += character;
-            continue;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (text[at] != '\\') {
+            bytes += text[at];
+        } else if (text.at(++at) != 'x') {
+            bytes += plain.at(text[at]);
+        } else {
+            std::size_t used = 0;
+            bytes += static_cast<char>(std::stoi(text.substr(at + 1, 2), &used, 16));
+            if (used != 2)
+                throw std::invalid_argument("two digits");
+            at += used;
         }
-        if (text.empty())
-            throw Unreadable {};
-        auto const escape = text.front();
-        text.remove_prefix(1);
-        if (escape == 'x')
-            bytes += takeHex(text);
-        else if (auto const found = plain.find(escape); found != plain.end())
-            bytes += found->second;
-        else
-            throw Unreadable {};
     }
     return bytes;
 }
 
-TimedBytes readLine(std::string_view line)
+TimedBytes readLine(std::string const& line)
 {
-    int milliseconds = 0;
-    auto const result = std::from_chars(line.data(), line.data() + line.size(), milliseconds);
-    auto const used = static_cast<std::size_t>(result.ptr - line.data());
-    if (result.ec != std::errc() || milliseconds < 0 || used >= line.size() || line[used] != ' ')
-        throw Unreadable {};
+    std::size_t used = 0;
+    auto const milliseconds = std::stoi(line, &used);
+    if (milliseconds < 0 || line.at(used) != ' ')
+        throw std::invalid_argument("a pause and a space");
     return {milliseconds / 1000.0, unescaped(line.substr(used + 1))};
 }
 
@@ -71,7 +51,7 @@ std::vector<TimedBytes> readRecordedStream(std::istream& input)
             continue;
         try {
             stream.push_back(readLine(line));
-        } catch (Unreadable const&) {
+        } catch (std::logic_error const&) {
             throw std::invalid_argument(
                 "line " + std::to_string(number) + " does not read: " + line);
         }

@@ -56,7 +56,7 @@ void Simulator::begin()
     m_ahead.assign(m_options.recordedStream.begin(), m_options.recordedStream.end());
     m_due = secondsNow();
     if (m_options.pullAfterSeconds)
-        m_pull.start(static_cast<int>(*m_options.pullAfterSeconds * 1000.0));
+        m_pull.start(*m_options.pullAfterSeconds * 1000);
     scheduleNext();
 }
 
@@ -84,28 +84,8 @@ void Simulator::writeNext()
     auto const next = std::move(m_ahead.front());
     m_ahead.pop_front();
     stamp();
-    writeWithNoise(next.bytes);
+    m_terminal->write(next.bytes);
     scheduleNext();
-}
-
-void Simulator::writeWithNoise(std::string_view bytes)
-{
-    if (std::bernoulli_distribution(m_options.noiseProbability)(m_random)) {
-        std::string noise(std::uniform_int_distribution<std::size_t>(1, 11)(m_random), '\0');
-        std::ranges::generate(noise, [this] { return static_cast<char>(m_random()); });
-        m_terminal->write(noise);
-    }
-    writeInPieces(bytes);
-}
-
-void Simulator::writeInPieces(std::string_view bytes)
-{
-    while (m_options.splitsWrites && bytes.size() > 1) {
-        auto const length = std::uniform_int_distribution<std::size_t>(1, bytes.size())(m_random);
-        m_terminal->write(bytes.substr(0, length));
-        bytes.remove_prefix(length);
-    }
-    m_terminal->write(bytes);
 }
 
 void Simulator::stamp()

@@ -18,9 +18,7 @@ struct SimulatorOptions {
     // Played instead of the pressing person when not empty.
     std::vector<TimedBytes> recordedStream;
     bool playsOnce = false;
-    bool splitsWrites = false;
-    double noiseProbability = 0.0;
-    std::optional<double> pullAfterSeconds;
+    std::optional<int> pullAfterSeconds;
     QString stampsFile;
 };
 
@@ -38,8 +36,6 @@ private:
     void begin();
     void scheduleNext();
     void writeNext();
-    void writeWithNoise(std::string_view bytes);
-    void writeInPieces(std::string_view bytes);
     void stamp();
     void pullCable();
 
@@ -47,7 +43,6 @@ private:
     std::unique_ptr<Terminal> m_terminal;
     PressingStory m_story;
     std::deque<TimedBytes> m_ahead;
-    std::mt19937 m_random;
     QFile m_stamps;
     QTimer m_readerWatch;
     QTimer m_next;

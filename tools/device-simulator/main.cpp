@@ -24,23 +24,10 @@ void describeOptions(QCommandLineParser& parser)
     parser.addOptions({
         {u"play"_s, u"Play a recorded stream."_s, u"FILE"_s},
         {u"once"_s, u"Play the recorded stream once, then end after 3 s of silence."_s},
-        {u"split"_s, u"Split the writes at random."_s},
-        {u"noise"_s, u"Put noise before a record with this probability, 0 to 1."_s,
-            u"PROBABILITY"_s, u"0"_s},
         {u"pull"_s, u"Pull the cable that long after a reader has come."_s, u"SECONDS"_s},
         {u"stamps"_s, u"Write the time of each record, nanoseconds of the monotonic clock."_s,
             u"FILE"_s},
     });
-}
-
-double readNumber(QCommandLineParser const& parser, QString const& option, double high)
-{
-    bool isNumber = false;
-    auto const value = parser.value(option).toDouble(&isNumber);
-    if (!isNumber || !(value >= 0.0 && value <= high))
-        throw std::invalid_argument(
-            "--" + option.toStdString() + " takes a number from 0 to " + std::to_string(high));
-    return value;
 }
 
 std::vector<tensio::TimedBytes> readStream(std::string const& path)
@@ -58,10 +45,12 @@ tensio::SimulatorOptions readOptions(QCommandLineParser const& parser)
     if (parser.isSet(u"play"_s))
         options.recordedStream = readStream(parser.value(u"play"_s).toStdString());
     options.playsOnce = parser.isSet(u"once"_s);
-    options.splitsWrites = parser.isSet(u"split"_s);
-    options.noiseProbability = readNumber(parser, u"noise"_s, 1.0);
-    if (parser.isSet(u"pull"_s))
-        options.pullAfterSeconds = readNumber(parser, u"pull"_s, 86400.0);
+    if (parser.isSet(u"pull"_s)) {
+        bool isNumber = false;
+        options.pullAfterSeconds = parser.value(u"pull"_s).toUShort(&isNumber);
+        if (!isNumber)
+            throw std::invalid_argument("--pull takes whole seconds");
+    }
     options.stampsFile = parser.value(u"stamps"_s);
     return options;
 }
