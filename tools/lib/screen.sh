@@ -26,8 +26,10 @@ own_surroundings() {
     export HOME=$screen/home XDG_CONFIG_HOME=$screen/home/.config XDG_RUNTIME_DIR=$screen/run LC_ALL=C.UTF-8
 }
 
+# open_screen [WIDTHxHEIGHT]
 open_screen() {
-    Xvfb -displayfd 3 -screen 0 1280x900x24 -fbdir "$screen" -ac -nolisten tcp 3>"$screen/number" 2>/dev/null &
+    Xvfb -displayfd 3 -screen 0 "${1:-1280x900}x24" -fbdir "$screen" -ac -nolisten tcp 3>"$screen/number" 2>/dev/null &
+    server=$!
     wait_until "the virtual screen" test -s "$screen/number"
     DISPLAY=:$(cat "$screen/number")
     export DISPLAY
