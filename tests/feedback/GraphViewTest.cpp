@@ -136,7 +136,8 @@ TEST(GraphView, LooksExactlyLikeStrokingEverySweepEachTime)
         graph.view.targetPressure.setValue(20.0f);
         for (int index = 0; index < points; ++index) {
             graph.plotter().addPressurePoint(pressure(index));
-            graph.view.maxPressure.setValue(static_cast<float>(40 + index / 50));
+            int const whole = 40 + index / 50;
+            graph.view.maxPressure.setValue(static_cast<float>(whole));
             graph.view.targetColor.setValue(index / 20 % 2 == 0 ? Qt::red : Qt::white);
             // Uneven frames, so that strips end in the middle of what a frame adds.
             if (index % 7 == 0 || index % 11 == 0)
