@@ -49,7 +49,6 @@ shows_pressing() { shows ff 9c 00 40; }
 shows_start() { shows b8 67 00 80; } # The button 開始, enabled.
 
 window() { xdotool search --onlyvisible --name "$1" | head -1 | grep .; }
-click() { xdotool mousemove --window "$1" "$2" "$3" click 1; }
 
 # Sets $milliseconds, the time until the first picture.
 start_program() {
@@ -88,7 +87,7 @@ press() { xdotool windowfocus --sync "$1" key "${@:2}"; }
 
 begin_session() {
     local dialog
-    press "$(window '^tensio')" space # 開始 has the focus
+    press "$(window '^tensio')" F5
     wait_until "the dialog" window 測定の開始
     dialog=$(window 測定の開始)
     xdotool windowfocus --sync "$dialog" type Hanako
@@ -98,10 +97,7 @@ begin_session() {
 }
 
 end_session() {
-    local main WIDTH HEIGHT
-    main=$(window '^tensio')
-    eval "$(xdotool getwindowgeometry --shell "$main" | grep -E '^(WIDTH|HEIGHT)=')"
-    click "$main" $((964 * WIDTH / 1040)) $((HEIGHT - 118 * WIDTH / 1040)) # 終了, in units of the design.
+    press "$(window '^tensio')" shift+F5
     wait_until "the end of the session" shows_start
 }
 
