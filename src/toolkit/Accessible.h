@@ -32,9 +32,6 @@ public:
     virtual QMenu* accessibleMenu() const { return nullptr; }
 
 protected:
-    Accessible() = default;
-    Accessible(Accessible const&) = default;
-    Accessible& operator=(Accessible const&) = default;
     ~Accessible() = default;
 };
 
