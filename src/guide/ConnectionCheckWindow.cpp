@@ -28,7 +28,7 @@ QString html(std::string const& text)
 
 QString row(QString const& caption, QString const& value)
 {
-    return u"<tr><td style='color:%1; padding: 3px 0px'>%2　　</td>"
+    return u"<tr><td style='color:%1; padding: 3px 24px 3px 0px'>%2</td>"
            "<td style='padding: 3px 0px'>%3</td></tr>"_s.arg(
                colors::placeholder.name(), caption, value);
 }
