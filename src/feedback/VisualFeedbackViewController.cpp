@@ -98,8 +98,6 @@ void VisualFeedbackViewController::describe()
 
 void VisualFeedbackViewController::viewWillAppear()
 {
-    layoutGaugeLabels(m_viewModel.upperBoundPressure.value());
-    layoutGraphLabels(m_ui->graphView->timeWindow.value());
     m_ui->graphView->setUp(*m_ui->maxPressureImage, *m_ui->targetPressureImage);
     renderFrame();
     placeGaugeTags();
@@ -128,15 +126,17 @@ void VisualFeedbackViewController::observeChanges()
         [this](Picture const& image) { m_ui->targetPressureImage->setPicture(image); });
     // The end of a session stops the blinking without a further reading.
     onChange(m_viewModel.isMeasuring, [this](bool) { redraw(); });
-    onChange(m_viewModel.upperBoundPressure, [this](float upperBound) {
+    m_subscriptions += m_viewModel.upperBoundPressure.observe([this](float upperBound) {
         redraw();
-        layoutGaugeLabels(upperBound);
+        m_gaugeLabels = makeLabels(
+            *m_ui->zeroLabel, upperBound, {0.0, -designFrame(*m_ui->gaugeView).height()});
         placeGaugeTags();
         m_ui->graphView->plotter()->setUpperBoundPressure(upperBound);
     });
-    onChange(m_viewModel.timeWindow, [this](float timeWindow) {
+    m_subscriptions += m_viewModel.timeWindow.observe([this](float timeWindow) {
         redraw();
-        layoutGraphLabels(timeWindow);
+        m_graphLabels = makeLabels(
+            *m_ui->zeroTimeLabel, timeWindow, {designFrame(*m_ui->graphView).width(), 0.0});
         m_ui->graphView->plotter()->setTimeWindow(static_cast<std::int64_t>(timeWindow));
     });
     onChange(m_viewModel.currentPressure, [this](float pressure) {
@@ -169,12 +169,6 @@ void VisualFeedbackViewController::attachCommands()
     stepOnKeys(*m_ui->rightButton, Qt::Key_Right, *m_ui->leftButton, Qt::Key_Left);
 }
 
-void VisualFeedbackViewController::layoutGaugeLabels(float upperBound)
-{
-    QPointF const top(0.0, -designFrame(*m_ui->gaugeView).height());
-    m_gaugeLabels = makeLabels(*m_ui->zeroLabel, static_cast<double>(upperBound), top);
-}
-
 // The tag of the higher line stands on it, the other hangs from its own: neither hides the other.
 void VisualFeedbackViewController::placeGaugeTags()
 {
@@ -192,24 +186,19 @@ void VisualFeedbackViewController::placeGaugeTags()
     place(*m_ui->gaugeMaxTag, maximum, target <= maximum);
 }
 
-void VisualFeedbackViewController::layoutGraphLabels(float timeWindow)
-{
-    QPointF const right(designFrame(*m_ui->graphView).width(), 0.0);
-    m_graphLabels = makeLabels(*m_ui->zeroTimeLabel, static_cast<double>(timeWindow), right);
-}
-
 VisualFeedbackViewController::Labels VisualFeedbackViewController::makeLabels(
-    QLabel const& zeroLabel, double end, QPointF distance)
+    QLabel const& zeroLabel, float end, QPointF distance)
 {
     Labels labels;
-    for (double value = 5.0; value <= end; value += 5.0) {
+    int const last = static_cast<int>(end);
+    for (int value = 5; value <= last; value += 5) {
         auto& label = *labels.emplace_back(std::make_unique<QLabel>(&m_view));
         for (auto const* property : {"role", "accessibleNameTemplate"})
             label.setProperty(property, zeroLabel.property(property));
         label.setFont(zeroLabel.font());
         label.setAlignment(Qt::AlignCenter);
-        setLabelText(label, QString::number(value, 'f', 0));
-        setDesignFrame(label, designFrame(zeroLabel).translated(distance * value / end));
+        setLabelText(label, QString::number(value));
+        setDesignFrame(label, designFrame(zeroLabel).translated(distance * value / last));
         label.show();
     }
     return labels;

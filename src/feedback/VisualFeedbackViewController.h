@@ -29,7 +29,7 @@ public:
         TensioManager const& tensioManager, RunLoop& runLoop, QWidget& view);
     ~VisualFeedbackViewController() override;
 
-    // Builds the scale labels and starts a fresh, empty trace.
+    // Starts a fresh, empty trace.
     void viewWillAppear();
 
 private:
@@ -44,11 +44,9 @@ private:
     void attachCommands();
     // The gauge or the graph has something new to show.
     void redraw();
-    void layoutGaugeLabels(float upperBound);
     void placeGaugeTags();
-    void layoutGraphLabels(float timeWindow);
     // A number every 5 units up to the end, which lies that far from zero.
-    Labels makeLabels(QLabel const& zeroLabel, double end, QPointF distance);
+    Labels makeLabels(QLabel const& zeroLabel, float end, QPointF distance);
 
     QWidget& m_view;
     std::unique_ptr<Ui::VisualFeedback> m_ui;
