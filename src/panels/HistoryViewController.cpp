@@ -16,7 +16,7 @@ using namespace Qt::StringLiterals;
 namespace tensio {
 
 HistoryViewController::HistoryViewController(
-    TensioManager& tensioManager, StatusViewModel& status, QWidget& view)
+    TensioManager& tensioManager, StatusViewModel const& status, QWidget& view)
     : m_tensioManager(tensioManager)
     , m_view(view)
     , m_ui(std::make_unique<Ui::History>())
@@ -28,14 +28,13 @@ HistoryViewController::HistoryViewController(
 
 HistoryViewController::~HistoryViewController() = default;
 
-void HistoryViewController::viewDidLoad(StatusViewModel& status)
+void HistoryViewController::viewDidLoad(StatusViewModel const& status)
 {
     m_subscriptions += m_viewModel.measurements.observeChanges(
         [this](Measurements const& page) { rebuild(page); });
     runOnClick(*m_ui->backButton, m_viewModel.cocoaActionDecSliceStartIndex, *this);
     runOnClick(*m_ui->forwardButton, m_viewModel.cocoaActionIncSliceStartIndex, *this);
-    m_statusLine = std::make_unique<StatusLine>(
-        status, *m_ui->hintLabel, *m_ui->countLabel, *m_ui->savedButton);
+    m_statusLine = showStatusLine(status, *m_ui->hintLabel, *m_ui->countLabel, *m_ui->savedButton);
     setNameFromTemplate(*m_ui->averageLabel, m_ui->averageLabel->text());
     m_subscriptions += m_viewModel.selectedAverage.observeChanges(
         [this](float average) { setLabelText(*m_ui->averageLabel, pressureText(average)); });

@@ -26,7 +26,8 @@ class HistoryViewController : public QObject {
     Q_DISABLE_COPY_MOVE(HistoryViewController)
 
 public:
-    HistoryViewController(TensioManager& tensioManager, StatusViewModel& status, QWidget& view);
+    HistoryViewController(
+        TensioManager& tensioManager, StatusViewModel const& status, QWidget& view);
     ~HistoryViewController() override;
 
     // To the first and the last measurement, with their keys.
@@ -36,7 +37,7 @@ Q_SIGNALS:
     void willPrintCurve(std::shared_ptr<Measurement> const& measurement);
 
 private:
-    void viewDidLoad(StatusViewModel& status);
+    void viewDidLoad(StatusViewModel const& status);
     // -1: the beginning of the list; +1: its end.
     void showEnd(int direction);
     void rebuild(Measurements const& measurements);
@@ -51,8 +52,8 @@ private:
     QWidget& m_view;
     std::unique_ptr<Ui::History> m_ui;
     HistoryViewModel m_viewModel;
-    std::unique_ptr<StatusLine> m_statusLine;
     std::vector<std::unique_ptr<HistorySlice>> m_historySliceViews;
+    Subscriptions m_statusLine;
     Subscriptions m_subscriptions;
 };
 

@@ -21,7 +21,7 @@ constexpr std::array percentages {100, 90, 80, 70, 60, 50, 40, 30, 20, 10};
 }
 
 InfoControlsViewController::InfoControlsViewController(TensioManager& tensioManager,
-    StatusViewModel& status, RunLoop& runLoop, Alerts& alerts, QWidget& view)
+    StatusViewModel const& status, RunLoop& runLoop, Alerts& alerts, QWidget& view)
     : m_tensioManager(tensioManager)
     , m_status(status)
     , m_alerts(alerts)

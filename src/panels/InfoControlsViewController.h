@@ -28,7 +28,7 @@ class InfoControlsViewController : public QObject {
     Q_DISABLE_COPY_MOVE(InfoControlsViewController)
 
 public:
-    InfoControlsViewController(TensioManager& tensioManager, StatusViewModel& status,
+    InfoControlsViewController(TensioManager& tensioManager, StatusViewModel const& status,
         RunLoop& runLoop, Alerts& alerts, QWidget& view);
     ~InfoControlsViewController() override;
 
@@ -46,7 +46,7 @@ private:
     void connectionEvent(Event<Nothing, ErrorRef> const& event);
 
     TensioManager& m_tensioManager;
-    StatusViewModel& m_status;
+    StatusViewModel const& m_status;
     Alerts& m_alerts;
     QWidget& m_view;
     std::unique_ptr<Ui::InfoControls> m_ui;
