@@ -33,6 +33,11 @@ namespace tensio {
 
 // "rrggbb", optionally after a "#", as an opaque colour; black when the text does not read as
 // hexadecimal.
-QColor colorFromHexString(QString const& text);
+inline QColor colorFromHexString(QString const& text)
+{
+    auto const name = text.startsWith(u'#') ? text : u'#' + text;
+    auto const color = QColor::fromString(name);
+    return name.size() == 7 && color.isValid() ? color : QColor(Qt::black);
+}
 
 } // namespace tensio
