@@ -2,7 +2,7 @@
 
 #include "core/NumberText.h"
 #include "toolkit/Accessible.h"
-#include "toolkit/ButtonCommand.h"
+#include "toolkit/Buttons.h"
 #include "toolkit/DesignFrame.h"
 #include "ui_VisualFeedback.h"
 

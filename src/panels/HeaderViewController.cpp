@@ -3,7 +3,7 @@
 #include "core/DateText.h"
 #include "core/TensioManager.h"
 #include "toolkit/Accessible.h"
-#include "toolkit/ButtonCommand.h"
+#include "toolkit/Buttons.h"
 #include "ui_Header.h"
 
 using namespace Qt::StringLiterals;

@@ -4,7 +4,7 @@
 #include "core/TensioManager.h"
 #include "panels/HistorySlice.h"
 #include "toolkit/Accessible.h"
-#include "toolkit/ButtonCommand.h"
+#include "toolkit/Buttons.h"
 #include "ui_History.h"
 
 #include <QMenu>

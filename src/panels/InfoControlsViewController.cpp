@@ -4,8 +4,7 @@
 #include "core/TensioManager.h"
 #include "panels/UserInfoViewController.h"
 #include "toolkit/Accessible.h"
-#include "toolkit/ButtonCommand.h"
-#include "toolkit/ButtonPair.h"
+#include "toolkit/Buttons.h"
 #include "ui_InfoControls.h"
 
 #include <QMenu>

@@ -3,7 +3,7 @@
 #include "core/NumberText.h"
 #include "panels/NameValidator.h"
 #include "panels/UserInfoWindow.h"
-#include "toolkit/ButtonCommand.h"
+#include "toolkit/Buttons.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/StyleSheet.h"
 #include "toolkit/WindowSize.h"

@@ -7,7 +7,7 @@
 #include "printing/PageDrawing.h"
 #include "printing/PrintPanels.h"
 #include "toolkit/Accessible.h"
-#include "toolkit/ButtonPair.h"
+#include "toolkit/Buttons.h"
 #include "toolkit/Colors.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/WindowSize.h"

@@ -47,4 +47,23 @@ inline void stepOnKeys(QAbstractButton& up, Qt::Key upKey, QAbstractButton& down
     }
 }
 
+// Enables either of a pair of buttons, or both; if the one with the focus is disabled, the other
+// gets the focus, not the control that comes next.
+inline void enableButtonPair(
+    QAbstractButton& first, bool isFirstEnabled, QAbstractButton& second, bool isSecondEnabled)
+{
+    auto const moveFocus = [](QAbstractButton const& from, QAbstractButton& to) {
+        to.setEnabled(true);
+        // Also while another window is in front.
+        if (from.window()->focusWidget() == &from)
+            to.setFocus();
+    };
+    if (!isFirstEnabled && isSecondEnabled)
+        moveFocus(first, second);
+    if (isFirstEnabled && !isSecondEnabled)
+        moveFocus(second, first);
+    first.setEnabled(isFirstEnabled);
+    second.setEnabled(isSecondEnabled);
+}
+
 } // namespace tensio
