@@ -61,7 +61,7 @@ struct Preview {
     QAbstractButton& button(char const* name) const { return find(parent, name); }
     void click(char const* name) const { tensio::click(parent, name); }
     // The preview paints when its events are due.
-    std::string position()
+    std::string position() const
     {
         QCoreApplication::processEvents();
         return textOf(parent, "positionLabel");

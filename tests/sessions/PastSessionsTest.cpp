@@ -26,7 +26,7 @@ namespace {
 QString message(QWidget const& window)
 {
     EXPECT_TRUE(QTest::qWaitFor([&] { return window.findChild<QMessageBox*>() != nullptr; }));
-    auto const text = find<QMessageBox>(window).text();
+    auto text = find<QMessageBox>(window).text();
     delete window.findChild<QMessageBox*>();
     return text;
 }
@@ -112,7 +112,7 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
         auto& question = find<QMessageBox>(window);
         EXPECT_EQ(question.textFormat(), Qt::PlainText) << "a name may look like markup";
         EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("キャンセル"));
-        auto const text = question.text().section(u'\n', 0, 0).toStdString();
+        auto text = question.text().section(u'\n', 0, 0).toStdString();
         question.buttons().at(isSure ? 0 : 1)->click();
         delete &question;
         return text;

@@ -17,7 +17,7 @@ void* operator new(std::size_t size)
 
 void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept
 {
-    auto* const block = std::malloc(size);
+    auto* const block = std::malloc(size); // NOLINT(cppcoreguidelines-no-malloc)
     tensio::liveBlocks += block ? 1 : 0;
     return block;
 }
@@ -25,7 +25,7 @@ void* operator new(std::size_t size, std::nothrow_t const& /*tag*/) noexcept
 void operator delete(void* block) noexcept
 {
     tensio::liveBlocks -= block ? 1 : 0;
-    std::free(block);
+    std::free(block); // NOLINT(cppcoreguidelines-no-malloc)
 }
 
 void operator delete(void* block, std::size_t /*size*/) noexcept

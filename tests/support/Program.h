@@ -40,8 +40,8 @@ public:
         m_user.start(1);
     }
 
-    TensioManager& manager() { return started->application.tensioManager(); }
-    MainWindow& window() { return started->application.window(); }
+    TensioManager& manager() const { return started->application.tensioManager(); }
+    MainWindow& window() const { return started->application.window(); }
 
     // In place of the terminal before.
     void plugIn()
