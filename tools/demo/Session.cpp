@@ -15,16 +15,12 @@ using namespace Qt::StringLiterals;
 
 namespace tensio {
 
-Date DemoClock::beginning()
-{
-    QDateTime const morning(QDate(2026, 4, 1), QTime(10, 0));
-    return Date(std::chrono::milliseconds(morning.toMSecsSinceEpoch()));
-}
-
 Session::Session(LatencyMeter& meter, QString folder, int pastHours)
     : m_meter(meter)
     , m_folder(std::move(folder))
     , m_pastHours(pastHours)
+    , m_clock(Date(std::chrono::milliseconds(
+          QDateTime(QDate(2026, 4, 1), QTime(10, 0)).toMSecsSinceEpoch())))
 {
     m_simulator.setProcessChannelMode(QProcess::ForwardedChannels);
 }
@@ -39,7 +35,7 @@ void Session::play()
     save();
     lookAtMenus();
     printReports();
-    m_clock.goToNextDay();
+    m_clock.ahead += std::chrono::hours(24);
     start(u"user"_s);
     loseDevice();
     openFirstSession();

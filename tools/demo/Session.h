@@ -14,16 +14,15 @@ namespace tensio {
 
 class LatencyMeter;
 
-// Runs as the system's clock does, from ten o'clock of a fixed day.
-class DemoClock : public Clock {
-public:
-    Date now() const override { return std::chrono::system_clock::now() + m_ahead; }
-    void goToNextDay() { m_ahead += std::chrono::hours(24); }
+// Runs as the system's clock does, but from another time on.
+struct DemoClock : Clock {
+    Date::duration ahead;
 
-private:
-    static Date beginning();
-
-    Date::duration m_ahead = beginning() - std::chrono::system_clock::now();
+    explicit DemoClock(Date begin)
+        : ahead(begin - std::chrono::system_clock::now())
+    {
+    }
+    Date now() const override { return std::chrono::system_clock::now() + ahead; }
 };
 
 // Two sessions on two days as a clinician would run them, with the simulated device on a real

@@ -1,7 +1,5 @@
 #include "demo/Stage.h"
 
-#include "app/TensioViewController.h"
-
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFileDialog>
@@ -79,13 +77,8 @@ Stage::Stage(QMainWindow& window, QString const& folder)
     , m_folder(folder)
 {
     m_folder.mkpath(u"."_s);
-    auto const content = QSizeF(TensioViewController::width, TensioViewController::height).toSize();
-    // The height of the menu bar follows the scale of the content.
-    constexpr int passes = 2;
-    for (int pass = 0; pass < passes; ++pass) {
-        m_window.resize(content.grownBy({0, m_window.menuBar()->sizeHint().height(), 0, 0}));
-        QCoreApplication::processEvents();
-    }
+    // The design and its menu bar.
+    m_window.resize(1040, 721);
     // Alerts and panels have event loops of their own, so a timer must answer them.
     auto* watch = new QTimer(&m_window);
     QObject::connect(watch, &QTimer::timeout, &m_window, [this] {
