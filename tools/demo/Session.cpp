@@ -128,6 +128,7 @@ void Session::finish()
     click(u"finishButton"_s);
     m_stage->waitUntil(
         u"the end of the session"_s, [this] { return !manager().isMeasuring.value(); });
+    QTest::qWait(300);
     m_stage->takePicture(u"7-finished"_s);
     for (auto* tile : m_program->application.window().findChildren<HistorySlice*>().first(3))
         QTest::mouseClick(tile, Qt::LeftButton);

@@ -17,6 +17,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -79,11 +80,15 @@ Stage::Stage(QMainWindow& window, QString const& folder)
     m_folder.mkpath(u"."_s);
     // The design and its menu bar.
     m_window.resize(1040, 721);
-    // Alerts and panels have event loops of their own, so a timer must answer them.
+    // Alerts and panels have event loops of their own, so a timer must answer them, once they have
+    // stood for a while.
     auto* watch = new QTimer(&m_window);
     QObject::connect(watch, &QTimer::timeout, &m_window, [this] {
-        answerAlert();
-        answerFilePanel();
+        auto* dialog = QApplication::activeModalWidget();
+        if (std::exchange(m_dialogBefore, dialog) == dialog) {
+            answerAlert();
+            answerFilePanel();
+        }
     });
     watch->start(200);
 }

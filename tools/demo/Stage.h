@@ -63,6 +63,7 @@ private:
 
     QMainWindow& m_window;
     QDir m_folder;
+    QWidget* m_dialogBefore = nullptr;
     QString m_expectedAlert;
     QString m_alertPicture;
     QString m_wrongAlert;
