@@ -50,14 +50,14 @@ public:
         terminal = std::make_unique<Terminal>("SLAB_USBtoUART-x");
     }
 
-    bool connect()
+    bool connect() const
     {
         manager().connectAction.apply(Nothing {});
         return QTest::qWaitFor([&] { return terminal->hasReader(); });
     }
 
     // Two records and the beginning of one.
-    bool press()
+    bool press() const
     {
         terminal->write("+0101a+0202b+03");
         return QTest::qWaitFor([&] { return manager().maxPressure.value() == 20.2f; });
