@@ -31,4 +31,16 @@ inline QColor colorAt(QImage const& picture, double x, double y)
         static_cast<int>((x + 0.5) * ratio), static_cast<int>((y + 0.5) * ratio));
 }
 
+// Where two pictures of one size differ, in their pixels.
+inline QRect difference(QImage const& picture, QImage const& other)
+{
+    QRect area;
+    for (int at = 0; at < picture.width() * picture.height(); ++at) {
+        QPoint const place(at % picture.width(), at / picture.width());
+        if (picture.pixel(place) != other.pixel(place))
+            area |= QRect(place, QSize(1, 1));
+    }
+    return area;
+}
+
 } // namespace tensio
