@@ -7,6 +7,7 @@
 #include <QApplication>
 #include <QPainter>
 #include <QScreen>
+#include <QSignalSpy>
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -124,7 +125,7 @@ float noisy(int)
 
 } // namespace
 
-TEST(GraphView, LooksExactlyLikeStrokingEverySweepEachTime)
+TEST(GraphView, SpreadsChangesOverFramesAndLooksExactlyLikeStrokingEverySweepEachTime)
 {
     using Row = std::tuple<float (*)(int), int, QSize, std::int64_t>;
     // Wrapped, just wrapped, rescaled in the middle of a sweep, shrunk past the edge, small. The
@@ -133,6 +134,8 @@ TEST(GraphView, LooksExactlyLikeStrokingEverySweepEachTime)
              {smooth, 603, usualSize, 30}, {smooth, 900, usualSize, 60},
              {noisy, 500, usualSize, 10}, {noisy, 700, {380, 316}, 45}}) {
         Graph graph;
+        SteppingClock clock;
+        graph.view.setClock(clock);
         graph.view.targetPressure.setValue(20.0f);
         for (int index = 0; index < points; ++index) {
             graph.plotter().addPressurePoint(pressure(index));
@@ -140,39 +143,24 @@ TEST(GraphView, LooksExactlyLikeStrokingEverySweepEachTime)
             graph.view.maxPressure.setValue(static_cast<float>(whole));
             graph.view.targetColor.setValue(index / 20 % 2 == 0 ? Qt::red : Qt::white);
             // Uneven frames, so that strips end in the middle of what a frame adds.
-            if (index % 7 == 0 || index % 11 == 0)
+            if (index % 7 == 0 || index % 11 == 0) {
+                clock.looks = 0;
                 graph.onScreen(size);
+                EXPECT_LE(clock.looks, 12);
+            }
             if (index == points * 2 / 3)
                 graph.plotter().setTimeWindow(laterWindow);
         }
+        for (int frame = 0; frame < 500 && !graph.view.isSettled(); ++frame)
+            graph.onScreen(size);
         EXPECT_EQ(graph.onScreen(size), restroke(graph, size)) << points;
+        QSignalSpy const spread(&graph.view, &GraphView::needsFrame);
+        graph.plotter().setUpperBoundPressure(60.0f);
+        graph.frame(size);
+        EXPECT_GT(spread.size(), 0) << points;
+        graph.plotter().reset();
+        EXPECT_EQ(graph.frame(size), restroke(graph, size)) << "a reset in the middle of a change";
     }
-}
-
-TEST(GraphView, SpreadsAChangeOverFramesAndEndsExact)
-{
-    Graph graph;
-    SteppingClock clock;
-    for (int index = 0; index < 1300; ++index)
-        graph.plotter().addPressurePoint(smooth(index));
-    graph.frame();
-    graph.view.setClock(clock);
-    graph.plotter().setUpperBoundPressure(100.0f);
-    graph.plotter().setTimeWindow(45);
-    QImage picture;
-    int frames = 0;
-    for (; frames < 500 && (frames == 0 || !graph.view.isSettled()); ++frames) {
-        graph.plotter().addPressurePoint(smooth(1300 + frames));
-        clock.looks = 0;
-        picture = graph.onScreen({784, 660});
-        EXPECT_LE(clock.looks, 12);
-    }
-    EXPECT_GT(frames, 3);
-    EXPECT_EQ(picture, restroke(graph, graph.view.size()));
-    graph.plotter().setUpperBoundPressure(60.0f);
-    graph.frame();
-    graph.plotter().reset();
-    EXPECT_EQ(graph.frame(), restroke(graph, usualSize)) << "a reset in the middle of a change";
 }
 
 TEST(GraphView, DrawsGridAndLinesWhereTheyBelong)

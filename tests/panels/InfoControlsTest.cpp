@@ -42,17 +42,26 @@ struct Panel {
 
 } // namespace
 
-TEST(InfoControls, ReadOutsShowOneDecimalAtACalmRate)
+TEST(InfoControls, ReadOutsShowOneDecimalTheFirstAtOnceThenTheNewestTwiceASecond)
 {
     Panel panel;
     auto& manager = panel.session.manager;
-    manager.currentPressure.setValue(12.34f);
-    manager.currentPressure.setValue(99.96f);
-    EXPECT_EQ(panel.text("currentPressureLabel"), "12.3");
+    std::string shown;
+    auto const receive = [&](float pressure, double pause) {
+        manager.currentPressure.setValue(pressure);
+        if (auto const text = " " + panel.text("currentPressureLabel"); !shown.ends_with(text))
+            shown += text;
+        panel.session.runLoop.advance(Seconds(pause));
+    };
+    for (int reading = 1; reading <= 24; ++reading)
+        receive(static_cast<float>(reading) + 0.06f, 0.05);
+    EXPECT_EQ(shown, " 1.1 10.1 20.1");
+    panel.session.runLoop.advance(Seconds(5.0));
+    EXPECT_EQ(panel.text("currentPressureLabel"), "24.1");
+    receive(99.96f, 0.0);
+    EXPECT_TRUE(shown.ends_with("20.1 100.0"));
     manager.maxPressure.setValue(50.0f);
     EXPECT_EQ(panel.text("maxPressureLabel"), "50.0");
-    panel.session.runLoop.advance(Seconds(0.5));
-    EXPECT_EQ(panel.text("currentPressureLabel"), "100.0");
 }
 
 TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
