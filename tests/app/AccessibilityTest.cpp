@@ -56,16 +56,17 @@ TEST(Accessibility, DescribesTheLiveAreaAndStepsWithTheArrowKeys)
 {
     Desk desk;
     desk.connect();
-    desk.receive({35.0});
+    desk.receive({35.0, 32.0});
     desk.runLoop.advance(Seconds(0.6));
-    EXPECT_EQ(spoken(find<GaugeView>(desk.window)).valueInterface()->currentValue(), 35.0);
+    EXPECT_EQ(spoken(find<GaugeView>(desk.window)).valueInterface()->currentValue(), 32.0);
     auto& graph = find<GraphView>(desk.window);
     EXPECT_EQ(spoken(graph).text(QAccessible::Description),
         "圧力目盛 0〜80 kPa、時間目盛 30秒、目標 30.0 kPa 達成、最大圧 35.0 kPa");
-    for (auto const& [label, name] : {std::pair {"currentPressureLabel", "現在の圧力 35.0 kPa"},
+    for (auto const& [label, name] : {std::pair {"currentPressureLabel", "現在の圧力 32.0 kPa"},
              {"targetPressureImage", "目標圧 30.0 kPa 達成"},
              {"maxPressureImage", "最大圧 35.0 kPa"}, {"statusLabel", "状態 記録中"},
-             {"percentPopup", "目標の割合 100%"}})
+             {"percentPopup", "目標の割合 100%"}, {"statusImageView", "表示灯 点灯"},
+             {"hintLabel", "値が途切れると、1回分として記録されます"}})
         EXPECT_EQ(nameOf(find<QWidget>(desk.window, label)), name);
     for (auto const& [button, key] : {std::pair {"downButton", Qt::Key_Up},
              {"leftButton", Qt::Key_Right}, {"targetPressureDownButton", Qt::Key_Up}}) {

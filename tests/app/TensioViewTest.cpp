@@ -20,6 +20,8 @@ TEST(TensioView, ScalesTheDesignUniformlyAndCentresIt)
         desk.window.resize(content);
         EXPECT_EQ(find<QWidget>(desk.window, "rootView").geometry(), root);
         EXPECT_EQ(find(desk.window, "startButton").size(), startButton);
+        EXPECT_EQ(
+            find(desk.window, "backButton").iconSize(), QSize(14, 18) * root.width() / 1040.0);
         desk.window.grab(); // for the sanitizers
     }
 }

@@ -72,6 +72,7 @@ TEST(QtRunLoop, DeliversOneTickForAllThatWereDueDuringAHoldAndNoneOfAnEndedTimer
     QtRunLoop freeLoop(free);
     int ticks = 0;
     int watched = 0;
+    int once = 0;
     int pauses = 0;
     auto const pause = heldLoop.willPause.signal.observeValues([&](Nothing) { ++pauses; });
     auto hold = held.hold();
@@ -80,7 +81,11 @@ TEST(QtRunLoop, DeliversOneTickForAllThatWereDueDuringAHoldAndNoneOfAnEndedTimer
     auto ended
         = heldLoop.scheduleAfter(Seconds(0.0), [] { ADD_FAILURE() << "fired after its end"; });
     auto const watch = freeLoop.scheduleRepeating(Seconds(0.003), [&] { ++watched; });
+    auto const later
+        = freeLoop.scheduleAfter(Seconds(0.9), [] { ADD_FAILURE() << "cut to whole seconds"; });
+    auto const single = freeLoop.scheduleAfter(Seconds(0.001), [&] { ++once; });
     ASSERT_TRUE(QTest::qWaitFor([&] { return watched >= 5; }));
+    EXPECT_EQ(once, 1);
     EXPECT_EQ(ticks, 0);
     ended.end();
     hold.end();
