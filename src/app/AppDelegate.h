@@ -17,9 +17,6 @@ public:
     AppDelegate(PrintingServices const& printing, RunLoop& runLoop, QMenu& defaultTargetMenu,
         QWidget& window);
 
-    // Not shown, and without a menu, until launching has finished.
-    QSystemTrayIcon const& statusItem() const { return m_statusItem; }
-
     // Gives the status item the menu of default targets, fills the menu, and shows the item where
     // there is a status bar.
     void applicationDidFinishLaunching();

@@ -1,6 +1,5 @@
 #include "core/Utf16.h"
 #include "panels/HistorySlice.h"
-#include "printing/QtPrintPanels.h"
 #include "support/Desk.h"
 #include "support/PdfText.h"
 
@@ -33,19 +32,6 @@ TEST(MainMenu, EnablesItsCommandsAsTheSessionAllows)
         desk.manager.measurementList.measurements()[0]->isCounted.setValue(isSelected);
         EXPECT_EQ(enabled(), isSelected ? 10 : 8);
     }
-}
-
-TEST(AppDelegate, GivesTheStatusItemItsMenuAtLaunch)
-{
-    Session session;
-    QMenu menu;
-    QtPrintPanels panels;
-    QPageLayout layout;
-    AppDelegate delegate(
-        {session.manager, panels, session.alerts, layout}, session.runLoop, menu, menu);
-    EXPECT_EQ(delegate.statusItem().contextMenu(), nullptr);
-    delegate.applicationDidFinishLaunching();
-    EXPECT_EQ(delegate.statusItem().contextMenu(), &menu);
 }
 
 TEST(MainMenu, RunsEachCommand)

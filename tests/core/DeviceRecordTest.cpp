@@ -1,7 +1,6 @@
 #include "core/DeviceRecord.h"
 
 #include "core/NumberText.h"
-#include "device-simulator/PressingStory.h"
 
 #include <gtest/gtest.h>
 
@@ -36,11 +35,4 @@ TEST(DeviceRecord, ReadsWhatTheFormatAllowsAndDropsTheRest)
         {"+0235\xf4\x90\x80\x80", ""}, {"+02351+0235\xe5\x9c", ""}};
     for (auto const& [bytes, readings] : rows)
         EXPECT_EQ(readingsText(bytes), readings) << testing::PrintToString(bytes);
-}
-
-TEST(DeviceRecord, EveryValueOfTheFormatIsReadAsTheDeviceWroteIt)
-{
-    for (int tenths = -9999; tenths <= 9999; ++tenths)
-        ASSERT_EQ(readingsText(deviceRecord(tenths / 10.0)),
-            formatFixed(static_cast<float>(tenths) / 10.0f, 1) + " ");
 }

@@ -38,7 +38,8 @@ TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection
         else
             session.finish();
         EXPECT_EQ(end, isLoss ? 3U : 2U) << "interrupted or completed";
-        EXPECT_EQ(session.bestPressures(), std::vector {15.0f});
+        ASSERT_EQ(manager.measurementList.measurements().size(), 1U);
+        EXPECT_EQ(manager.measurementList.measurements()[0]->bestPressure, 15.0f);
         EXPECT_FALSE(manager.isMeasuring.value());
         EXPECT_FALSE(manager.isRecording.value());
         EXPECT_EQ(session.port->calls.back(), "close");

@@ -11,10 +11,10 @@ namespace {
 
 struct Gathering {
     ManualRunLoop runLoop;
-    std::vector<std::string> chunks;
+    int chunks = 0;
     std::vector<float> read;
     RecordGatherer gatherer {runLoop, deviceRecordFormat, [this](std::string_view chunk) {
-                                 chunks.emplace_back(chunk);
+                                 ++chunks;
                                  std::ranges::copy(readRecords(chunk), std::back_inserter(read));
                              }};
 
@@ -44,18 +44,11 @@ TEST(RecordGatherer, LosesNoRecordHoweverTheReadsFall)
     }
 }
 
-TEST(RecordGatherer, FlushesDiscardsAndLimitsItsBuffer)
+TEST(RecordGatherer, LimitsItsBuffer)
 {
     Gathering gathering;
-    gathering.gatherer.receive("+01");
-    gathering.gatherer.discard();
-    gathering.gatherer.receive("+0202b+02");
-    EXPECT_EQ(gathering.chunks.size(), 1U) << "complete records do not wait";
-    gathering.gatherer.flush();
-    gathering.runLoop.advance(Seconds(1.0));
     gathering.gatherer.receive("x");
     for (std::size_t bytes = 0; bytes < RecordGatherer::maxBufferSize; bytes += 6)
         gathering.gatherer.receive("xxxxxx");
-    EXPECT_EQ(gathering.chunks.size(), 3U) << "noise without a pause";
-    EXPECT_EQ(gathering.chunks[1], "+02");
+    EXPECT_EQ(gathering.chunks, 1) << "noise without a pause";
 }

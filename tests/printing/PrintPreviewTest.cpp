@@ -18,7 +18,6 @@
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 #include <QTemporaryDir>
-#include <QTest>
 
 #include <gtest/gtest.h>
 
@@ -88,9 +87,6 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
         preview.click(button);
         EXPECT_EQ(preview.position(), position);
     }
-    auto& pages = find<QGraphicsView>(preview.parent);
-    EXPECT_EQ(pages.items().size(), 2) << "Qt takes each for a page";
-
     auto const zoomAfter = [&](char const* button) {
         preview.click(button);
         return find<QLabel>(preview.parent, "zoomLabel").text().chopped(1).toInt();
@@ -104,6 +100,7 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     preview.window.showReport(ReportKind::Selected);
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
     EXPECT_TRUE(preview.button("selectedButton").isChecked());
+    auto& pages = find<QGraphicsView>(preview.parent);
     auto const pictureOfOne = pages.grab().toImage();
     preview.session.manager.measurementList.measurements()[4]->isCounted.setValue(true);
     preview.click("selectedButton");
@@ -144,7 +141,6 @@ TEST(PrintPreview, OffersNoChoiceBesideAReportOfItsOwn)
         EXPECT_EQ(printer.docName(), reportTitle(true));
         printer.setPageSize(QPageSize(QPageSize::A7));
     };
-    preview.session.saving.answer = "/folder/file";
     auto report = std::make_unique<ListPrintView>("", finishedMeasurements(1));
     report->setSimulated(true);
     preview.window.showReport(std::move(report), "経過");
@@ -152,8 +148,6 @@ TEST(PrintPreview, OffersNoChoiceBesideAReportOfItsOwn)
     EXPECT_FALSE(preview.button("listButton").isVisible());
     auto const& message = find<QLabel>(preview.parent, "messageLabel");
     EXPECT_TRUE(message.isVisible() && message.text() == simulatedMessage);
-    preview.click("savePdfButton");
-    EXPECT_NE(preview.session.saving.written.find("ListPrintView"), std::string::npos);
     preview.click("printButton");
 }
 

@@ -62,14 +62,6 @@ struct Session : Surroundings {
 
     void connect(float target = 30.0f) { Surroundings::connect(manager, target); }
     void finish() { manager.disconnectAction.apply(Nothing {}); }
-
-    std::vector<float> bestPressures() const
-    {
-        std::vector<float> best;
-        for (auto const& measurement : manager.measurementList.measurements())
-            best.push_back(*measurement->bestPressure);
-        return best;
-    }
 };
 
 } // namespace tensio

@@ -148,25 +148,15 @@ TEST(QtSerialPort, ReportsALossOnceAfterAllBurstsThatArrivedEvenIfQtDoesNotNotic
 
 TEST(QtSerialPort, SaysWhatToDoWhenItDoesNotOpen)
 {
-    struct {
-        std::string sentence;
-        bool isPluggedIn;
-        mode_t mode = 0666;
-        // Another program that uses the port.
-        int lockOwner = 0;
-    } const rows[] {
-        {"測定器が見つかりません", false},
-        {"開く権限がありません", true, 0},
-        {"他のプログラムが使用中です", true, 0666, getppid()},
-    };
-    for (auto const& [sentence, isPluggedIn, mode, lockOwner] : rows) {
+    for (std::string const sentence :
+        {"測定器が見つかりません", "開く権限がありません", "他のプログラムが使用中です"}) {
         Line line;
         auto const lock = "/var/lock/LCK..pts_" + line.path.substr(line.path.rfind('/') + 1);
-        if (lockOwner != 0)
-            std::ofstream(lock) << std::setw(10) << lockOwner << "\nother\nhost\n";
-        chmod(line.path.c_str(), mode);
-        if (!isPluggedIn)
+        chmod(line.path.c_str(), sentence.starts_with("開く") ? 0 : 0666);
+        if (sentence.starts_with("測定器"))
             line.terminal.reset();
+        if (sentence.starts_with("他の"))
+            std::ofstream(lock) << std::setw(10) << getppid() << "\nother\nhost\n";
         {
             // Root is refused nothing.
             UnprivilegedUser const user;
