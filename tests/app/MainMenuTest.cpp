@@ -132,20 +132,24 @@ TEST(MainMenu, ReportsWhichDeviceIsTakenAndWhatKeepsAnotherFromBeingRead)
     EXPECT_TRUE(report().starts_with("測定器が見つかりません")) << "none of the device's";
 }
 
-TEST(MainMenu, HasNoShortcutOrMnemonicTwice)
+TEST(MainMenu, HasItsShortcutsAndNoMnemonicTwice)
 {
     Desk const desk;
-    std::set<QString> taken;
+    QStringList shortcuts;
+    std::set<QString> mnemonics;
     for (auto const* item : desk.window.menuBar()->actions()) {
         EXPECT_FALSE(item->menu()->isEmpty());
         for (auto const* action : item->menu()->actions()) {
             auto const mnemonic = action->text().section(u'&', 1).left(1);
-            for (auto const& key : {action->shortcut().toString(),
-                     mnemonic.isEmpty() ? mnemonic : item->text() + mnemonic})
-                EXPECT_TRUE(key.isEmpty() || taken.insert(key).second) << key.toStdString();
+            EXPECT_TRUE(mnemonic.isEmpty() || mnemonics.insert(item->text() + mnemonic).second)
+                << action->text().toStdString();
+            if (auto const key = action->shortcut().toString(); !key.isEmpty())
+                shortcuts << key + u' ' + action->text().section(u'(', 0, 0);
         }
     }
-    for (auto const& [key, title] : {std::pair {"Ctrl+O", "以前の測定を開く"},
-             {"Ctrl+P", "一覧を印刷"}, {"Ctrl+Q", "tensioを終了"}, {"Ctrl+S", "CSVを保存"}})
-        EXPECT_EQ(desk.command(title).shortcut().toString(), key);
+    EXPECT_EQ(shortcuts.join(u'、').toStdString(),
+        "Ctrl+O 以前の測定を開く、Ctrl+S CSVを保存、Ctrl+Shift+S 選択した測定のCSVを保存、"
+        "Ctrl+Q tensioを終了、F5 測定を開始、Shift+F5 測定を終了、F11 全画面表示、"
+        "Home 最初の測定へ、End 最後の測定へ、Ctrl+P 一覧を印刷、Ctrl+Shift+P グリッドを印刷、"
+        "F1 使い方");
 }

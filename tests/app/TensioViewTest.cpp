@@ -61,7 +61,6 @@ TEST(TensioView, KeysOpenTheDialogFinishAndTurnTheHistoryWhenThatIsPossible)
     EXPECT_EQ(desk.window.childAt(1, 1), &cover) << "before the menu bar";
     desk.window.resize(1500, 500);
     EXPECT_EQ(cover.geometry(), QRect(0, 0, 1500, 500)) << "beside the design, too";
-    EXPECT_EQ(colorAt(desk.window.grab().toImage(), 1490, 490), QColor(127, 127, 127));
     QApplication::activeModalWidget()->close();
     EXPECT_FALSE(cover.isVisible());
     QApplication::setActiveWindow(&desk.window);

@@ -78,12 +78,9 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
     auto const& window = preview.window;
     EXPECT_EQ(window.size().boundedTo(availableSize(window)), window.size());
     EXPECT_EQ(window.size().expandedTo(window.minimumSizeHint()), window.size()) << "uncut";
-    preview.button("nextButton").setFocus();
-    preview.click("nextButton");
-    EXPECT_EQ(preview.position(), "2 / 2 ページ");
-    EXPECT_TRUE(preview.button("previousButton").hasFocus()) << "not the zoom";
-    for (auto const& [button, position] : {std::pair {"gridButton", "2 / 8 ページ"},
-             {"previousButton", "1 / 8 ページ"}, {"listButton", "1 / 2 ページ"}}) {
+    for (auto const& [button, position] :
+        {std::pair {"nextButton", "2 / 2 ページ"}, {"gridButton", "2 / 8 ページ"},
+            {"previousButton", "1 / 8 ページ"}, {"listButton", "1 / 2 ページ"}}) {
         preview.click(button);
         EXPECT_EQ(preview.position(), position);
     }

@@ -12,6 +12,7 @@
 #include <QTimer>
 
 #include <memory>
+#include <optional>
 
 namespace tensio {
 
@@ -20,7 +21,7 @@ namespace tensio {
 class Program {
 public:
     RuntimeFolder folder;
-    std::unique_ptr<Terminal> terminal;
+    std::optional<Terminal> terminal;
     SystemClock clock;
     std::unique_ptr<StartedProgram> started;
     QStringList alerts;
@@ -44,11 +45,7 @@ public:
     MainWindow& window() const { return started->application.window(); }
 
     // In place of the terminal before.
-    void plugIn()
-    {
-        terminal.reset();
-        terminal = std::make_unique<Terminal>("SLAB_USBtoUART-x");
-    }
+    void plugIn() { terminal.emplace("SLAB_USBtoUART-x"); }
 
     bool connect() const
     {
