@@ -56,46 +56,36 @@ QString titleOf(bool isSimulated)
                        : u"名前を付けて保存"_s;
 }
 
-// As QFileDialog reads it.
-QString withHome(QString const& path)
-{
-    return path.startsWith(u"~/"_s) ? QDir::homePath() + path.sliced(1) : path;
-}
-
 // QFileDialog adds its default suffix only to names without a dot, but also to a folder's, and
-// takes what stands between quotation marks for the name.
+// would divide a name at quotation marks.
 class TypedSavePanel : public QFileDialog {
 public:
-    TypedSavePanel(QString type, bool isSimulated)
+    TypedSavePanel(QString const& type, bool isSimulated)
         : QFileDialog(frontWindow(), titleOf(isSimulated), startingFolder(),
             u"%1 (*.%2)"_s.arg(type.toUpper(), type))
-        , m_type(std::move(type))
     {
         setAcceptMode(AcceptSave);
-        setDefaultSuffix(m_type);
+        setDefaultSuffix(type);
         describeControls(*this);
         fitScreen();
     }
 
-    // Once accepted.
-    QString path() const { return m_path.isEmpty() ? selectedFiles().constFirst() : m_path; }
-
     void accept() override
     {
-        m_path.clear();
-        auto* name = findChild<QLineEdit*>(u"fileNameEdit"_s);
-        if (!name || name->text().isEmpty()) {
+        auto* const input = findChild<QLineEdit*>(u"fileNameEdit"_s);
+        auto const name = input ? input->text() : QString();
+        QFileInfo const file(directory(), name);
+        if (name.isEmpty()) {
             QFileDialog::accept();
-            return;
+        } else if (file.isDir()) {
+            setDirectory(file.filePath());
+            input->clear();
+        } else if (name.endsWith(u'/')) {
+            input->selectAll();
+        } else {
+            input->setText(withType(name, defaultSuffix()).replace(u'"', u'”'));
+            QFileDialog::accept();
         }
-        auto const typed = directory().absoluteFilePath(withHome(name->text()));
-        if (QFileInfo(typed).isDir() || typed.endsWith(u'/')) {
-            enterFolder(typed, *name);
-            return;
-        }
-        m_path = withType(typed, m_type);
-        if (!QFileInfo::exists(m_path) || mayReplace())
-            done(Accepted);
     }
 
 private:
@@ -107,27 +97,6 @@ private:
         setMinimumWidth(std::min(minimumWidth(), room.width()));
         resize(sizeHint().expandedTo(minimumSize()).boundedTo(room));
     }
-
-    void enterFolder(QString const& folder, QLineEdit& name)
-    {
-        if (!QFileInfo(folder).isDir()) {
-            name.selectAll();
-            return;
-        }
-        setDirectory(folder);
-        name.clear();
-    }
-
-    bool mayReplace()
-    {
-        auto const question = tr("%1 already exists.\nDo you want to replace it?");
-        return QMessageBox::warning(this, windowTitle(), question.arg(QFileInfo(m_path).fileName()),
-                   QMessageBox::Yes | QMessageBox::No, QMessageBox::No)
-            == QMessageBox::Yes;
-    }
-
-    QString m_type;
-    QString m_path;
 };
 
 } // namespace
@@ -138,7 +107,7 @@ std::optional<std::string> QtSavePanel::runModal(std::string const& fileType)
     auto const hold = m_queue.hold();
     TypedSavePanel panel(type, m_isSimulated);
     while (panel.exec() == QDialog::Accepted) {
-        auto const chosen = panel.path();
+        auto const chosen = panel.selectedFiles().constFirst();
         auto const path = withType(chosen, type);
         if (path == chosen || !QFileInfo::exists(path))
             return path.toStdString();

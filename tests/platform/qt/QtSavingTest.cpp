@@ -104,7 +104,9 @@ TEST(QtSavePanel, StartsAtTheDesktopAndCompletesTheTypeBeforeTheQuestionAboutOve
         panel.setSimulated(name == "old.1");
         bool const isName = !name.empty() && !name.ends_with('/');
         EXPECT_EQ(panel.runModal("csv").value_or(""),
-            isName ? desktop.path().toStdString() + "/" + name + ".csv" : "");
+            isName ? desktop.filePath(QString::fromStdString(name + ".csv").replace('"', "”"))
+                         .toStdString()
+                   : "");
     }
     EXPECT_EQ(questions, 1);
     EXPECT_EQ(shown, desktop.filePath("sub"));
