@@ -29,22 +29,21 @@ constexpr std::array requests {SIGTERM, SIGHUP, SIGINT};
 std::array<int, 2> signalPipe {-1, -1};
 
 // Little else is allowed in a signal handler.
-void handleSignal(int /*signal*/)
+void handleSignal(int signal)
 {
     int const error = errno;
+    std::signal(signal, SIG_DFL);
     [[maybe_unused]] auto const written = write(signalPipe[1], "", 1);
     errno = error;
 }
 
-void answer(int signal)
+// A signal that is ignored stays so.
+void answerSignals(void (*handler)(int))
 {
-    struct sigaction action { };
-    sigaction(signal, nullptr, &action);
-    if (action.sa_handler == SIG_IGN)
-        return;
-    action.sa_handler = handleSignal;
-    action.sa_flags = static_cast<int>(SA_RESTART | SA_RESETHAND);
-    sigaction(signal, &action, nullptr);
+    for (auto const signal : requests) {
+        if (std::signal(signal, handler) == SIG_IGN)
+            std::signal(signal, SIG_IGN);
+    }
 }
 
 #endif
@@ -73,8 +72,7 @@ void ProcessEnd::watchSignals()
         m_notifier->setEnabled(false);
         m_onRequest();
     });
-    for (auto const signal : requests)
-        answer(signal);
+    answerSignals(handleSignal);
 }
 
 ProcessEnd::~ProcessEnd()
@@ -82,12 +80,7 @@ ProcessEnd::~ProcessEnd()
     exitHandler = nullptr;
     if (!m_notifier)
         return;
-    for (auto const signal : requests) {
-        struct sigaction action { };
-        sigaction(signal, nullptr, &action);
-        if (action.sa_handler == handleSignal)
-            std::signal(signal, SIG_DFL);
-    }
+    answerSignals(SIG_DFL);
     m_notifier.reset();
     for (auto const end : signalPipe)
         close(end);
