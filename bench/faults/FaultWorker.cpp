@@ -111,10 +111,12 @@ int cut(QDir const& folder)
 
 StoreProblem finish(SessionTransfer& transfer)
 {
-    while (transfer.step() == TransferState::Running) { }
-    return transfer.step() == TransferState::Done   ? StoreProblem::None
-        : transfer.step() == TransferState::NoSpace ? StoreProblem::NoSpace
-                                                    : StoreProblem::NotWritable;
+    auto state = TransferState::Running;
+    while (state == TransferState::Running)
+        state = transfer.step();
+    return state == TransferState::Done   ? StoreProblem::None
+        : state == TransferState::NoSpace ? StoreProblem::NoSpace
+                                          : StoreProblem::NotWritable;
 }
 
 void prepareStore(QDir const& folder, std::string const& backup)

@@ -1,13 +1,17 @@
 #include "platform/qt/QtSessionStore.h"
 
 #include "platform/qt/QtSessionTransfer.h"
+#include "platform/qt/SessionTables.h"
 
 #include <QStandardPaths>
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <limits>
+
+using namespace Qt::StringLiterals;
 
 namespace tensio {
 
@@ -40,12 +44,11 @@ Durability durabilityOf(MeasurementPart const& part)
     return part.isFinished ? Durability::PowerCut : Durability::ProgramEnd;
 }
 
-QString const& summaryColumns()
+QString summariesWhere(QString const& condition)
 {
-    static QString const columns
-        = QStringLiteral("SELECT id, start, name, count, best, saved, simulated, target, percent, "
-                         "ended FROM session ");
-    return columns;
+    return u"SELECT id, start, name, count, best, saved, simulated, target, percent, ended "
+           "FROM session WHERE "_s
+        + condition;
 }
 
 SessionSummary summaryOf(QSqlQuery const& row)
@@ -57,8 +60,8 @@ SessionSummary summaryOf(QSqlQuery const& row)
 } // namespace
 
 QtSessionStore::QtSessionStore()
-    : QtSessionStore(QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation)
-        + QStringLiteral("/sessions.db"))
+    : QtSessionStore(
+        QStandardPaths::writableLocation(QStandardPaths::AppLocalDataLocation) + u"/sessions.db"_s)
 {
 }
 
@@ -74,14 +77,13 @@ std::optional<SessionId> QtSessionStore::begin(SessionHead const& head, Measurem
         return std::nullopt;
     SessionId id = 0;
     bool const isDone = m_database.change(durabilityOf(part), [&] {
-        auto* const inserted = m_database.run(
-            QStringLiteral(
-                "INSERT INTO session (start, name, target, percent, simulated, identity) "
-                "VALUES (?, ?, ?, ?, ?, lower(hex(randomblob(16))))"),
+        auto const inserted = m_database.query(
+            u"INSERT INTO session (start, name, target, percent, simulated, identity) "
+            "VALUES (?, ?, ?, ?, ?, lower(hex(randomblob(16))))"_s,
             {stored(head.start), QString::fromStdString(head.name), stored(head.target),
                 stored(head.targetPercent), head.isSimulated});
-        id = inserted ? inserted->lastInsertId().toLongLong() : 0;
-        return id != 0 && writePart(id, part);
+        id = inserted.lastInsertId().toLongLong();
+        return inserted.isActive() && writePart(id, part);
     });
     return isDone ? std::optional(id) : std::nullopt;
 }
@@ -93,17 +95,13 @@ bool QtSessionStore::write(SessionId session, MeasurementPart const& part)
 
 bool QtSessionStore::writePart(SessionId session, MeasurementPart const& part)
 {
-    auto* const updated = m_database.run(
-        QStringLiteral("UPDATE session SET count = max(count, ?), best = max(best, ?) "
-                       "WHERE id = ?"),
+    auto const updated = m_database.query(
+        u"UPDATE session SET count = max(count, ?), best = max(best, ?) WHERE id = ?"_s,
         {part.number, stored(part.best), session});
-    if (!updated)
-        return false;
     // Nothing is kept of a session that the user has deleted meanwhile.
-    if (updated->numRowsAffected() == 0)
-        return true;
-    return m_database.run(
-               QStringLiteral("INSERT OR REPLACE INTO measurement VALUES (?, ?, ?, ?, ?, ?)"),
+    if (updated.numRowsAffected() < 1)
+        return updated.isActive();
+    return m_database.run(u"INSERT OR REPLACE INTO measurement VALUES (?, ?, ?, ?, ?, ?)"_s,
                {session, part.number, stored(part.best), stored(part.target),
                    stored(part.timeStamp), part.isFinished})
         && writePoints(session, part);
@@ -111,13 +109,13 @@ bool QtSessionStore::writePart(SessionId session, MeasurementPart const& part)
 
 bool QtSessionStore::writePoints(SessionId session, MeasurementPart const& part)
 {
-    for (std::size_t offset = 0; offset < part.points.size(); offset += pointsPerBlob) {
-        auto const blob = std::as_bytes(
-            part.points.subspan(offset, std::min(pointsPerBlob, part.points.size() - offset)));
-        QByteArray const bytes(
-            reinterpret_cast<char const*>(blob.data()), static_cast<qsizetype>(blob.size()));
-        if (!m_database.run(QStringLiteral("INSERT OR REPLACE INTO points VALUES (?, ?, ?, ?)"),
-                {session, part.number, static_cast<qint64>(part.firstPoint + offset), bytes}))
+    for (std::size_t first = 0; first < part.points.size(); first += pointsPerBlob) {
+        auto const points
+            = part.points.subspan(first, std::min(pointsPerBlob, part.points.size() - first));
+        QByteArray const bytes(reinterpret_cast<char const*>(points.data()),
+            static_cast<qsizetype>(points.size_bytes()));
+        if (!m_database.run(u"INSERT OR REPLACE INTO points VALUES (?, ?, ?, ?)"_s,
+                {session, part.number, static_cast<qint64>(part.firstPoint + first), bytes}))
             return false;
     }
     return true;
@@ -125,52 +123,51 @@ bool QtSessionStore::writePoints(SessionId session, MeasurementPart const& part)
 
 bool QtSessionStore::end(SessionId session, SessionEnd const& end)
 {
-    return m_database.change(Durability::ProgramEnd, [&] {
-        return m_database.run(
-            QStringLiteral("UPDATE session SET ended = ?, target = ?, percent = ? WHERE id = ?"),
-            {stored(end.date), stored(end.target), stored(end.targetPercent), session});
-    });
+    return change(Durability::ProgramEnd,
+        u"UPDATE session SET ended = ?, target = ?, percent = ? WHERE id = ?"_s,
+        {stored(end.date), stored(end.target), stored(end.targetPercent), session});
 }
 
 bool QtSessionStore::checkpoint()
 {
     // The first write into an empty journal waits for the disk: it is made here.
-    return m_database.checkpoint() && m_database.change(Durability::ProgramEnd, [this] {
-        return m_database.run(QStringLiteral("UPDATE session SET start = start WHERE id = "
-                                             "(SELECT max(id) FROM session)"));
-    });
+    return m_database.checkpoint()
+        && change(Durability::ProgramEnd,
+            u"UPDATE session SET start = start WHERE id = (SELECT max(id) FROM session)"_s, {});
 }
 
 bool QtSessionStore::markSaved(SessionId session)
 {
-    return changeDurably(QStringLiteral("UPDATE session SET saved = 1 WHERE id = ?"), {session});
+    return change(Durability::PowerCut, u"UPDATE session SET saved = 1 WHERE id = ?"_s, {session});
 }
 
 bool QtSessionStore::dismiss(SessionId session)
 {
-    return changeDurably(QStringLiteral("UPDATE session SET aside = 1 WHERE id = ?"), {session});
+    return change(Durability::PowerCut, u"UPDATE session SET aside = 1 WHERE id = ?"_s, {session});
 }
 
 bool QtSessionStore::remove(std::vector<SessionId> const& sessions)
 {
-    auto const removeOne = [this](SessionId session) {
-        return m_database.run(QStringLiteral("DELETE FROM points WHERE session = ?"), {session})
-            && m_database.run(
-                QStringLiteral("DELETE FROM measurement WHERE session = ?"), {session})
-            && m_database.run(QStringLiteral("DELETE FROM session WHERE id = ?"), {session});
+    QStringList ids;
+    for (auto const session : sessions)
+        ids += QString::number(session);
+    auto const remove = [&] {
+        return std::ranges::all_of(std::array {u"points WHERE session"_s,
+                                       u"measurement WHERE session"_s, u"session WHERE id"_s},
+            [&](QString const& rows) {
+                return m_database.run(u"DELETE FROM %1 IN (%2)"_s.arg(rows, ids.join(u',')));
+            });
     };
     // Nothing of them may stay in the journal.
-    return m_database.change(Durability::PowerCut, [&] {
-        return std::ranges::all_of(sessions, removeOne);
-    }) && m_database.checkpoint();
+    return m_database.change(Durability::PowerCut, remove) && m_database.checkpoint();
 }
 
 SessionPage QtSessionStore::sessions(std::optional<SessionSummary> const& last, std::size_t most)
 {
     constexpr auto end = std::numeric_limits<qint64>::max();
     SessionPage page;
-    page.isComplete = m_database.read(summaryColumns()
-            + QStringLiteral("WHERE (start, id) < (?, ?) ORDER BY start DESC, id DESC LIMIT ?"),
+    page.isComplete = m_database.read(
+        summariesWhere(u"(start, id) < (?, ?) ORDER BY start DESC, id DESC LIMIT ?"_s),
         {last ? stored(last->start) : end, last ? last->id : end, static_cast<qint64>(most)},
         [&](QSqlQuery const& row) { page.sessions.push_back(summaryOf(row)); });
     return page;
@@ -180,9 +177,8 @@ std::optional<SessionSummary> QtSessionStore::unsavedSession()
 {
     std::optional<SessionSummary> unsaved;
     m_database.read(
-        QStringLiteral("%1 WHERE id = (SELECT id FROM session ORDER BY start DESC, id DESC LIMIT 1)"
-                       " AND saved = 0 AND aside = 0")
-            .arg(summaryColumns()),
+        summariesWhere(u"id = (SELECT id FROM session ORDER BY start DESC, id DESC LIMIT 1) "
+                       "AND saved = 0 AND aside = 0"_s),
         {}, [&](QSqlQuery const& row) { unsaved = summaryOf(row); });
     return unsaved;
 }
@@ -190,34 +186,25 @@ std::optional<SessionSummary> QtSessionStore::unsavedSession()
 std::optional<StoredSession> QtSessionStore::load(SessionId session, StoredPoints points)
 {
     std::optional<StoredSession> found;
-    m_database.read(
-        summaryColumns() + QStringLiteral("WHERE id = ?"), {session}, [&](QSqlQuery const& row) {
-            found = {summaryOf(row), {}, row.value(7).toFloat(), row.value(8).toFloat(), {}, true};
-            if (!row.isNull(9))
-                found->end = dateOf(row.value(9));
-        });
+    m_database.read(summariesWhere(u"id = ?"_s), {session}, [&](QSqlQuery const& row) {
+        found = {summaryOf(row), {}, row.value(7).toFloat(), row.value(8).toFloat(), {}, true};
+        if (!row.isNull(9))
+            found->end = dateOf(row.value(9));
+    });
+    if (!found)
+        return found;
+    auto& measurements = found->measurements;
+    readMeasurements(m_database, SessionDatabase::own, session, [&](QSqlQuery const& row) {
+        measurements.push_back({row.value(0).toInt(), row.value(1).toFloat(),
+            row.value(2).toFloat(), dateOf(row.value(3)), {}});
+    });
+    std::ranges::sort(measurements, {}, &StoredMeasurement::number);
+    found->isComplete = std::ssize(measurements) >= found->summary.count;
     // One by one: damage hides only what it has hit.
-    for (int number = 1; found && number <= found->summary.count; ++number) {
-        auto measurement = readMeasurement(session, number);
-        bool const isRead
-            = measurement && (points == StoredPoints::LeftOut || readPoints(session, *measurement));
-        found->isComplete = found->isComplete && isRead;
-        if (measurement)
-            found->measurements.push_back(*std::move(measurement));
+    for (auto& each : measurements) {
+        if (points == StoredPoints::Loaded && !readPoints(session, each))
+            found->isComplete = false;
     }
-    return found;
-}
-
-std::optional<StoredMeasurement> QtSessionStore::readMeasurement(SessionId session, int number)
-{
-    std::optional<StoredMeasurement> found;
-    m_database.read(
-        QStringLiteral(
-            "SELECT best, target, time FROM measurement WHERE session = ? AND number = ?"),
-        {session, number}, [&](QSqlQuery const& row) {
-            found = {
-                number, row.value(0).toFloat(), row.value(1).toFloat(), dateOf(row.value(2)), {}};
-        });
     return found;
 }
 
@@ -225,7 +212,7 @@ bool QtSessionStore::readPoints(SessionId session, StoredMeasurement& measuremen
 {
     auto& points = measurement.points;
     bool const areRead = m_database.read(
-        QStringLiteral("SELECT kpa FROM points WHERE session = ? AND number = ? ORDER BY first"),
+        u"SELECT kpa FROM points WHERE session = ? AND number = ? ORDER BY first"_s,
         {session, measurement.number}, [&](QSqlQuery const& row) {
             auto const bytes = row.value(0).toByteArray();
             auto const before = points.size();
@@ -248,10 +235,10 @@ std::unique_ptr<SessionTransfer> QtSessionStore::restore(std::string const& path
         m_database, QtSessionTransfer::Kind::Restore, QString::fromStdString(path));
 }
 
-bool QtSessionStore::changeDurably(QString const& statement, QVariantList const& values)
+bool QtSessionStore::change(
+    Durability durability, QString const& statement, QVariantList const& values)
 {
-    return m_database.change(
-        Durability::PowerCut, [&] { return m_database.run(statement, values) != nullptr; });
+    return m_database.change(durability, [&] { return m_database.run(statement, values); });
 }
 
 } // namespace tensio

@@ -37,10 +37,10 @@ public:
 private:
     bool writePart(SessionId session, MeasurementPart const& part);
     bool writePoints(SessionId session, MeasurementPart const& part);
-    std::optional<StoredMeasurement> readMeasurement(SessionId session, int number);
     // False without all points; a measurement has some.
     bool readPoints(SessionId session, StoredMeasurement& measurement);
-    bool changeDurably(QString const& statement, QVariantList const& values = {});
+    bool change(SessionDatabase::Durability durability, QString const& statement,
+        QVariantList const& values);
 
     SessionDatabase m_database;
 };

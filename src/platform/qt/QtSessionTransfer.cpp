@@ -1,25 +1,32 @@
 #include "platform/qt/QtSessionTransfer.h"
 
-#include "platform/qt/SessionDatabase.h"
 #include "platform/qt/SessionFile.h"
 #include "platform/qt/SessionTables.h"
 
 #include <QElapsedTimer>
 #include <QFile>
-#include <QFileInfo>
 #include <QTemporaryFile>
-#include <QUrl>
 
+#include <array>
+#include <filesystem>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace tensio {
 
 namespace {
 
 constexpr std::chrono::milliseconds stepTime {8};
+constexpr auto own = SessionDatabase::own;
+constexpr auto other = SessionDatabase::other;
 
-QString const ownSchema = QStringLiteral("main");
-QString const otherSchema = QStringLiteral("other");
+TransferState endBy(StoreProblem problem)
+{
+    return problem == StoreProblem::NoSpace ? TransferState::NoSpace
+        : problem == StoreProblem::Damaged  ? TransferState::Unreadable
+                                            : TransferState::NotWritable;
+}
 
 } // namespace
 
@@ -28,9 +35,6 @@ QtSessionTransfer::QtSessionTransfer(SessionDatabase& database, Kind kind, QStri
     , m_kind(kind)
     , m_path(std::move(path))
 {
-    // Opened twice, it would lose its lock.
-    if (QFileInfo(m_path) == QFileInfo(m_database.path()))
-        m_state = TransferState::NotWritable;
 }
 
 QtSessionTransfer::~QtSessionTransfer()
@@ -44,27 +48,28 @@ QtSessionTransfer::~QtSessionTransfer()
 
 TransferState QtSessionTransfer::step()
 {
-    if (m_state == TransferState::Running)
-        m_state = advance();
-    if (m_state != TransferState::Running)
-        m_database.detach();
-    return m_state;
-}
-
-TransferState QtSessionTransfer::advance()
-{
     if (!m_copy)
-        return m_kind == Kind::Backup ? startBackup() : startRestore();
+        return start();
     if (!m_flushing.valid())
         return copySome();
     bool const isReady = m_flushing.wait_for(stepTime) == std::future_status::ready;
     return isReady ? finish(m_flushing.get()) : TransferState::Running;
 }
 
+TransferState QtSessionTransfer::start()
+{
+    // Opened twice, the store would lose its lock.
+    std::error_code error;
+    if (std::filesystem::equivalent(
+            m_path.toStdU16String(), m_database.path().toStdU16String(), error))
+        return TransferState::NotWritable;
+    return m_kind == Kind::Backup ? startBackup() : startRestore();
+}
+
 // Windows renames no file that is open, and QTemporaryFile stays open.
 bool QtSessionTransfer::makeFile()
 {
-    QTemporaryFile file(m_path + QStringLiteral(".XXXXXX"));
+    QTemporaryFile file(m_path + u".XXXXXX"_s);
     file.setAutoRemove(false);
     if (file.open())
         m_newPath = file.fileName();
@@ -73,37 +78,27 @@ bool QtSessionTransfer::makeFile()
 
 TransferState QtSessionTransfer::startBackup()
 {
-    auto const set = [this](QString const& setting) {
-        return m_database.read(QStringLiteral("PRAGMA other.") + setting, {}, [](auto const&) {});
-    };
     // Each statement for itself: after damage SQLite refuses to commit a transaction. A statement
     // that fails leaves a file that is deleted.
-    bool const isReady = makeFile() && m_database.attach(m_newPath)
-        && set(QStringLiteral("journal_mode = OFF")) && set(QStringLiteral("synchronous = OFF"))
-        && makeSessionTables(m_database, otherSchema);
-    return isReady ? startCopy(ownSchema, otherSchema) : refusal();
+    constexpr std::array settings {"PRAGMA %1.journal_mode = OFF", "PRAGMA %1.synchronous = OFF"};
+    if (!makeFile() || !m_database.attach(m_newPath) || !m_database.runAll(settings, other)
+        || !makeSessionTables(m_database, other))
+        return endBy(m_database.refusal());
+    m_copy.emplace(m_database, own, other);
+    return TransferState::Running;
 }
 
 TransferState QtSessionTransfer::startRestore()
 {
     if (!m_database.canChange())
         return TransferState::NotWritable;
-    // Immutable: nothing is written beside it, and it may lie on a medium that cannot be written.
-    auto const url = QUrl::fromLocalFile(m_path).toString(QUrl::FullyEncoded);
-    if (!m_database.attach(url + QStringLiteral("?mode=ro&immutable=1")))
+    if (!m_database.attach(readOnlyUrl(m_path)))
         return TransferState::Unreadable;
-    bool const isBegun = m_database.begin(SessionDatabase::Durability::PowerCut);
-    return isBegun ? startCopy(otherSchema, ownSchema) : refusal();
-}
-
-TransferState QtSessionTransfer::startCopy(QString const& from, QString const& to)
-{
-    m_copy.emplace(m_database, from, to);
+    m_copy.emplace(m_database, other, own);
     if (m_copy->version() > sessionTablesVersion)
         return TransferState::Newer;
-    if (m_copy->isPossible())
-        return TransferState::Running;
-    return m_copy->hasFailed() ? refusal() : TransferState::Unreadable;
+    bool const isBegun = m_database.begin(SessionDatabase::Durability::PowerCut);
+    return isBegun ? TransferState::Running : endBy(m_database.refusal());
 }
 
 TransferState QtSessionTransfer::copySome()
@@ -113,12 +108,11 @@ TransferState QtSessionTransfer::copySome()
     bool isMore = true;
     while (isMore && timer.elapsed() < stepTime.count())
         isMore = m_copy->next();
-    if (m_copy->hasFailed())
-        return refusal();
-    if (m_copy->hasMetDamage() && m_kind == Kind::Restore)
-        return TransferState::Unreadable;
-    if (m_copy->hasMetDamage())
+    auto const problem = m_copy->problem();
+    if (problem == StoreProblem::Damaged && m_kind == Kind::Backup)
         m_database.reportDamage();
+    else if (problem != StoreProblem::None)
+        return endBy(problem);
     if (!isMore)
         flush();
     return TransferState::Running;
@@ -136,17 +130,11 @@ void QtSessionTransfer::flush()
 TransferState QtSessionTransfer::finish(bool isFlushed)
 {
     if (m_kind == Kind::Restore)
-        return m_database.run(QStringLiteral("COMMIT")) ? TransferState::Done : refusal();
-    bool const isDone = isFlushed && replaceFile(m_newPath, m_path);
-    if (!isDone)
+        return m_database.run(u"COMMIT"_s) ? TransferState::Done : endBy(m_database.refusal());
+    if (!isFlushed || !replaceFile(m_newPath, m_path))
         return TransferState::NotWritable;
-    return m_copy->hasMetDamage() ? TransferState::DoneInPart : TransferState::Done;
-}
-
-TransferState QtSessionTransfer::refusal() const
-{
-    return m_database.refusal() == StoreProblem::NoSpace ? TransferState::NoSpace
-                                                         : TransferState::NotWritable;
+    bool const isWhole = m_copy->problem() == StoreProblem::None;
+    return isWhole ? TransferState::Done : TransferState::DoneInPart;
 }
 
 } // namespace tensio

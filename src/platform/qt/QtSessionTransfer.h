@@ -8,36 +8,33 @@ namespace tensio {
 
 // Copies between the database and an attached file, then waits for the disk in another thread.
 class QtSessionTransfer : public SessionTransfer {
+    Q_DISABLE_COPY_MOVE(QtSessionTransfer)
+
 public:
     enum class Kind { Backup, Restore };
 
     // The database must outlive the transfer.
     QtSessionTransfer(SessionDatabase& database, Kind kind, QString path);
     ~QtSessionTransfer() override;
-    Q_DISABLE_COPY_MOVE(QtSessionTransfer)
 
     TransferState step() override;
     double progress() const override { return m_copy ? m_copy->progress() : 0.0; }
     int count() const override { return m_copy ? m_copy->count() : 0; }
 
 private:
-    TransferState advance();
+    TransferState start();
     bool makeFile();
     TransferState startBackup();
     TransferState startRestore();
-    TransferState startCopy(QString const& from, QString const& to);
     TransferState copySome();
     void flush();
     TransferState finish(bool isFlushed);
-    // By the latest statement that failed.
-    TransferState refusal() const;
 
     SessionDatabase& m_database;
     Kind m_kind;
     QString m_path;
     // Becomes the backup; empty before it is there.
     QString m_newPath;
-    TransferState m_state = TransferState::Running;
     std::optional<SessionCopy> m_copy;
     std::future<bool> m_flushing;
 };

@@ -1,133 +1,101 @@
 #include "platform/qt/SessionCopy.h"
 
-#include "platform/qt/SessionDatabase.h"
 #include "platform/qt/SessionTables.h"
 
 #include <algorithm>
-#include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace tensio {
 
-SessionCopy::SessionCopy(SessionDatabase& database, QString from, QString to)
+SessionCopy::SessionCopy(SessionDatabase& database, QLatin1StringView from, QLatin1StringView to)
     : m_database(database)
-    , m_from(std::move(from))
-    , m_to(std::move(to))
+    , m_from(from)
+    , m_to(to)
+    , m_version(
+          static_cast<int>(database.number(u"PRAGMA %1.user_version"_s.arg(from)).value_or(0)))
 {
-    m_version = static_cast<int>(
-        number(QStringLiteral("PRAGMA %1.user_version").arg(m_from)).value_or(0));
-    m_total = number(QStringLiteral("SELECT count(*) FROM %1.session").arg(m_from)).value_or(0);
-    auto const last = number(QStringLiteral("SELECT max(session) FROM %1.measurement").arg(m_from));
-    m_lastSession = last
-        ? *last
-        : number(QStringLiteral("SELECT max(seq) FROM %1.sqlite_sequence").arg(m_from)).value_or(0);
-}
-
-bool SessionCopy::isPossible()
-{
-    // There is no session 0.
-    return copyHead() == 0 && copyMeasurements(0) && !m_hasMetDamage;
+    auto const take = [this](QSqlQuery const& row) { m_rest.insert(row.value(0).toLongLong()); };
+    // What damage hides in one table shows in the other: each session has a measurement.
+    if (!note(database.read(u"SELECT id FROM %1.session"_s.arg(from), {}, take)))
+        database.read(u"SELECT DISTINCT session FROM %1.measurement"_s.arg(from), {}, take);
+    m_total = m_rest.size();
 }
 
 bool SessionCopy::next()
 {
-    if (m_hasFailed || !findNext())
+    if (m_rest.empty())
         return false;
-    ++m_seen;
-    auto const copy = copyHead();
-    if (copy != 0 && copyMeasurements(copy))
+    auto const session = m_rest.extract(m_rest.begin()).value();
+    if (auto const copy = copyHead(session); copy != 0) {
+        copyMeasurements(session, copy);
         ++m_count;
-    return !m_hasFailed;
+    }
+    return canGoOn();
 }
 
 double SessionCopy::progress() const
 {
-    return static_cast<double>(std::min(m_seen, m_total))
-        / static_cast<double>(std::max(m_total, 1LL));
+    auto const total = static_cast<double>(std::max<std::size_t>(m_total, 1));
+    return 1.0 - static_cast<double>(m_rest.size()) / total;
 }
 
-bool SessionCopy::findNext()
+SessionId SessionCopy::copyHead(SessionId session)
 {
-    auto const found = number(
-        QStringLiteral("SELECT min(id) FROM %1.session WHERE id > ?").arg(m_from), {m_session});
-    // Past damage, each number that there may be.
-    m_session = found.value_or(m_session + 1);
-    return found ? m_session != 0 : !m_hasFailed && m_session <= m_lastSession;
-}
-
-SessionId SessionCopy::copyHead()
-{
-    auto const columns = QStringLiteral(
-        "start, ended, name, target, percent, simulated, saved, aside, count, best");
-    bool const hadMetDamage = std::exchange(m_hasMetDamage, false);
-    auto copy = insertHead(QStringLiteral("INSERT OR IGNORE INTO %1.session (%2, identity) SELECT "
-                                          "%2, %3 FROM %4.session WHERE id = ? AND count > 0")
-                               .arg(m_to, columns, identityColumn(m_version), m_from),
-        {m_session});
-    if (m_hasMetDamage) {
+    auto const columns
+        = u"start, ended, name, target, percent, simulated, saved, aside, count, best"_s;
+    auto head = query(u"INSERT OR IGNORE INTO %1.session (%2, identity) SELECT %2, %3 FROM "
+                      "%4.session WHERE id = ? AND count > 0"_s.arg(
+                          m_to, columns, identityColumn(m_version), m_from),
+        {session});
+    if (!head.isActive()) {
         // Another name for each: they are not one person.
-        auto const name = QStringLiteral("氏名不明 %1").arg(m_session);
-        copy = insertHead(
-            QStringLiteral(
-                "INSERT INTO %1.session (start, name, target, percent, simulated, count, best, "
-                "identity) "
-                "SELECT min(time), ?, 0.0, 1.0, 0, max(number), max(best), "
-                "lower(hex(randomblob(16))) FROM %2.measurement WHERE session = ? GROUP BY session")
+        head = query(
+            u"INSERT INTO %1.session (start, name, target, percent, simulated, count, best, "
+            "identity) SELECT min(time), ?, 0.0, 1.0, 0, max(number), max(best), "
+            "lower(hex(randomblob(16))) FROM %2.measurement WHERE session = ? GROUP BY session"_s
                 .arg(m_to, m_from),
-            {name, m_session});
+            {u"氏名不明 %1"_s.arg(session), session});
     }
-    m_hasMetDamage = m_hasMetDamage || hadMetDamage;
-    return copy;
+    return head.numRowsAffected() > 0 ? head.lastInsertId().toLongLong() : 0;
 }
 
-SessionId SessionCopy::insertHead(QString const& statement, QVariantList const& values)
-{
-    auto* const inserted = run(statement, values);
-    bool const isNew = inserted && inserted->numRowsAffected() > 0;
-    return isNew ? inserted->lastInsertId().toLongLong() : 0;
-}
-
-bool SessionCopy::copyMeasurements(SessionId copy)
+void SessionCopy::copyMeasurements(SessionId session, SessionId copy)
 {
     auto const measurements
-        = QStringLiteral("INSERT OR IGNORE INTO %1.measurement SELECT ?, number, best, target, "
-                         "time, finished FROM %2.measurement WHERE session = ?")
-              .arg(m_to, m_from);
-    auto const points = QStringLiteral("INSERT OR IGNORE INTO %1.points SELECT ?, number, first, "
-                                       "kpa FROM %2.points WHERE session = ?")
-                            .arg(m_to, m_from);
-    if (run(measurements, {copy, m_session}) && run(points, {copy, m_session}))
-        return true;
-    // One after the other, past the damage.
-    auto const count
-        = number(QStringLiteral("SELECT count FROM %1.session WHERE id = ?").arg(m_to), {copy})
-              .value_or(0);
-    auto const one = QStringLiteral(" AND number = ?");
-    for (SessionId each = 1; each <= count && !m_hasFailed; ++each) {
+        = u"INSERT OR IGNORE INTO %1.measurement SELECT ?, number, best, target, time, finished "
+          "FROM %2.measurement WHERE session = ?"_s.arg(m_to, m_from);
+    auto const points = u"INSERT OR IGNORE INTO %1.points SELECT ?, number, first, kpa FROM "
+                        "%2.points WHERE session = ?"_s.arg(m_to, m_from);
+    if (query(measurements, {copy, session}).isActive()
+        && query(points, {copy, session}).isActive())
+        return;
+    std::vector<int> numbers;
+    readMeasurements(m_database, m_from, session,
+        [&](QSqlQuery const& row) { numbers.push_back(row.value(0).toInt()); });
+    for (auto const each : numbers) {
         for (auto const& statement : {measurements, points})
-            run(statement + one, {copy, m_session, each});
+            query(statement + u" AND number = ?"_s, {copy, session, each});
     }
-    return !m_hasFailed;
 }
 
-std::optional<SessionId> SessionCopy::number(QString const& statement, QVariantList const& values)
+QSqlQuery SessionCopy::query(QString const& statement, QVariantList const& values)
 {
-    auto* const row = run(statement, values);
-    if (!row)
-        return std::nullopt;
-    SessionId const found = row->next() ? row->value(0).toLongLong() : 0;
-    row->finish();
-    return found;
+    auto query = m_database.query(statement, values);
+    note(query.isActive());
+    return query;
 }
 
-QSqlQuery* SessionCopy::run(QString const& statement, QVariantList const& values)
+bool SessionCopy::note(bool isDone)
 {
-    auto* const query = m_database.run(statement, values);
-    if (query)
-        return query;
-    bool const isDamage = m_database.refusal() == StoreProblem::Damaged;
-    m_hasMetDamage = m_hasMetDamage || isDamage;
-    m_hasFailed = m_hasFailed || !isDamage;
-    return nullptr;
+    if (!isDone && canGoOn())
+        m_problem = m_database.refusal();
+    return isDone;
+}
+
+bool SessionCopy::canGoOn() const
+{
+    return m_problem == StoreProblem::None || m_problem == StoreProblem::Damaged;
 }
 
 } // namespace tensio

@@ -1,57 +1,45 @@
 #pragma once
 
-#include "platform/SessionStore.h"
+#include "platform/qt/SessionDatabase.h"
 
-#include <QString>
-#include <QVariant>
-
-class QSqlQuery;
+#include <set>
 
 namespace tensio {
-
-class SessionDatabase;
 
 // Copies the sessions of one schema that another one lacks. Of a damaged schema it copies what can
 // be read.
 class SessionCopy {
 public:
-    SessionCopy(SessionDatabase& database, QString from, QString to);
+    SessionCopy(SessionDatabase& database, QLatin1StringView from, QLatin1StringView to);
 
     // That of the tables to copy from; 0 when it cannot be read.
     int version() const { return m_version; }
-    // Both schemas have the tables.
-    bool isPossible();
-    // Copies the next session. False at the end, and when a statement failed.
+    // Copies the next session. False at the end, and when something cannot be written.
     bool next();
-    bool hasFailed() const { return m_hasFailed; }
-    // Something of the source could not be read.
-    bool hasMetDamage() const { return m_hasMetDamage; }
+    // Damaged: something could not be read, and was left out. Otherwise why next() has failed.
+    StoreProblem problem() const { return m_problem; }
 
     double progress() const;
+    // Sessions written.
     int count() const { return m_count; }
 
 private:
-    // None when it cannot be read, 0 when there is none.
-    std::optional<SessionId> number(QString const& statement, QVariantList const& values = {});
-    bool findNext();
     // 0 when there is no such session, or when the other schema has it.
-    SessionId copyHead();
-    SessionId insertHead(QString const& statement, QVariantList const& values);
-    bool copyMeasurements(SessionId copy);
-    QSqlQuery* run(QString const& statement, QVariantList const& values);
+    SessionId copyHead(SessionId session);
+    void copyMeasurements(SessionId session, SessionId copy);
+    QSqlQuery query(QString const& statement, QVariantList const& values);
+    // Returns its argument.
+    bool note(bool isDone);
+    bool canGoOn() const;
 
     SessionDatabase& m_database;
-    QString m_from;
-    QString m_to;
-    int m_version = 0;
-    SessionId m_session = 0;
-    // Where to end if the list of sessions cannot be read.
-    SessionId m_lastSession = 0;
-    SessionId m_total = 0;
-    SessionId m_seen = 0;
+    QLatin1StringView m_from;
+    QLatin1StringView m_to;
+    int m_version;
+    std::set<SessionId> m_rest;
+    std::size_t m_total;
     int m_count = 0;
-    bool m_hasFailed = false;
-    bool m_hasMetDamage = false;
+    StoreProblem m_problem = StoreProblem::None;
 };
 
 } // namespace tensio

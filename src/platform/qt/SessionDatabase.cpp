@@ -1,18 +1,19 @@
 #include "platform/qt/SessionDatabase.h"
 
-#include "platform/qt/SessionCopy.h"
+#include "platform/qt/QtSessionTransfer.h"
 #include "platform/qt/SessionFile.h"
 #include "platform/qt/SessionTables.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QSqlError>
-#include <QUrl>
 #include <QUuid>
 
 #include <algorithm>
 #include <array>
 #include <utility>
+
+using namespace Qt::StringLiterals;
 
 namespace tensio {
 
@@ -34,24 +35,19 @@ constexpr std::array settings {"PRAGMA locking_mode = EXCLUSIVE", "PRAGMA journa
 
 // Reasons for which a file is moved away. One that is to be deleted is so at the next start if this
 // program ends before.
-constexpr auto const* damaged = "damaged";
-constexpr auto const* newer = "newer";
-constexpr auto const* deleted = "deleted";
+constexpr auto damaged = "damaged"_L1;
+constexpr auto newer = "newer"_L1;
+constexpr auto deleted = "deleted"_L1;
 
 int codeOf(QSqlError const& error)
 {
     return error.nativeErrorCode().toInt() & 0xff;
 }
 
-bool isDamage(int code)
-{
-    return code == corrupt || code == notADatabase || code == missingTable;
-}
-
-bool wipeMoved(QString const& path, std::initializer_list<char const*> reasons)
+bool wipeMoved(QString const& path, std::initializer_list<QLatin1StringView> reasons)
 {
     bool areWiped = true;
-    for (auto const* reason : reasons) {
+    for (auto const reason : reasons) {
         for (auto const& file : movedSessionFiles(path, reason))
             areWiped = wipeFile(file) && areWiped;
     }
@@ -62,8 +58,9 @@ bool wipeMoved(QString const& path, std::initializer_list<char const*> reasons)
 
 SessionDatabase::SessionDatabase(QString path)
     : m_path(std::move(path))
-    , m_name(QUuid::createUuid().toString())
+    , m_database(QSqlDatabase::addDatabase(u"QSQLITE"_s, QUuid::createUuid().toString()))
 {
+    m_database.setConnectOptions(u"QSQLITE_BUSY_TIMEOUT=0;QSQLITE_OPEN_URI"_s);
     open();
 }
 
@@ -73,118 +70,96 @@ SessionDatabase::~SessionDatabase()
     if (m_problem == StoreProblem::Damaged)
         moveAway(damaged);
     close();
+    auto const name = m_database.connectionName();
+    m_database = {};
+    QSqlDatabase::removeDatabase(name);
 }
 
 void SessionDatabase::open()
 {
     using enum StoreProblem;
-    m_isReadOnly = false;
-    if (openFile())
+    m_problem = openFile();
+    bool const isNewer = m_problem == NewerSetAside;
+    if (m_problem != Damaged && !isNewer)
         return;
-    auto const found = m_problem;
-    if (found != DamagedSetAside && found != NewerSetAside)
-        return;
-    m_problem = NotOpened;
-    bool const isReplaced = moveAway(found == NewerSetAside ? newer : damaged) && openFile();
-    if (isReplaced || m_problem == DamagedSetAside || m_problem == NewerSetAside)
-        m_problem = isReplaced ? found : NotOpened;
+    m_problem = moveAway(isNewer ? newer : damaged) ? openFile() : NotOpened;
+    if (isOpen())
+        m_problem = isNewer ? NewerSetAside : DamagedSetAside;
 }
 
-bool SessionDatabase::openFile()
+StoreProblem SessionDatabase::openFile()
 {
     using enum StoreProblem;
     bool const isSalvaged = salvage();
-    m_problem = prepareSessionFile(m_path);
-    if (m_problem == None) {
-        if (connect(m_path) && runAll(settings) && prepareTables()) {
-            m_fileNumber = fileNumber(m_path);
-            rememberLastId();
-            wipeMoved(m_path, {deleted});
-            m_problem = isSalvaged ? DamagedSetAside : None;
-            return true;
-        }
-        m_problem = m_problem == NewerSetAside ? NewerSetAside : openingProblem();
+    m_problem = None;
+    auto problem = prepareSessionFile(m_path);
+    if (problem == None)
+        problem = openForWriting();
+    if (problem == NotWritable)
+        return openForReading();
+    if (problem != None) {
+        close();
+        return problem;
     }
-    if (m_problem == NotOpened || m_problem == NotWritable) {
-        m_isReadOnly = true;
-        auto const url = QUrl::fromLocalFile(m_path).toString(QUrl::FullyEncoded);
-        bool const isReadable
-            = connect(url + QStringLiteral("?mode=ro&immutable=1")) && prepareTables();
-        m_problem = isReadable ? NotWritable : NotOpened;
-        if (isReadable)
-            return true;
-    }
-    close();
-    return false;
+    m_fileBirth = fileBirth(m_path);
+    rememberLastId();
+    wipeMoved(m_path, {deleted});
+    return isSalvaged ? DamagedSetAside : None;
+}
+
+StoreProblem SessionDatabase::openForWriting()
+{
+    if (!connect(m_path) || !runAll(settings))
+        return refusal();
+    auto const version = number(u"PRAGMA user_version"_s);
+    if (version > sessionTablesVersion)
+        return StoreProblem::NewerSetAside;
+    auto const prepare
+        = [&] { return version == 0 ? makeSessionTables(*this, own) : updateSessionTables(*this); };
+    // An empty file is one that somebody has emptied: there is none after the checkpoint.
+    bool const isPrepared = version == sessionTablesVersion
+        || (change(Durability::PowerCut, prepare) && checkpoint());
+    return isPrepared && checkSessionTables(*this) ? StoreProblem::None : refusal();
+}
+
+StoreProblem SessionDatabase::openForReading()
+{
+    bool const isReadable = connect(readOnlyUrl(m_path))
+        && number(u"PRAGMA user_version"_s) <= sessionTablesVersion && checkSessionTables(*this);
+    if (!isReadable)
+        close();
+    return isReadable ? StoreProblem::NotWritable : StoreProblem::NotOpened;
 }
 
 bool SessionDatabase::salvage()
 {
-    auto const files = movedSessionFiles(m_path, damaged);
+    auto files = movedSessionFiles(m_path, damaged);
+    files.removeIf([](QString const& file) { return file.endsWith(journalOf({})); });
     bool const isNew = QFileInfo(m_path).size() == 0 && !QFile::exists(journalOf(m_path));
     if (!isNew || files.isEmpty())
         return false;
     // Deleted at the next start if this program ends before it is renamed.
-    auto const name = QStringLiteral("%1.%2-part").arg(m_path, QString::fromLatin1(deleted));
-    QFile::remove(name);
-    constexpr std::array fast {"PRAGMA journal_mode = OFF", "PRAGMA synchronous = OFF"};
-    if (prepareSessionFile(name) == StoreProblem::None && connect(name) && runAll(fast)
-        && makeTables() && attach(files.last())) {
-        SessionCopy copy(*this, QStringLiteral("other"), QStringLiteral("main"));
-        while (copy.next()) { }
-        bool const isCopied = !copy.hasFailed();
-        close();
-        if (isCopied && flushFile(name))
-            replaceFile(name, m_path);
+    auto const copy = u"%1.%2-copy"_s.arg(m_path, deleted);
+    if (connect(files.last())) {
+        QtSessionTransfer transfer(*this, QtSessionTransfer::Kind::Backup, copy);
+        while (transfer.step() == TransferState::Running) { }
     }
+    close();
     // Those that could not be read are lost to the user, too.
+    replaceFile(copy, m_path);
     return true;
 }
 
 bool SessionDatabase::connect(QString const& name)
 {
     close();
-    m_errorCode = 0;
-    m_durability.reset();
-    m_database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
     m_database.setDatabaseName(name);
-    m_database.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=0;QSQLITE_OPEN_URI"));
     bool const isConnected = m_database.open();
-    if (!isConnected)
-        m_errorCode = codeOf(m_database.lastError());
+    m_errorCode = codeOf(m_database.lastError());
     return isConnected;
 }
 
-bool SessionDatabase::prepareTables()
-{
-    int version = 0;
-    if (!read(QStringLiteral("PRAGMA user_version"), {},
-            [&](QSqlQuery const& row) { version = row.value(0).toInt(); }))
-        return false;
-    if (version > sessionTablesVersion)
-        m_problem = StoreProblem::NewerSetAside;
-    auto const prepare = [&] { return version == 0 ? makeTables() : updateSessionTables(*this); };
-    bool const isOld = version < sessionTablesVersion && !m_isReadOnly;
-    // An empty file is one that somebody has emptied: there is none after the checkpoint.
-    bool const isPrepared = !isOld || (transact(Durability::PowerCut, prepare) && checkpoint());
-    return version <= sessionTablesVersion && isPrepared && checkSessionTables(*this);
-}
-
-bool SessionDatabase::makeTables()
-{
-    return makeSessionTables(*this, QStringLiteral("main"))
-        && run(QStringLiteral("INSERT INTO sqlite_sequence VALUES ('session', ?)"), {m_lastId});
-}
-
-StoreProblem SessionDatabase::openingProblem() const
-{
-    return isDamage(m_errorCode) ? StoreProblem::DamagedSetAside
-        : m_errorCode == busy    ? StoreProblem::InUse
-        : m_errorCode == full    ? StoreProblem::NoSpace
-                                 : StoreProblem::NotOpened;
-}
-
-bool SessionDatabase::moveAway(char const* reason)
+bool SessionDatabase::moveAway(QLatin1StringView reason)
 {
     close();
     return moveSessionFile(m_path, reason);
@@ -194,111 +169,118 @@ void SessionDatabase::close()
 {
     detach();
     rememberLastId();
-    m_queries.clear();
     m_database.close();
-    m_database = {};
-    if (QSqlDatabase::contains(m_name))
-        QSqlDatabase::removeDatabase(m_name);
 }
 
 void SessionDatabase::rememberLastId()
 {
-    auto* const last = run(QStringLiteral("SELECT max(seq) FROM sqlite_sequence"));
-    if (last && last->next())
-        m_lastId = std::max(m_lastId, last->value(0).toLongLong());
-    if (last)
-        last->finish();
+    m_lastId
+        = std::max(m_lastId, number(u"SELECT max(seq) FROM sqlite_sequence"_s).value_or(m_lastId));
 }
 
-bool SessionDatabase::runAll(std::span<char const* const> statements)
+QSqlQuery SessionDatabase::query(QString const& statement, QVariantList const& values)
 {
-    return std::ranges::all_of(statements, [this](char const* statement) {
-        return read(QString::fromLatin1(statement), {}, [](QSqlQuery const&) {});
+    QSqlQuery query(m_database);
+    if (!isOpen())
+        return query;
+    query.setForwardOnly(true);
+    if (query.prepare(statement)) {
+        for (auto const& value : values)
+            query.addBindValue(value);
+        query.exec();
+    }
+    m_errorCode = codeOf(query.lastError());
+    return query;
+}
+
+bool SessionDatabase::run(QString const& statement, QVariantList const& values)
+{
+    return query(statement, values).isActive();
+}
+
+bool SessionDatabase::runAll(std::span<char const* const> statements, QLatin1StringView schema)
+{
+    return std::ranges::all_of(statements, [&](char const* statement) {
+        return run(QString::fromLatin1(statement).replace("%1"_L1, schema));
     });
 }
 
-QSqlQuery* SessionDatabase::run(QString const& statement, QVariantList const& values)
+bool SessionDatabase::read(QString const& statement, QVariantList const& values, Take const& take)
 {
-    if (!isOpen())
-        return nullptr;
-    auto found = m_queries.find(statement);
-    if (found == m_queries.end()) {
-        QSqlQuery query(m_database);
-        query.setForwardOnly(true);
-        if (!query.prepare(statement)) {
-            m_errorCode = codeOf(query.lastError());
-            return nullptr;
-        }
-        found = m_queries.emplace(statement, std::move(query)).first;
-    }
-    auto& query = found->second;
-    for (int place = 0; place < values.size(); ++place)
-        query.bindValue(place, values[place]);
-    bool const isDone = query.exec();
-    if (!isDone)
-        m_errorCode = codeOf(query.lastError());
-    return isDone ? &query : nullptr;
+    auto rows = query(statement, values);
+    while (rows.next())
+        take(rows);
+    m_errorCode = codeOf(rows.lastError());
+    bool const isDone = rows.isActive() && m_errorCode == 0;
+    // It may be the other file that is damaged.
+    if (!isDone && !m_isAttached && refusal() == StoreProblem::Damaged)
+        reportDamage();
+    return isDone;
 }
 
-bool SessionDatabase::isRead(QSqlQuery* rows)
+std::optional<qint64> SessionDatabase::number(QString const& statement, QVariantList const& values)
 {
-    bool const isDone = rows && !rows->lastError().isValid();
-    if (rows && !isDone)
-        m_errorCode = codeOf(rows->lastError());
-    if (rows)
-        rows->finish();
-    if (!isDone && isDamage(m_errorCode))
-        m_problem = StoreProblem::Damaged;
-    return isDone;
+    std::optional<qint64> found;
+    read(statement, values, [&](QSqlQuery const& row) { found = row.value(0).toLongLong(); });
+    return found;
+}
+
+bool SessionDatabase::change(Durability durability, std::function<bool()> const& work)
+{
+    if (!canChange())
+        return false;
+    bool const isDone = begin(durability) && work() && run(u"COMMIT"_s);
+    return isDone || refuse();
+}
+
+bool SessionDatabase::refuse()
+{
+    if (m_problem != StoreProblem::Damaged)
+        m_problem = refusal();
+    QSqlQuery(u"ROLLBACK"_s, m_database);
+    return false;
+}
+
+StoreProblem SessionDatabase::refusal() const
+{
+    switch (m_errorCode) {
+    case missingTable:
+    case corrupt:
+    case notADatabase:
+        return StoreProblem::Damaged;
+    case busy:
+        return StoreProblem::InUse;
+    case full:
+        return StoreProblem::NoSpace;
+    default:
+        return StoreProblem::NotWritable;
+    }
+}
+
+bool SessionDatabase::begin(Durability durability)
+{
+    return run(durability == Durability::PowerCut ? u"PRAGMA synchronous = FULL"_s
+                                                  : u"PRAGMA synchronous = NORMAL"_s)
+        && run(u"BEGIN"_s);
+}
+
+bool SessionDatabase::isWritable() const
+{
+    return isOpen() && m_database.databaseName() == m_path && !m_isAttached;
 }
 
 bool SessionDatabase::canChange()
 {
     if (!isOpen() || m_problem == StoreProblem::Damaged)
         return false;
-    bool const isRefused = m_isReadOnly || m_isAttached;
-    if (isRefused)
+    if (!isWritable())
         m_problem = StoreProblem::NotWritable;
-    return !isRefused;
-}
-
-bool SessionDatabase::begin(Durability durability)
-{
-    if (durability != m_durability) {
-        if (!run(durability == Durability::PowerCut
-                    ? QStringLiteral("PRAGMA synchronous = FULL")
-                    : QStringLiteral("PRAGMA synchronous = NORMAL")))
-            return false;
-        m_durability = durability;
-    }
-    return run(QStringLiteral("BEGIN"));
-}
-
-StoreProblem SessionDatabase::refusal() const
-{
-    return isDamage(m_errorCode) ? StoreProblem::Damaged
-        : m_errorCode == full    ? StoreProblem::NoSpace
-                                 : StoreProblem::NotWritable;
-}
-
-void SessionDatabase::rollBack()
-{
-    m_problem = refusal();
-    QSqlQuery(m_database).exec(QStringLiteral("ROLLBACK"));
+    return isWritable();
 }
 
 bool SessionDatabase::checkpoint()
 {
-    if (!isOpen() || m_isReadOnly || m_isAttached)
-        return false;
-    m_errorCode = 0;
-    auto* const row = run(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
-    bool const isDone = row && row->next() && row->value(0).toInt() == 0;
-    if (row)
-        row->finish();
-    if (!isDone && m_problem != StoreProblem::Damaged)
-        m_problem = refusal();
-    return isDone;
+    return isWritable() && (number(u"PRAGMA wal_checkpoint(TRUNCATE)"_s) == 0 || refuse());
 }
 
 bool SessionDatabase::removeAll()
@@ -315,7 +297,7 @@ bool SessionDatabase::removeAll()
 
 bool SessionDatabase::reopenIfVanished()
 {
-    if (!isOpen() || m_isReadOnly || m_isAttached || fileNumber(m_path) == m_fileNumber)
+    if (!isWritable() || fileBirth(m_path) == m_fileBirth)
         return false;
     close();
     open();
@@ -326,7 +308,7 @@ bool SessionDatabase::reopenIfVanished()
 
 bool SessionDatabase::attach(QString const& name)
 {
-    m_isAttached = run(QStringLiteral("ATTACH ? AS other"), {name}) != nullptr;
+    m_isAttached = run(u"ATTACH ? AS other"_s, {name});
     return m_isAttached;
 }
 
@@ -334,9 +316,8 @@ void SessionDatabase::detach()
 {
     if (!m_isAttached)
         return;
-    m_queries.clear();
-    QSqlQuery(m_database).exec(QStringLiteral("ROLLBACK"));
-    QSqlQuery(m_database).exec(QStringLiteral("DETACH other"));
+    run(u"ROLLBACK"_s);
+    run(u"DETACH other"_s);
     m_isAttached = false;
 }
 

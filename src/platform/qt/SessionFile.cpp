@@ -2,16 +2,15 @@
 
 #include "platform/qt/SyncFile.h"
 
-#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QUrl>
 
 #include <algorithm>
 #include <filesystem>
-#ifdef Q_OS_UNIX
-#include <sys/stat.h>
-#endif
+
+using namespace Qt::StringLiterals;
 
 namespace tensio {
 
@@ -24,16 +23,15 @@ StoreProblem prepareSessionFile(QString const& path)
         return StoreProblem::NoSpace;
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     QFile file(path);
-    if (!file.open(QIODevice::ReadWrite))
-        return file.open(QIODevice::ReadOnly) ? StoreProblem::NotWritable : StoreProblem::NotOpened;
-    bool const isPrivate = file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-    return isPrivate ? StoreProblem::None : StoreProblem::NotOpened;
+    bool const isReady = file.open(QIODevice::ReadWrite)
+        && file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    return isReady ? StoreProblem::None : StoreProblem::NotWritable;
 }
 
-bool moveSessionFile(QString const& path, char const* reason)
+bool moveSessionFile(QString const& path, QLatin1StringView reason)
 {
-    auto const now = QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss"));
-    auto const moved = QStringLiteral("%1.%2-%3").arg(path, QString::fromLatin1(reason), now);
+    auto const now = QDateTime::currentDateTime().toString(u"yyyyMMdd-HHmmss"_s);
+    auto const moved = u"%1.%2-%3"_s.arg(path, reason, now);
     if (QFile::exists(journalOf(path)) && !QFile::rename(journalOf(path), journalOf(moved)))
         return false;
     if (QFile::rename(path, moved))
@@ -42,20 +40,24 @@ bool moveSessionFile(QString const& path, char const* reason)
     return false;
 }
 
-QStringList movedSessionFiles(QString const& path, char const* reason)
+QStringList movedSessionFiles(QString const& path, QLatin1StringView reason)
 {
     QFileInfo const file(path);
-    auto names = file.dir().entryList(
-        {QStringLiteral("%1.%2-*").arg(file.fileName(), QString::fromLatin1(reason))}, QDir::Files,
-        QDir::Name);
-    for (auto& name : names)
-        name = file.dir().filePath(name);
-    return names;
+    QStringList paths;
+    for (auto const& moved : file.dir().entryInfoList(
+             {u"%1.%2-*"_s.arg(file.fileName(), reason)}, QDir::Files, QDir::Name))
+        paths += moved.filePath();
+    return paths;
 }
 
 QString journalOf(QString const& path)
 {
-    return path + QStringLiteral("-wal");
+    return path + u"-wal"_s;
+}
+
+QString readOnlyUrl(QString const& path)
+{
+    return QUrl::fromLocalFile(path).toString(QUrl::FullyEncoded) + u"?mode=ro&immutable=1"_s;
 }
 
 bool wipeFile(QString const& path)
@@ -85,15 +87,10 @@ bool replaceFile(QString const& from, QString const& to)
     return !error;
 }
 
-quint64 fileNumber(QString const& path)
+std::optional<QDateTime> fileBirth(QString const& path)
 {
-#ifdef Q_OS_UNIX
-    struct stat status { };
-    bool const isThere = stat(QFile::encodeName(path).constData(), &status) == 0;
-    return isThere && status.st_size > 0 ? status.st_ino : 0;
-#else
-    return QFileInfo(path).size() > 0 ? 1 : 0;
-#endif
+    QFileInfo const file(path);
+    return file.size() > 0 ? std::optional(file.birthTime()) : std::nullopt;
 }
 
 } // namespace tensio

@@ -2,6 +2,7 @@
 
 #include "platform/SessionStore.h"
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
@@ -9,17 +10,19 @@ namespace tensio {
 
 // What the file system does for the file of the sessions while it is not open.
 
-// Makes it and its folder if they are missing, for the user alone. None, NoSpace, NotOpened, or
-// NotWritable when it can only be read.
+// Makes it and its folder if they are missing, for the user alone. None, NoSpace or NotWritable.
 StoreProblem prepareSessionFile(QString const& path);
 
 // Appends the reason and the time to the names of the file and its journal, or of neither.
-bool moveSessionFile(QString const& path, char const* reason);
+bool moveSessionFile(QString const& path, QLatin1StringView reason);
 
 // Those that were moved, with their journals; the latest last.
-QStringList movedSessionFiles(QString const& path, char const* reason);
+QStringList movedSessionFiles(QString const& path, QLatin1StringView reason);
 
 QString journalOf(QString const& path);
+
+// For SQLite: nothing is written beside the file, which may lie where nothing can be written.
+QString readOnlyUrl(QString const& path);
 
 // Overwrites the file before deleting it.
 bool wipeFile(QString const& path);
@@ -28,7 +31,7 @@ bool flushFile(QString const& path);
 // In one step.
 bool replaceFile(QString const& from, QString const& to);
 
-// Another one, or 0, once the file was replaced, emptied or deleted.
-quint64 fileNumber(QString const& path);
+// Another one once the file was replaced, none when it was emptied or deleted.
+std::optional<QDateTime> fileBirth(QString const& path);
 
 } // namespace tensio

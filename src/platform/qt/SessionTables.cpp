@@ -1,9 +1,8 @@
 #include "platform/qt/SessionTables.h"
 
-#include "platform/qt/SessionDatabase.h"
-
-#include <algorithm>
 #include <array>
+
+using namespace Qt::StringLiterals;
 
 namespace tensio {
 
@@ -22,42 +21,51 @@ constexpr std::array tables {
 constexpr std::array newInVersion2 {"CREATE INDEX %1.starts ON session (start)",
     "CREATE UNIQUE INDEX %1.identities ON session (identity)", "PRAGMA %1.user_version = 2"};
 
-template<typename Statements>
-bool runAll(SessionDatabase& database, Statements const& statements, QString const& schema)
-{
-    return std::ranges::all_of(statements, [&](char const* statement) {
-        return database.run(QString::fromLatin1(statement).arg(schema)) != nullptr;
-    });
-}
+constexpr std::array checks {"SELECT max(length(name)) FROM session NOT INDEXED",
+    "SELECT count(*) FROM session WHERE start >= 0", "SELECT * FROM measurement LIMIT 1",
+    "SELECT * FROM points LIMIT 1"};
 
 } // namespace
 
-bool makeSessionTables(SessionDatabase& database, QString const& schema)
+bool makeSessionTables(SessionDatabase& database, QLatin1StringView schema)
 {
-    return runAll(database, tables, schema) && runAll(database, newInVersion2, schema);
+    return database.runAll(tables, schema) && database.runAll(newInVersion2, schema)
+        && database.run(u"INSERT INTO %1.sqlite_sequence VALUES ('session', ?)"_s.arg(schema),
+            {database.lastId()});
 }
 
 bool updateSessionTables(SessionDatabase& database)
 {
-    return database.run(QStringLiteral("ALTER TABLE session ADD COLUMN identity TEXT"))
-        && database.run(QStringLiteral("DELETE FROM session WHERE count = 0"))
-        && database.run(QStringLiteral("UPDATE session SET identity = %1").arg(identityColumn(1)))
-        && runAll(database, newInVersion2, QStringLiteral("main"));
+    return database.run(u"ALTER TABLE session ADD COLUMN identity TEXT"_s)
+        && database.run(u"DELETE FROM session WHERE count = 0"_s)
+        && database.run(u"UPDATE session SET identity = %1"_s.arg(identityColumn(1)))
+        && database.runAll(newInVersion2);
 }
 
 bool checkSessionTables(SessionDatabase& database)
 {
-    constexpr std::array statements {"SELECT max(length(name)) FROM session NOT INDEXED",
-        "SELECT count(*) FROM session WHERE start >= 0", "SELECT * FROM measurement LIMIT 1",
-        "SELECT * FROM points LIMIT 1"};
-    return std::ranges::all_of(statements, [&](char const* statement) {
-        return database.read(QString::fromLatin1(statement), {}, [](QSqlQuery const&) {});
-    });
+    return database.runAll(checks);
 }
 
 QString identityColumn(int version)
 {
-    return version == 1 ? QStringLiteral("start || '-' || id") : QStringLiteral("identity");
+    return version == 1 ? u"start || '-' || id"_s : u"identity"_s;
+}
+
+bool readMeasurements(SessionDatabase& database, QLatin1StringView schema, SessionId session,
+    SessionDatabase::Take const& take)
+{
+    auto const rows = u"SELECT number, best, target, time FROM %1.measurement WHERE session = ? "
+                      "AND number > ? ORDER BY number"_s.arg(schema);
+    int last = 0;
+    auto const takeNext = [&](QSqlQuery const& row) {
+        last = row.value(0).toInt();
+        take(row);
+    };
+    if (database.read(rows, {session, last}, takeNext))
+        return true;
+    database.read(rows + u" DESC"_s, {session, last}, take);
+    return false;
 }
 
 } // namespace tensio
