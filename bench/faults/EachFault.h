@@ -16,6 +16,7 @@ struct WorkerResult {
     // -1 when it was killed.
     int code;
     QByteArray output;
+    QString fault;
 };
 
 inline WorkerResult runWorker(
@@ -26,7 +27,7 @@ inline WorkerResult runWorker(
         QStringList {"-f"} + strace + QStringList {TENSIO_FAULT_WORKER, task, folder.path()});
     EXPECT_TRUE(process.waitForFinished(-1)) << "tools/install-dependencies strace";
     bool const isKilled = process.exitStatus() != QProcess::NormalExit;
-    return {isKilled ? -1 : process.exitCode(), process.readAllStandardOutput()};
+    return {isKilled ? -1 : process.exitCode(), process.readAllStandardOutput(), strace.back()};
 }
 
 // The system calls of this kind that the main thread makes, as their names and their counts since
