@@ -164,7 +164,7 @@ TEST(StoreRuns, LosesOnlyWhatLiesOnADamagedPage)
             });
             EXPECT_TRUE(found.isComplete && found.sessions.size() == 150) << page;
             unnamed += std::ranges::count_if(found.sessions,
-                [](auto const& session) { return session.name.starts_with("氏名不明 "); });
+                [](auto const& session) { return session.name.starts_with("氏名・装置不明 "); });
             EXPECT_TRUE(start == 0 || store.problem() != StoreProblem::Damaged) << page;
         }
         damagedRoots += whole < 75 ? 1 : 0;

@@ -49,13 +49,13 @@ SessionId SessionCopy::copyHead(SessionId session)
                           m_to, columns, identityColumn(m_version), m_from),
         {session});
     if (!head.isActive()) {
-        // Another name for each: they are not one person.
+        // Another name for each: they are not one person, and may be simulated.
         head = query(
             u"INSERT INTO %1.session (start, name, target, percent, simulated, count, best, "
             "identity) SELECT min(time), ?, 0.0, 1.0, 0, max(number), max(best), "
             "lower(hex(randomblob(16))) FROM %2.measurement WHERE session = ? GROUP BY session"_s
                 .arg(m_to, m_from),
-            {u"氏名不明 %1"_s.arg(session), session});
+            {u"氏名・装置不明 %1"_s.arg(session), session});
     }
     return head.numRowsAffected() > 0 ? head.lastInsertId().toLongLong() : 0;
 }
