@@ -36,6 +36,8 @@ struct SessionSummary {
     // A CSV file of all its measurements has been written.
     bool isSaved = false;
     bool isSimulated = false;
+
+    bool operator==(SessionSummary const&) const = default;
 };
 
 // The state of a measurement, and those of its points that are new.
@@ -58,6 +60,8 @@ struct StoredMeasurement {
     float target = 0.0f;
     Date timeStamp;
     std::vector<float> points;
+
+    bool operator==(StoredMeasurement const&) const = default;
 };
 
 // As the session was when it ended.
@@ -78,6 +82,8 @@ struct StoredSession {
     std::optional<Date> end = std::nullopt;
     // False when damage hides a measurement, or the points of one.
     bool isComplete = true;
+
+    bool operator==(StoredSession const&) const = default;
 };
 
 enum class StoredPoints { Loaded, LeftOut };
