@@ -59,10 +59,22 @@ ProcessEnd::ProcessEnd(std::function<void()> onRequest, std::function<void()> on
     watchSignals();
 }
 
+ProcessEnd::~ProcessEnd()
+{
+    exitHandler = nullptr;
 #ifdef Q_OS_UNIX
+    if (!m_notifier)
+        return;
+    answerSignals(SIG_DFL);
+    m_notifier.reset();
+    for (auto const end : signalPipe)
+        close(end);
+#endif
+}
 
 void ProcessEnd::watchSignals()
 {
+#ifdef Q_OS_UNIX
     if (pipe(signalPipe.data()) != 0)
         return;
     for (auto const end : signalPipe)
@@ -73,28 +85,7 @@ void ProcessEnd::watchSignals()
         m_onRequest();
     });
     answerSignals(handleSignal);
-}
-
-ProcessEnd::~ProcessEnd()
-{
-    exitHandler = nullptr;
-    if (!m_notifier)
-        return;
-    answerSignals(SIG_DFL);
-    m_notifier.reset();
-    for (auto const end : signalPipe)
-        close(end);
-}
-
-#else
-
-void ProcessEnd::watchSignals() { }
-
-ProcessEnd::~ProcessEnd()
-{
-    exitHandler = nullptr;
-}
-
 #endif
+}
 
 } // namespace tensio

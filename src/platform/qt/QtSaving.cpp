@@ -4,11 +4,9 @@
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/SyncFile.h"
 
-#include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QSaveFile>
 #include <QScreen>
 #include <QStandardPaths>

@@ -65,11 +65,6 @@ QtSessionStore::QtSessionStore()
 {
 }
 
-QtSessionStore::QtSessionStore(QString const& path)
-    : m_database(path)
-{
-}
-
 std::optional<SessionId> QtSessionStore::begin(SessionHead const& head, MeasurementPart const& part)
 {
     // The caller hears of it, and the next call stores the session.

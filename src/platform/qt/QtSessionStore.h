@@ -12,7 +12,10 @@ public:
     // sessions.db in the user's data folder.
     QtSessionStore();
     // Makes the folder and the file if they are missing; problem() says what went wrong.
-    explicit QtSessionStore(QString const& path);
+    explicit QtSessionStore(QString const& path)
+        : m_database(path)
+    {
+    }
 
     bool isOpen() const override { return m_database.isOpen(); }
     StoreProblem problem() const override { return m_database.problem(); }

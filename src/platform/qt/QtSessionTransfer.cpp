@@ -113,18 +113,14 @@ TransferState QtSessionTransfer::copySome()
         m_database.reportDamage();
     else if (problem != StoreProblem::None)
         return endBy(problem);
-    if (!isMore)
-        flush();
-    return TransferState::Running;
-}
-
-void QtSessionTransfer::flush()
-{
-    // A restore is committed after most of it has been flushed.
+    if (isMore)
+        return TransferState::Running;
     if (m_kind == Kind::Backup)
         m_database.detach();
+    // A restore is committed after most of it has been flushed.
     m_flushing = std::async(std::launch::async, flushFile,
         m_kind == Kind::Backup ? m_newPath : journalOf(m_database.path()));
+    return TransferState::Running;
 }
 
 TransferState QtSessionTransfer::finish(bool isFlushed)

@@ -27,7 +27,6 @@ private:
     TransferState startBackup();
     TransferState startRestore();
     TransferState copySome();
-    void flush();
     TransferState finish(bool isFlushed);
 
     SessionDatabase& m_database;

@@ -101,7 +101,7 @@ StoreProblem SessionDatabase::openFile()
         close();
         return problem;
     }
-    m_fileBirth = fileBirth(m_path);
+    m_fileNumber = fileNumber(m_path);
     rememberLastId();
     wipeMoved(m_path, {deleted});
     return isSalvaged ? DamagedSetAside : None;
@@ -297,7 +297,7 @@ bool SessionDatabase::removeAll()
 
 bool SessionDatabase::reopenIfVanished()
 {
-    if (!isWritable() || fileBirth(m_path) == m_fileBirth)
+    if (!isWritable() || fileNumber(m_path) == m_fileNumber)
         return false;
     close();
     open();

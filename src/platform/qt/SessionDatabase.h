@@ -2,7 +2,6 @@
 
 #include "platform/SessionStore.h"
 
-#include <QDateTime>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QString>
@@ -92,7 +91,7 @@ private:
     // Of the latest statement; 0 when it succeeded.
     int m_errorCode = 0;
     bool m_isAttached = false;
-    std::optional<QDateTime> m_fileBirth;
+    quint64 m_fileNumber = 0;
     SessionId m_lastId = 0;
 };
 

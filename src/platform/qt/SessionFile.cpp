@@ -2,6 +2,7 @@
 
 #include "platform/qt/SyncFile.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -9,6 +10,9 @@
 
 #include <algorithm>
 #include <filesystem>
+#ifdef Q_OS_UNIX
+#include <sys/stat.h>
+#endif
 
 using namespace Qt::StringLiterals;
 
@@ -87,10 +91,15 @@ bool replaceFile(QString const& from, QString const& to)
     return !error;
 }
 
-std::optional<QDateTime> fileBirth(QString const& path)
+quint64 fileNumber(QString const& path)
 {
-    QFileInfo const file(path);
-    return file.size() > 0 ? std::optional(file.birthTime()) : std::nullopt;
+#ifdef Q_OS_UNIX
+    struct stat status { };
+    bool const isThere = stat(QFile::encodeName(path).constData(), &status) == 0;
+    return isThere && status.st_size > 0 ? status.st_ino : 0;
+#else
+    return QFileInfo(path).size() > 0 ? 1 : 0;
+#endif
 }
 
 } // namespace tensio

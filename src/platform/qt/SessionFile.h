@@ -2,7 +2,6 @@
 
 #include "platform/SessionStore.h"
 
-#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
@@ -31,7 +30,7 @@ bool flushFile(QString const& path);
 // In one step.
 bool replaceFile(QString const& from, QString const& to);
 
-// Another one once the file was replaced, none when it was emptied or deleted.
-std::optional<QDateTime> fileBirth(QString const& path);
+// Another one, or 0, once the file was replaced, emptied or deleted.
+quint64 fileNumber(QString const& path);
 
 } // namespace tensio
