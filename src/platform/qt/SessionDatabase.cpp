@@ -300,6 +300,8 @@ bool SessionDatabase::reopenIfVanished()
     if (!isWritable() || fileNumber(m_path) == m_fileNumber)
         return false;
     close();
+    // SQLite would put what is in it into the file that is there now.
+    QFile::remove(journalOf(m_path));
     open();
     if (isOpen())
         m_problem = StoreProblem::Vanished;

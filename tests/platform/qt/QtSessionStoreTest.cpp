@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <filesystem>
 #include <gtest/gtest.h>
 
 using namespace tensio;
@@ -124,47 +125,45 @@ TEST(QtSessionStore, IsReadableForTheUserAloneAndKeepsNothingOfWhatIsRemoved)
 TEST(QtSessionStore, ReportsWhyItDoesNotOpenOrRestoreAFile)
 {
     using enum StoreProblem;
-    constexpr auto unreadable = TransferState::Unreadable;
     struct {
         std::function<void(Place&)> plant;
         StoreProblem problem;
-        char const* filesAside;
-        TransferState restored;
         std::size_t kept;
     } const rows[] {
         {[](Place& place) { QtFileWriter().writeAtomically(place.path.toStdString(), "garbage"); },
-            DamagedSetAside, "sessions.db.damaged", unreadable, 0},
-        {[](Place& place) { place.run({"DROP TABLE points"}); }, DamagedSetAside,
-            "sessions.db.damaged", unreadable, 1},
-        {[](Place& place) { QFile::resize(place.path, 7000); }, DamagedSetAside,
-            "sessions.db.damaged", unreadable, 0},
+            DamagedSetAside, 0},
+        {[](Place& place) { place.run({"DROP TABLE points"}); }, DamagedSetAside, 1},
+        {[](Place& place) { QFile::resize(place.path, 7000); }, DamagedSetAside, 0},
         {[](Place& place) {
              // As the end of the latest run left it.
              QFile::rename(place.path, place.path + ".damaged-1");
              QtFileWriter().writeAtomically(place.path.toStdString() + ".damaged-1-wal", "");
          },
-            DamagedSetAside, "sessions.db.damaged", unreadable, 1},
-        {[](Place& place) { place.run({"PRAGMA user_version = 3"}); }, NewerSetAside,
-            "sessions.db.newer", TransferState::Newer, 0},
+            DamagedSetAside, 1},
+        {[](Place& place) { place.run({"PRAGMA user_version = 3"}); }, NewerSetAside, 0},
         {[](Place& place) { QFile::remove(place.path) && place.data.mkdir("sessions.db"); },
-            NotOpened, "", unreadable, 0},
+            NotOpened, 0},
     };
     Place const sound;
     sound.addSession("鈴木");
     QtSessionStore other(sound.path);
     auto const before = contents(other);
-    for (auto const& [plant, problem, filesAside, restored, kept] : rows) {
+    for (auto const& [plant, problem, kept] : rows) {
         Place place;
         place.addSession("花子");
         plant(place);
-        EXPECT_EQ(finish(other.restore(place.path.toStdString())), restored);
+        EXPECT_EQ(finish(other.restore(place.path.toStdString())),
+            problem == NewerSetAside ? TransferState::Newer : TransferState::Unreadable);
         EXPECT_EQ(contents(other), before);
         QtSessionStore store(place.path);
         EXPECT_EQ(store.problem(), problem);
         EXPECT_EQ(store.isOpen(), problem != NotOpened);
         EXPECT_EQ(store.sessions(std::nullopt, 9).sessions.size(), kept);
         EXPECT_EQ(store.begin({}, {}).has_value(), store.isOpen());
-        EXPECT_EQ(place.filesAside().section('-', 0, 0), filesAside);
+        EXPECT_EQ(place.filesAside().section('-', 0, 0),
+            problem == NewerSetAside         ? "sessions.db.newer"
+                : problem == DamagedSetAside ? "sessions.db.damaged"
+                                             : "");
     }
 }
 
@@ -226,16 +225,24 @@ TEST(QtSessionStore, KeepsWhatAnOlderVersionHasStored)
 
 TEST(QtSessionStore, GoesOnInAnotherFileWhenItsOwnHasVanished)
 {
-    for (bool const isFolderGone : {true, false}) {
+    Place const other;
+    other.addSession("other");
+    for (std::string const fate : {"folder gone", "emptied", "replaced"}) {
         Place const place;
         auto const id = place.addSession("before");
         QtSessionStore store(place.path);
-        EXPECT_TRUE(isFolderGone ? QDir().rename(place.data.path(), place.folder.filePath("other"))
-                                 : QFile::resize(place.path, 0));
+        EXPECT_TRUE(store.markSaved(id)) << "in the journal";
+        if (fate == "folder gone")
+            QDir().rename(place.data.path(), place.folder.filePath("other"));
+        else if (fate == "emptied")
+            QFile::resize(place.path, 0);
+        else
+            std::filesystem::rename(other.path.toStdString(), place.path.toStdString());
         EXPECT_FALSE(store.begin({}, {}));
         EXPECT_EQ(store.problem(), StoreProblem::Vanished);
-        EXPECT_GT(store.begin({Place::time, "after", 30.0f, 1.0f, false}, {}).value(), id);
-        EXPECT_EQ(store.sessions(std::nullopt, 1).sessions.at(0).name, "after");
+        EXPECT_GT(store.begin({{}, "after", 30.0f, 1.0f, false}, {}).value(), id);
+        EXPECT_EQ(store.sessions(std::nullopt, 9).sessions.at(0).name,
+            fate == "replaced" ? "other" : "after");
         EXPECT_TRUE(QFile::exists(place.path));
     }
 }
