@@ -11,7 +11,9 @@
 #include "support/Ui.h"
 #include "toolkit/WindowSize.h"
 
+#include <QCoreApplication>
 #include <QDialog>
+#include <QEvent>
 #include <QFile>
 #include <QGraphicsView>
 #include <QPageRanges>
