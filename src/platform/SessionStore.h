@@ -163,10 +163,11 @@ public:
     virtual std::optional<SessionSummary> unsavedSession() = 0;
     virtual std::optional<StoredSession> load(SessionId session, StoredPoints points) = 0;
 
-    // Both take steps of at most 20 ms; the last one of a restore waits for the disk, about 5 ms
-    // for each MB. Destroyed before it is Done, a transfer changes nothing and leaves no file.
-    // While it runs, the store, which must outlive it, refuses changes. The path is in UTF-8.
-    // Replaces the file there once all sessions are copied.
+    // Both take steps of at most 20 ms, but for the first with more than 20,000 sessions and the
+    // last of a restore, which waits for the disk about 5 ms for each MB. Destroyed before it is
+    // Done, a transfer changes nothing and leaves no file. While it runs, the store, which must
+    // outlive it, refuses changes. The path is in UTF-8. Replaces the file there once all sessions
+    // are copied.
     virtual std::unique_ptr<SessionTransfer> backUp(std::string const& path) = 0;
     // Adds the sessions that are not there yet, all of them at the end.
     virtual std::unique_ptr<SessionTransfer> restore(std::string const& path) = 0;
