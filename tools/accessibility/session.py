@@ -189,14 +189,11 @@ class Session:
 
     def scales(self):
         chart = self.find("chart")
-        for stop, keys in (("圧力目盛を上げる", (("Up", "〜85 kPa"), ("Down", "〜80 kPa"))),
-                           ("時間目盛を短くする", (("Right", "35秒"), ("Left", "30秒")))):
-            self.tab_to(stop)
-            for key, scale in keys:
-                self.key(key)
-                self.wait(f"{scale} after {key}", lambda: scale in chart.description
-                          and scale in self.focused().description.replace("時間目盛 ", ""))
-                self.expect(f"{key}: {scale}")
+        for stop, key, scale in (("圧力目盛を上げる", "Up", "〜85 kPa"), ("圧力目盛", "Down", "〜80 kPa"),
+                                 ("時間目盛を短くする", "Right", "35秒"), ("時間目盛", "Left", "30秒")):
+            self.tab_to(stop, key)
+            self.wait(f"{scale} after {key}", lambda: scale in chart.description and scale in self.focused().description)
+            self.expect(f"{key}: {scale}")
         self.tab_to("^目標の割合", "Down")
         self.find("menu item", "^90%$")
         self.key("Down", "Down", "Return")
