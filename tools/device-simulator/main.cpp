@@ -16,13 +16,10 @@ namespace {
 void describeOptions(QCommandLineParser& parser)
 {
     parser.setApplicationDescription(
-        u"Plays a tongue-pressure device on a pseudo-terminal and publishes it as a virtual "
-        "port.\n\nA recorded stream has a line a write: \"MILLISECONDS BYTES\", the pause since "
-        "the write before and what was\nwritten, with \\n \\r \\t \\0 \\\\ \\xHH for what does not "
-        "print. Lines that begin with # do not count."_s);
+        u"Plays a tongue-pressure device on a pseudo-terminal and publishes it as a virtual port."_s);
     parser.addHelpOption();
     parser.addOptions({
-        {u"play"_s, u"Play a recorded stream."_s, u"FILE"_s},
+        {u"play"_s, u"Play a recorded stream, as the manual page describes it."_s, u"FILE"_s},
         {u"once"_s, u"Play the recorded stream once, then end after 3 s of silence."_s},
         {u"pull"_s, u"Pull the cable that long after a reader has come."_s, u"SECONDS"_s},
         {u"stamps"_s, u"Write the time of each record, nanoseconds of the monotonic clock."_s,
