@@ -172,13 +172,9 @@ void Stage::takePicturesOfMenus(QString const& name) const
 
 void Stage::chooseFromMenu(QString const& title) const
 {
-    for (auto const* menu : m_window.menuBar()->actions()) {
-        for (auto* item : menu->menu()->actions()) {
-            if (item->text() == title && item->isEnabled()) {
-                item->trigger();
-                return;
-            }
-        }
+    for (auto* command : m_window.findChildren<QAction*>()) {
+        if (command->text() == title && command->isEnabled())
+            return command->trigger();
     }
     fail(u"no such command enabled: "_s + title);
 }
