@@ -34,7 +34,6 @@ VisualFeedbackViewController::~VisualFeedbackViewController() = default;
 void VisualFeedbackViewController::viewDidLoad(RunLoop& runLoop)
 {
     m_ui->maxPressureImage->setPicture(Picture::named(u"gauge_max"_s));
-    m_ui->targetPressureImage->setPicture(m_viewModel.model.targetImage.value());
     setNameFromTemplate(*m_ui->zeroLabel, m_ui->zeroLabel->text());
     setNameFromTemplate(*m_ui->zeroTimeLabel, m_ui->zeroTimeLabel->text());
     paceFrames(runLoop);
@@ -122,7 +121,7 @@ void VisualFeedbackViewController::observeChanges()
     auto const onChange = [this](auto& source, auto reaction) {
         m_subscriptions += source.observeChanges(reaction);
     };
-    onChange(m_viewModel.model.targetImage,
+    m_subscriptions += m_viewModel.model.targetImage.observe(
         [this](Picture const& image) { m_ui->targetPressureImage->setPicture(image); });
     // The end of a session stops the blinking without a further reading.
     onChange(m_viewModel.isMeasuring, [this](bool) { redraw(); });
