@@ -19,6 +19,8 @@ constexpr double rightGutter = 20.0;
 
 constexpr double tickLength = 4.0;
 constexpr double tickTextWidth = 30.0;
+// Between a tick and the text to its right.
+constexpr double tickGap = 3.0;
 constexpr double figureWidth = 4.4;
 constexpr double dotRadius = 3.0;
 // Of a column narrower than the pen only its lowest and highest points are kept: a painter needs
@@ -97,12 +99,18 @@ void Chart::drawLegend(double x, Ink ink, std::string const& text) const
         ink, text);
 }
 
+std::size_t Chart::mostTicks(double frameWidth)
+{
+    auto const intervals = (frameWidth - leftGutter - rightGutter) / (tickGap + tickTextWidth);
+    return 1 + static_cast<std::size_t>(intervals);
+}
+
 void Chart::drawTick(double x, TextAlignment alignment, std::string const& text) const
 {
     auto const top = place({x, 0.0f});
     m_canvas.strokeLine({top, {top.x, top.y + tickLength}}, {Ink::Text, 0.8});
     double const left
-        = alignment == TextAlignment::Centre ? top.x - tickTextWidth / 2.0 : top.x + 3.0;
+        = alignment == TextAlignment::Centre ? top.x - tickTextWidth / 2.0 : top.x + tickGap;
     drawText(
         {left, top.y + tickLength + 1.5, tickTextWidth, textHeight}, alignment, Ink::Caption, text);
 }

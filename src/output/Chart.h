@@ -37,6 +37,8 @@ public:
 
     // Above the plot, inside the frame; values stay below it.
     void drawLegend(double x, Ink ink, std::string const& text) const;
+    // How many ticks with a text to the right a frame of that width has room for.
+    static std::size_t mostTicks(double frameWidth);
     // With a text in its middle or, as a name of what follows, to its right.
     void drawTick(double x, TextAlignment alignment, std::string const& text) const;
     // Points without a number are passed over.

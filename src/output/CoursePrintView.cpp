@@ -58,7 +58,6 @@ Row rowOf(CourseEntry const& entry)
 
 CoursePrintView::CoursePrintView(Course course)
     : m_course(std::move(course))
-    , m_ticks(dateTicks(m_course.entries.front().start, m_course.entries.back().start))
 {
     setSimulated(m_course.isSimulated);
 }
@@ -73,8 +72,9 @@ int CoursePrintView::layOut(PrintCanvas const& /*canvas*/)
     m_rowsPerPage = rowsIn(page.height - headingHeight);
     if (m_rowsOnFirstPage == 0 || page.width < leastWidth)
         return 0;
-    auto const count = m_course.entries.size();
-    auto const later = count - std::min(count, m_rowsOnFirstPage);
+    auto const& entries = m_course.entries;
+    m_ticks = dateTicks(entries.front().start, entries.back().start, Chart::mostTicks(page.width));
+    auto const later = entries.size() - std::min(entries.size(), m_rowsOnFirstPage);
     return 1 + static_cast<int>((later + m_rowsPerPage - 1) / m_rowsPerPage);
 }
 

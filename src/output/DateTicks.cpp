@@ -8,8 +8,6 @@ namespace tensio {
 
 namespace {
 
-constexpr std::size_t mostTicks = 14;
-
 struct TickKind {
     CalendarUnit unit;
     int step;
@@ -19,7 +17,8 @@ struct TickKind {
 constexpr auto kinds
     = std::to_array<TickKind>({{CalendarUnit::Hour, 1, "%H:%M"}, {CalendarUnit::Day, 1, "%m/%d"},
         {CalendarUnit::Day, 7, "%m/%d"}, {CalendarUnit::Month, 1, "%m月"},
-        {CalendarUnit::Month, 3, "%Y/%m"}, {CalendarUnit::Month, 12, "%Y/%m"}});
+        {CalendarUnit::Month, 3, "%Y/%m"}, {CalendarUnit::Month, 12, "%Y/%m"},
+        {CalendarUnit::Month, 60, "%Y/%m"}, {CalendarUnit::Month, 600, "%Y/%m"}});
 
 DateTick tickOf(TickKind const& kind, Date first, std::size_t index)
 {
@@ -32,13 +31,12 @@ DateTick tickOf(TickKind const& kind, Date first, std::size_t index)
 
 } // namespace
 
-std::vector<DateTick> dateTicks(Date first, Date last)
+std::vector<DateTick> dateTicks(Date first, Date last, std::size_t most)
 {
     std::vector<DateTick> ticks;
     for (auto const& kind : kinds) {
         ticks = {tickOf(kind, first, 0)};
-        bool const isCoarsest = &kind == &kinds.back();
-        while (ticks.back().date <= last && (isCoarsest || ticks.size() < mostTicks))
+        while (ticks.back().date <= last && ticks.size() < most)
             ticks.push_back(tickOf(kind, first, ticks.size()));
         if (ticks.back().date > last)
             break;

@@ -13,8 +13,9 @@ struct DateTick {
     std::string text;
 };
 
-// From the one before the first date to the one after the last, in local time: each hour, day,
-// week, month, quarter or year, so that a page has room for the texts.
-std::vector<DateTick> dateTicks(Date first, Date last);
+// From the one before the first date to the one after the last, at most 200 years later, in local
+// time: each hour, day, week, month, quarter, or one or more years. At most as many as there is
+// room for, which is at least 5.
+std::vector<DateTick> dateTicks(Date first, Date last, std::size_t most);
 
 } // namespace tensio

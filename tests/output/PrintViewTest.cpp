@@ -149,6 +149,7 @@ TEST(CoursePrintView, PlotsAndListsAllSessionsOverPages)
 
 TEST(DateTicks, AreAsFewAsAPageHasRoomFor)
 {
+    constexpr std::size_t most = 13;
     for (auto const& [first, last, texts] :
         {std::tuple {"2026-11-20 09:59:59", "2026-11-20 11:00:00", "9:00 10:00 11:00 12:00 "},
             {"2026-12-30 09:00:00", "2027-01-02 00:00:00", "12/30 12/31 1/01 1/02 1/03 "},
@@ -157,12 +158,20 @@ TEST(DateTicks, AreAsFewAsAPageHasRoomFor)
             {"2025-11-30 10:00:00", "2027-01-31 10:00:00",
                 "2025/11 2026/02 2026/05 2026/08 2026/11 2027/02 "},
             {"2022-12-31 23:00:00", "2026-04-01 10:00:00",
-                "2022/12 2023/12 2024/12 2025/12 2026/12 "}}) {
+                "2022/12 2023/12 2024/12 2025/12 2026/12 "},
+            {"2001-01-01 00:00:00", "2036-04-01 10:00:00",
+                "2001/01 2006/01 2011/01 2016/01 2021/01 2026/01 2031/01 2036/01 2041/01 "}}) {
         std::string found;
         for (auto const& tick :
-            dateTicks(ManualClock::localTime(first), ManualClock::localTime(last)))
+            dateTicks(ManualClock::localTime(first), ManualClock::localTime(last), most))
             found += tick.text + " ";
         EXPECT_EQ(found, texts);
     }
-    EXPECT_EQ(dateTicks(Date(), Date() + std::chrono::hours(24 * 365 * 80)).size(), 81);
+    for (int const hours : {1, 100, 10'000, 1'700'000}) {
+        Date const last = Date() + std::chrono::hours(hours);
+        for (auto const room : {most, Chart::mostTicks(200.0)}) {
+            auto const ticks = dateTicks(Date(), last, room);
+            EXPECT_TRUE(ticks.size() <= room && ticks.back().date > last) << hours;
+        }
+    }
 }
