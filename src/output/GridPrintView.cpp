@@ -20,11 +20,8 @@ constexpr double col3Width = 30.0;
 constexpr double smallFont = 10.0;
 constexpr double largeFont = 14.0;
 constexpr double footFont = 8.0;
-constexpr double rowFont = 14.0;
 
-constexpr auto footText = "＜ORV舌圧測定器での測定結果＞";
-
-// Writes the lines of one block from its top downwards.
+// Writes a block line by line from its top downwards.
 class BlockWriter {
 public:
     BlockWriter(PrintCanvas& canvas, PrintRect const& block)
@@ -35,49 +32,47 @@ public:
         canvas.strokeRect(block);
     }
 
-    double height(double fontSize) const { return lineHeight(m_canvas, fontSize); }
-    void moveDown(double distance) { m_y += distance; }
-
-    void centre(double fontSize, std::string const& text)
+    void head(std::string const& name, Date date)
     {
-        m_canvas.drawText({m_block.x, m_y, m_block.width, height(fontSize)},
-            {fontSize, TextAlignment::Centre}, text);
+        centre(0.0, smallFont, "氏名：" + name);
+        centre(1.0, smallFont, "測定日時：" + reportDate(date));
+        centre(1.0, smallFont, reportTime(date));
     }
 
-    void row(std::string const& label, float pressure)
+    // So many lines of its size below the line before.
+    void centre(double lines, double fontSize, std::string const& text)
     {
-        double x = m_block.x;
-        auto const cell = [&](double width, std::string const& text) {
-            m_canvas.drawText(
-                {x, m_y, width, height(rowFont)}, {rowFont, TextAlignment::Right}, text);
-            x += width;
-        };
-        cell(col1Width, label);
-        cell(col2Width, pressureText(pressure));
-        cell(col3Width, "kPa");
+        moveDown(lines, fontSize);
+        write(m_block.x, m_block.width, {fontSize, TextAlignment::Centre}, text);
+    }
+
+    void row(double lines, std::string const& label, float pressure)
+    {
+        moveDown(lines, largeFont);
+        constexpr TextStyle style {largeFont, TextAlignment::Right};
+        write(m_block.x, col1Width, style, label);
+        write(m_block.x + col1Width, col2Width, style, pressureText(pressure));
+        write(m_block.x + col1Width + col2Width, col3Width, style, "kPa");
+    }
+
+    void foot()
+    {
+        moveDown(1.25, largeFont);
+        centre(0.0, footFont, "＜ORV舌圧測定器での測定結果＞");
     }
 
 private:
+    void moveDown(double lines, double fontSize) { m_y += lines * lineHeight(m_canvas, fontSize); }
+
+    void write(double x, double width, TextStyle style, std::string const& text)
+    {
+        m_canvas.drawText({x, m_y, width, lineHeight(m_canvas, style.fontSize)}, style, text);
+    }
+
     PrintCanvas& m_canvas;
     PrintRect m_block;
     double m_y;
 };
-
-// Leaves the writer at the line of the time.
-void writeHead(BlockWriter& writer, std::string const& name, Date date)
-{
-    writer.centre(smallFont, "氏名：" + name);
-    writer.moveDown(writer.height(smallFont));
-    writer.centre(smallFont, "測定日時：" + reportDate(date));
-    writer.moveDown(writer.height(smallFont));
-    writer.centre(smallFont, reportTime(date));
-}
-
-void writeFoot(BlockWriter& writer)
-{
-    writer.moveDown(1.25 * writer.height(largeFont));
-    writer.centre(footFont, footText);
-}
 
 int countThatFit(double length, double blockLength)
 {
@@ -138,36 +133,27 @@ void GridPrintView::drawMeasurement(
     PrintCanvas& canvas, PrintRect block, Measurement const& measurement) const
 {
     BlockWriter writer(canvas, block);
-    writeHead(writer, m_name, *measurement.timeStamp);
-    writer.moveDown(1.5 * writer.height(smallFont));
-    writer.centre(smallFont, "計測回数：　" + std::to_string(measurement.number) + "回目");
-    for (auto const& line : {std::string("最大圧"), withUnit(*measurement.bestPressure),
-             std::string("目標圧"), withUnit(*measurement.targetPressure)}) {
-        writer.moveDown(writer.height(largeFont));
-        writer.centre(largeFont, line);
-    }
-    writeFoot(writer);
+    writer.head(m_name, *measurement.timeStamp);
+    writer.centre(1.5, smallFont, "計測回数：　" + std::to_string(measurement.number) + "回目");
+    writer.centre(1.0, largeFont, "最大圧");
+    writer.centre(1.0, largeFont, withUnit(*measurement.bestPressure));
+    writer.centre(1.0, largeFont, "目標圧");
+    writer.centre(1.0, largeFont, withUnit(*measurement.targetPressure));
+    writer.foot();
 }
 
 void GridPrintView::drawSelection(PrintCanvas& canvas) const
 {
     BlockWriter writer(canvas, blockFrame(0, 0));
-    writeHead(writer, m_name, *m_measurements.back()->timeStamp);
-    writer.moveDown(writer.height(largeFont));
-    writer.centre(largeFont, "測定データ");
-    writer.moveDown(writer.height(largeFont));
-    for (std::size_t position = 0; position < m_measurements.size(); ++position) {
-        writer.row(std::string(selectionMarks.at(position)) + "  ",
+    writer.head(m_name, *m_measurements.back()->timeStamp);
+    writer.centre(1.0, largeFont, "測定データ");
+    for (std::size_t position = 0; position < m_measurements.size(); ++position)
+        writer.row(1.0, std::string(selectionMarks.at(position)) + "  ",
             *m_measurements[position]->bestPressure);
-        writer.moveDown(writer.height(rowFont));
-    }
-    writer.moveDown(0.5 * writer.height(rowFont));
-    writer.row("平均値:", m_selection.selectedAverage);
-    writer.moveDown(writer.height(rowFont));
-    writer.row("最大値:", m_selection.selectedMax);
-    writer.moveDown(writer.height(rowFont));
-    writer.row("最小値:", m_selection.selectedMin);
-    writeFoot(writer);
+    writer.row(1.5, "平均値:", m_selection.selectedAverage);
+    writer.row(1.0, "最大値:", m_selection.selectedMax);
+    writer.row(1.0, "最小値:", m_selection.selectedMin);
+    writer.foot();
 }
 
 PrintRect GridPrintView::blockFrame(int row, int column) const

@@ -19,31 +19,23 @@ struct Column {
     double x;
     double width;
     TextAlignment alignment;
-    char const* heading;
 };
 
 constexpr std::array<Column, 5> columns {{
-    {0.0, 130.0, TextAlignment::Left, "氏名"},
-    {130.0, 110.0, TextAlignment::Left, "測定日時"},
-    {240.0, 70.0, TextAlignment::Right, "計測回数"},
-    {310.0, 70.0, TextAlignment::Right, "最大圧"},
-    {380.0, 70.0, TextAlignment::Right, "目標圧"},
+    {0.0, 130.0, TextAlignment::Left},
+    {130.0, 110.0, TextAlignment::Left},
+    {240.0, 70.0, TextAlignment::Right},
+    {310.0, 70.0, TextAlignment::Right},
+    {380.0, 70.0, TextAlignment::Right},
 }};
 constexpr double tableWidth = columns.back().x + columns.back().width;
 
 using Line = std::array<std::string, columns.size()>;
 
-Line headings()
-{
-    Line line;
-    for (std::size_t column = 0; column < columns.size(); ++column)
-        line[column] = columns[column].heading;
-    return line;
-}
-
 Line lineOf(std::string const& name, Measurement const& measurement)
 {
-    return {name, reportDateAndTime(*measurement.timeStamp),
+    auto const date = *measurement.timeStamp;
+    return {name, reportDate(date) + " " + reportTime(date),
         std::to_string(measurement.number) + " 回目", withUnit(*measurement.bestPressure),
         withUnit(*measurement.targetPressure)};
 }
@@ -52,7 +44,7 @@ void drawLine(PrintCanvas& canvas, PrintRect const& page, int index, Line const&
 {
     double const height = lineHeight(canvas, fontSize);
     for (std::size_t column = 0; column < columns.size(); ++column) {
-        auto const& [x, width, alignment, heading] = columns[column];
+        auto const& [x, width, alignment] = columns[column];
         canvas.drawText({page.x + x, page.y + index * height, width, height}, {fontSize, alignment},
             line[column]);
     }
@@ -80,7 +72,7 @@ void ListPrintView::draw(PrintCanvas& canvas) const
 {
     bool const hasHeading = currentPage() == 0;
     if (hasHeading)
-        drawLine(canvas, pageRect(), 0, headings());
+        drawLine(canvas, pageRect(), 0, {"氏名", "測定日時", "計測回数", "最大圧", "目標圧"});
     for (int line = hasHeading ? 1 : 0; line < m_linesPerPage; ++line) {
         auto const index = static_cast<std::size_t>(currentPage() * m_linesPerPage + line - 1);
         if (index >= m_measurements.size())

@@ -18,11 +18,6 @@ std::string reportTime(Date date)
     return formatLocalTime(date, "%H:%M:%S");
 }
 
-std::string reportDateAndTime(Date date)
-{
-    return reportDate(date) + " " + reportTime(date);
-}
-
 std::string dateOfDay(Date date)
 {
     return formatLocalTime(date, "%Y年%m月%d日");

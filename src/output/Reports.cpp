@@ -20,9 +20,8 @@ std::unique_ptr<PagedView> unmarkedReport(ReportKind kind, TensioManager const& 
     case ReportKind::Grid:
         return std::make_unique<GridPrintView>(name, list.measurements());
     case ReportKind::Curves:
-        return selection.empty()
-            ? std::make_unique<CurvesPrintView>(name, list.measurements(), false)
-            : std::make_unique<CurvesPrintView>(name, selection, true);
+        return std::make_unique<CurvesPrintView>(
+            name, selection.empty() ? list.measurements() : selection, !selection.empty());
     case ReportKind::Selected:
         break;
     }
