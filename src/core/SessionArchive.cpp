@@ -75,7 +75,7 @@ void SessionArchive::measurementFinished()
 
 void SessionArchive::record()
 {
-    if (!m_writer && !isMarkDue() && m_dueDismissal == 0)
+    if (!m_writer && !isMarkDue() && m_dueDismissals.empty())
         return;
     bool const isAccepted = write() && markDue() && dismissDue();
     // The store goes on at once, but what was in it is gone.
@@ -114,10 +114,8 @@ bool SessionArchive::markDue()
 
 bool SessionArchive::dismissDue()
 {
-    bool const isDone = m_dueDismissal == 0 || m_store.dismiss(m_dueDismissal);
-    if (isDone)
-        m_dueDismissal = 0;
-    return isDone;
+    std::erase_if(m_dueDismissals, [&](SessionId session) { return m_store.dismiss(session); });
+    return m_dueDismissals.empty();
 }
 
 void SessionArchive::updateProblem(bool isAccepted)
@@ -149,7 +147,7 @@ bool SessionArchive::open(SessionId session)
     m_writer.reset();
     m_session = session;
     m_isMarked = false;
-    m_dueDismissal = session;
+    m_dueDismissals.push_back(session);
     m_isShownWhole = stored->isComplete;
     shown.prepare(stored->summary);
     unsaved.prepare(std::nullopt);
@@ -163,7 +161,7 @@ bool SessionArchive::open(SessionId session)
 void SessionArchive::dismissUnsaved()
 {
     if (auto const session = unsaved.value()) {
-        m_dueDismissal = session->id;
+        m_dueDismissals.push_back(session->id);
         unsaved.setValue(std::nullopt);
         record();
     }

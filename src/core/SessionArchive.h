@@ -87,8 +87,8 @@ private:
     bool m_isShownWhole = true;
     // The store knows that a CSV file of it has been written in this run.
     bool m_isMarked = false;
-    // The session that the store has to dismiss; 0: none.
-    SessionId m_dueDismissal = 0;
+    // The sessions that the store has to dismiss.
+    std::vector<SessionId> m_dueDismissals;
     bool m_isRefused = false;
     Subscriptions m_subscriptions;
 };

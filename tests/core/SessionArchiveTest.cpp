@@ -97,6 +97,10 @@ TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     session.finish();
     EXPECT_TRUE(session.store.stored.contains(2)) << "the store has gone on";
     EXPECT_EQ(session.archive->problem.value(), StoreProblem::Vanished) << "to be read";
+    session.store.refusals = 3;
+    EXPECT_TRUE(session.archive->open(1) && session.archive->open(2));
+    session.runLoop.advance(Seconds(2.0));
+    EXPECT_EQ(session.store.dismissed, (std::vector<SessionId> {1, 2}));
     session.begin("");
     EXPECT_EQ(session.archive->problem.value(), StoreProblem::None);
 }
