@@ -6,12 +6,13 @@
 #include "core/SelectionMarks.h"
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 namespace tensio {
 
 namespace {
+
+using Cells = std::pair<std::string, std::string>;
 
 std::string inOneCell(std::string text)
 {
@@ -52,10 +53,37 @@ CsvBuilder& CsvBuilder::appendHeader(std::string const& name, std::string const&
     return *this;
 }
 
+void CsvBuilder::appendLine(Measurements const& measurements, auto const& cellsOf)
+{
+    for (auto const& measurement : measurements) {
+        auto const [first, second] = cellsOf(*measurement);
+        m_csv.append(first).append(m_col).append(second).append(m_col).append(m_col);
+    }
+    m_csv += m_newline;
+}
+
 std::string const& CsvBuilder::build(Measurements const& measurements)
 {
-    appendTitles(measurements);
-    appendPoints(measurements);
+    appendLine(measurements, [](auto const& each) {
+        return Cells {std::to_string(each.number) + "回目", ""};
+    });
+    appendLine(measurements, [](auto const& each) {
+        return Cells {"最大値（kPa）", pressureText(*each.bestPressure)};
+    });
+    appendLine(measurements, [](auto const& each) {
+        return Cells {"目標圧（kPa）", pressureText(*each.targetPressure)};
+    });
+    appendLine(measurements, [](auto const&) { return Cells {"測定時間（秒）", "測定値（kPa）"}; });
+    std::size_t longest = 0;
+    for (auto const& measurement : measurements)
+        longest = std::max(longest, measurement->pressurePoints->size());
+    for (std::size_t index = 0; index < longest; ++index) {
+        auto const time = formatFixed(static_cast<float>(index + 1) * pointInterval, 2);
+        appendLine(measurements, [&](auto const& each) {
+            auto const& points = *each.pressurePoints;
+            return index < points.size() ? Cells {time, pressureText(points[index])} : Cells {};
+        });
+    }
     return m_csv;
 }
 
@@ -89,44 +117,6 @@ std::string const& CsvBuilder::buildCourse(Course const& course)
         m_csv += m_col + pressureText(entry.target) + m_newline;
     }
     return m_csv;
-}
-
-void CsvBuilder::appendTitles(Measurements const& measurements)
-{
-    std::array<std::string, 4> rows;
-    for (auto const& measurement : measurements) {
-        rows[0] += std::to_string(measurement->number) + "回目" + m_col + m_col + m_col;
-        rows[1]
-            += "最大値（kPa）" + m_col + pressureText(*measurement->bestPressure) + m_col + m_col;
-        rows[2]
-            += "目標圧（kPa）" + m_col + pressureText(*measurement->targetPressure) + m_col + m_col;
-        rows[3] += "測定時間（秒）" + m_col + "測定値（kPa）" + m_col + m_col;
-    }
-    for (auto const& row : rows)
-        m_csv += row + m_newline;
-}
-
-void CsvBuilder::appendPoints(Measurements const& measurements)
-{
-    std::size_t longest = 0;
-    for (auto const& measurement : measurements)
-        longest = std::max(longest, measurement->pressurePoints->size());
-
-    for (std::size_t index = 0; index < longest; ++index) {
-        auto const time = formatFixed(static_cast<float>(index + 1) * pointInterval, 2);
-        for (auto const& measurement : measurements) {
-            auto const& points = *measurement->pressurePoints;
-            if (index < points.size())
-                m_csv.append(time)
-                    .append(m_col)
-                    .append(pressureText(points[index]))
-                    .append(m_col)
-                    .append(m_col);
-            else
-                m_csv.append(m_col).append(m_col).append(m_col);
-        }
-        m_csv += m_newline;
-    }
 }
 
 std::string csvOfAll(

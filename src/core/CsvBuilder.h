@@ -25,8 +25,8 @@ public:
     std::string const& buildCourse(Course const& course);
 
 private:
-    void appendTitles(Measurements const& measurements);
-    void appendPoints(Measurements const& measurements);
+    // Of each measurement the two cells that the function gives, and an empty one.
+    void appendLine(Measurements const& measurements, auto const& cellsOf);
 
     std::string m_newline;
     std::string m_col;
