@@ -1,5 +1,6 @@
 #include "sessions/Dialogs.h"
 
+#include "toolkit/OpenDialog.h"
 #include "toolkit/WindowSize.h"
 
 using namespace Qt::StringLiterals;
@@ -8,16 +9,13 @@ namespace tensio {
 
 void tell(QWidget& window, QMessageBox::Icon icon, QString const& message)
 {
-    auto* const box = new QMessageBox(icon, u"tensio"_s, message, QMessageBox::Ok, &window);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    box->open();
+    openDialog(new QMessageBox(icon, u"tensio"_s, message, QMessageBox::Ok, &window));
 }
 
 void choose(QWidget& window, QString const& title, QFileDialog::FileMode mode,
     QString const& filter, std::function<void(QString const&)> const& chosen)
 {
     auto* const panel = new QFileDialog(&window, title, {}, filter);
-    panel->setAttribute(Qt::WA_DeleteOnClose);
     panel->setFileMode(mode);
     panel->setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
     // The style sheet's least width is more than small screens have.
@@ -26,7 +24,7 @@ void choose(QWidget& window, QString const& title, QFileDialog::FileMode mode,
     panel->setMinimumWidth(std::min(panel->minimumWidth(), room.width()));
     panel->resize(panel->sizeHint().expandedTo(panel->minimumSize()).boundedTo(room));
     QObject::connect(panel, &QFileDialog::fileSelected, &window, chosen);
-    panel->open();
+    openDialog(panel);
 }
 
 } // namespace tensio

@@ -5,13 +5,13 @@
 #include "platform/Clock.h"
 #include "sessions/Dialogs.h"
 #include "toolkit/DesignFrame.h"
+#include "toolkit/OpenDialog.h"
 #include "toolkit/WindowSize.h"
 #include "ui_PastSessions.h"
 
 #include <QCalendarWidget>
 #include <QDateTime>
 #include <QHeaderView>
-#include <QMenu>
 #include <QPushButton>
 
 using namespace Qt::StringLiterals;
@@ -43,13 +43,7 @@ PastSessionsWindow::PastSessionsWindow(
     scaleLayouts(*this, dialogScale(size(), scaleOfContent(parent), availableSize(parent)));
     setUpList();
     setUpSearch();
-    addMoreCommands();
-    connect(m_ui->openButton, &QPushButton::clicked, this, &PastSessionsWindow::openSelected);
-    connect(m_ui->courseButton, &QPushButton::clicked, this,
-        [this] { m_output.showCourse(selected()); });
-    connect(&m_output, &SessionOutput::saved, &m_model, &PastSessionsModel::markSaved);
-    connect(m_ui->removeButton, &QPushButton::clicked, this, &PastSessionsWindow::removeSelected);
-    connect(m_ui->closeButton, &QPushButton::clicked, this, &QWidget::close);
+    connectCommands();
     load();
     m_ui->sessionList->setFocus();
 }
@@ -68,9 +62,10 @@ void PastSessionsWindow::setUpList()
              {PastSessionsModel::Saved, 100}, {PastSessionsModel::Simulated, 100}})
         header.resizeSection(column, qRound(width * scaleOf(*this)));
     header.setSectionResizeMode(PastSessionsModel::Name, QHeaderView::Stretch);
-    connect(&list, &QTreeView::activated, this, &PastSessionsWindow::openSelected);
+    // Not when it is activated: Return clicks the default button as well.
+    connect(&list, &QTreeView::doubleClicked, this, &PastSessionsWindow::openSelected);
     connect(list.selectionModel(), &QItemSelectionModel::selectionChanged, this,
-        &PastSessionsWindow::showSelection);
+        &PastSessionsWindow::showState);
 }
 
 void PastSessionsWindow::setUpSearch()
@@ -92,50 +87,48 @@ void PastSessionsWindow::setUpSearch()
 
 QDate PastSessionsWindow::today() const
 {
-    auto const now = m_clock.now().time_since_epoch();
-    return QDateTime::fromSecsSinceEpoch(
-        std::chrono::duration_cast<std::chrono::seconds>(now).count())
-        .date();
+    auto const seconds = std::chrono::system_clock::to_time_t(m_clock.now());
+    return QDateTime::fromSecsSinceEpoch(seconds).date();
 }
 
 Period PastSessionsWindow::period() const
 {
-    Period period;
-    auto const from = m_ui->fromInput->date();
-    auto const to = m_ui->toInput->date();
     switch (m_ui->periodInput->currentIndex()) {
     case ThisMonth:
-        period.first = beginningOfDay(today().addDays(1 - today().day()));
-        break;
+        return {beginningOfDay(today().addDays(1 - today().day()))};
     case ThreeMonths:
-        period.first = beginningOfDay(today().addMonths(-3));
-        break;
+        return {beginningOfDay(today().addMonths(-3))};
     case OneYear:
-        period.first = beginningOfDay(today().addYears(-1));
-        break;
-    case ChosenDates:
-        period
-            = {beginningOfDay(std::min(from, to)), beginningOfDay(std::max(from, to).addDays(1))};
-        break;
+        return {beginningOfDay(today().addYears(-1))};
+    case ChosenDates: {
+        auto const [from, to] = std::minmax({m_ui->fromInput->date(), m_ui->toInput->date()});
+        return {beginningOfDay(from), beginningOfDay(to.addDays(1))};
     }
-    return period;
+    default:
+        return {};
+    }
 }
 
-// Not beside 削除…: one slip from losing every patient's data.
-void PastSessionsWindow::addMoreCommands()
+void PastSessionsWindow::connectCommands()
 {
-    auto* const menu = new QMenu(this);
-    m_sameName
-        = menu->addAction(u"同じ氏名を選択(&S)"_s, this, &PastSessionsWindow::selectSameName);
-    menu->addSeparator();
-    m_courseCsv = menu->addAction(
-        u"経過のCSVを保存(&K)…"_s, this, [this] { m_output.saveCourse(selected()); });
-    m_eachCsv = menu->addAction(
-        u"測定ごとのCSVを保存(&C)…"_s, this, [this] { m_output.saveEach(selected()); });
-    menu->addSeparator();
-    m_removeAll = menu->addAction(u"すべて削除(&A)…"_s, this, &PastSessionsWindow::removeAll);
-    m_removeAll->setObjectName(u"removeAllAction"_s);
-    m_ui->moreButton->setMenu(menu);
+    auto const onClick = [this](QAbstractButton* button, auto work) {
+        connect(button, &QAbstractButton::clicked, this, work);
+    };
+    onClick(m_ui->openButton, &PastSessionsWindow::openSelected);
+    onClick(m_ui->courseButton, [this] { m_output.showCourse(selected()); });
+    onClick(m_ui->removeButton, &PastSessionsWindow::removeSelected);
+    onClick(m_ui->closeButton, &QWidget::close);
+
+    auto const onTriggered = [this](QAction* command, auto work) {
+        connect(command, &QAction::triggered, this, work);
+    };
+    onTriggered(m_ui->sameNameAction, &PastSessionsWindow::selectSameName);
+    onTriggered(m_ui->courseCsvAction, [this] { m_output.saveCourse(selected()); });
+    onTriggered(m_ui->eachCsvAction, [this] { m_output.saveEach(selected()); });
+    // Not beside 削除…: one slip from losing every patient's data.
+    onTriggered(m_ui->removeAllAction, &PastSessionsWindow::removeAll);
+    m_ui->moreButton->setMenu(m_ui->moreMenu);
+    connect(&m_output, &SessionOutput::saved, &m_model, &PastSessionsModel::markSaved);
 }
 
 void PastSessionsWindow::load()
@@ -145,7 +138,6 @@ void PastSessionsWindow::load()
     m_ui->damageLabel->hide();
     loadPage();
     m_ui->sessionList->setCurrentIndex(m_model.index(0, 0));
-    showSelection();
 }
 
 void PastSessionsWindow::loadPage()
@@ -165,42 +157,41 @@ void PastSessionsWindow::loadPage()
     }
     if (!page.isComplete)
         m_ui->damageLabel->show();
-    showCount();
-    showSelection();
+    showState();
 }
 
 void PastSessionsWindow::search()
 {
     m_model.filter(m_ui->searchInput->text(), period());
     m_ui->sessionList->setCurrentIndex(m_model.index(0, 0));
-    showCount();
-    showSelection();
+    showState();
 }
 
-void PastSessionsWindow::showCount()
+void PastSessionsWindow::showState()
 {
     m_ui->countLabel->setText(u"%1件"_s.arg(m_model.rowCount()));
     // Its question says how many there are.
-    m_removeAll->setEnabled(!m_last);
-}
-
-void PastSessionsWindow::showSelection()
-{
-    auto const count = m_ui->sessionList->selectionModel()->selectedRows().size();
-    m_ui->openButton->setEnabled(count == 1);
+    m_ui->removeAllAction->setEnabled(!m_last);
+    auto const& ranges = m_ui->sessionList->selectionModel()->selection();
+    bool const isAny = !ranges.empty();
+    bool const isOne = ranges.size() == 1 && ranges.first().height() == 1;
+    m_ui->openButton->setEnabled(isOne);
     // It chooses all of that name only once all are loaded.
-    m_sameName->setEnabled(count == 1 && !m_last);
-    m_ui->removeButton->setEnabled(count > 0);
-    m_ui->courseButton->setEnabled(count > 0);
-    m_courseCsv->setEnabled(count > 0);
-    m_eachCsv->setEnabled(count > 0);
+    m_ui->sameNameAction->setEnabled(isOne && !m_last);
+    m_ui->removeButton->setEnabled(isAny);
+    m_ui->courseButton->setEnabled(isAny);
+    m_ui->courseCsvAction->setEnabled(isAny);
+    m_ui->eachCsvAction->setEnabled(isAny);
 }
 
 std::vector<SessionSummary> PastSessionsWindow::selected() const
 {
     std::vector<SessionSummary> sessions;
-    for (auto const& index : m_ui->sessionList->selectionModel()->selectedRows())
-        sessions.push_back(m_model.session(index.row()));
+    // Of a hundred thousand, Qt's own list of the rows takes seconds.
+    for (auto const& range : m_ui->sessionList->selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            sessions.push_back(m_model.session(row));
+    }
     return sessions;
 }
 
@@ -208,9 +199,13 @@ void PastSessionsWindow::selectSameName()
 {
     auto const name = selected().front().name;
     QItemSelection same;
-    for (int row = 0; row < m_model.rowCount(); ++row) {
-        if (m_model.session(row).name == name)
-            same.select(m_model.index(row, 0), m_model.index(row, m_model.columnCount() - 1));
+    // Rows in a row as one range: Qt needs seconds for thousands of ranges side by side.
+    for (int row = 0, first = 0; row <= m_model.rowCount(); ++row) {
+        if (row < m_model.rowCount() && m_model.session(row).name == name)
+            continue;
+        if (first < row)
+            same.select(m_model.index(first, 0), m_model.index(row - 1, m_model.columnCount() - 1));
+        first = row + 1;
     }
     m_ui->sessionList->selectionModel()->select(same, QItemSelectionModel::ClearAndSelect);
 }
@@ -255,22 +250,20 @@ void PastSessionsWindow::ask(QString const& question, std::function<StoreProblem
 {
     auto* box
         = new QMessageBox(QMessageBox::Warning, u"tensio"_s, question, QMessageBox::NoButton, this);
-    box->setAttribute(Qt::WA_DeleteOnClose);
     auto* const keep = box->addButton(u"キャンセル"_s, QMessageBox::RejectRole);
     auto* const doRemove = box->addButton(u"削除"_s, QMessageBox::AcceptRole);
     box->setDefaultButton(keep);
     box->setEscapeButton(keep);
     connect(doRemove, &QAbstractButton::clicked, this, [this, remove] { showRemoval(remove()); });
-    box->open();
+    openDialog(box);
 }
 
 void PastSessionsWindow::showRemoval(StoreProblem problem)
 {
-    if (problem == StoreProblem::NoSpace)
-        tell(*this, QMessageBox::Critical,
-            u"削除できませんでした。ディスクの空き容量を確かめてください。"_s);
-    else if (problem != StoreProblem::None)
-        tell(*this, QMessageBox::Critical, u"削除できませんでした。"_s);
+    auto const why
+        = problem == StoreProblem::NoSpace ? u"ディスクの空き容量を確かめてください。"_s : u""_s;
+    if (problem != StoreProblem::None)
+        tell(*this, QMessageBox::Critical, u"削除できませんでした。"_s + why);
     load();
 }
 

@@ -8,8 +8,6 @@
 #include <memory>
 #include <optional>
 
-class QAction;
-
 namespace Ui {
 class PastSessions;
 }
@@ -33,14 +31,13 @@ public:
 private:
     void setUpList();
     void setUpSearch();
-    void addMoreCommands();
+    void connectCommands();
     void load();
     void loadPage();
     QDate today() const;
     Period period() const;
     void search();
-    void showCount();
-    void showSelection();
+    void showState();
     std::vector<SessionSummary> selected() const;
     void selectSameName();
     void openSelected();
@@ -57,10 +54,6 @@ private:
     SessionOutput m_output;
     // The last session loaded, while there are more.
     std::optional<SessionSummary> m_last;
-    QAction* m_sameName = nullptr;
-    QAction* m_courseCsv = nullptr;
-    QAction* m_eachCsv = nullptr;
-    QAction* m_removeAll = nullptr;
 };
 
 } // namespace tensio
