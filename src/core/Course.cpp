@@ -37,6 +37,9 @@ std::optional<std::string> courseRefusal(std::span<SessionSummary const> session
         return "氏名の異なる測定は、1つの経過にできません。同じ氏名の測定だけを選んでください。";
     if (differs(&SessionSummary::isSimulated))
         return "模擬装置の測定と実際の測定は、1つの経過にできません。";
+    // More would stop the display while they are read and drawn.
+    if (sessions.size() > 1000)
+        return "1つの経過は1000件までです。期間を指定するなどして、測定を減らしてください。";
     return std::nullopt;
 }
 

@@ -16,7 +16,10 @@ TEST(Course, IsOfOneNameAndOfOneKindOfDevice)
             {{real}, {}}, {{simulated, simulated}, {}}, {{}, "経過を見る測定を選んでください。"},
             {{real, real, other},
                 "氏名の異なる測定は、1つの経過にできません。同じ氏名の測定だけを選んでください。"},
-            {{real, simulated}, "模擬装置の測定と実際の測定は、1つの経過にできません。"}})
+            {{real, simulated}, "模擬装置の測定と実際の測定は、1つの経過にできません。"},
+            {std::vector(1000, real), {}},
+            {std::vector(1001, real),
+                "1つの経過は1000件までです。期間を指定するなどして、測定を減らしてください。"}})
         EXPECT_EQ(courseRefusal(sessions), reason);
 }
 
