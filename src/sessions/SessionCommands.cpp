@@ -5,6 +5,7 @@
 #include "sessions/Dialogs.h"
 #include "sessions/PastSessionsWindow.h"
 #include "sessions/TransferDialog.h"
+#include "toolkit/OpenDialog.h"
 
 #include <QMenu>
 
@@ -46,14 +47,12 @@ void SessionCommands::addTo(QMenu& menu)
     };
     add(u"以前の測定を開く(&O)…"_s, &SessionCommands::openList)->setShortcut(QKeySequence::Open);
     add(u"バックアップ(&B)…"_s, &SessionCommands::backUp);
-    add(u"バックアップから戻す(&R)…"_s, &SessionCommands::chooseBackup);
+    add(u"バックアップから戻す(&R)…"_s, &SessionCommands::restore);
 }
 
 void SessionCommands::openList()
 {
-    auto* const window = new PastSessionsWindow(m_archive, m_services, m_window);
-    window->setAttribute(Qt::WA_DeleteOnClose);
-    window->open();
+    openDialog(new PastSessionsWindow(m_archive, m_services, m_window));
 }
 
 void SessionCommands::backUp()
@@ -62,38 +61,37 @@ void SessionCommands::backUp()
     bool const before = m_services.savePanel.setSimulated(false);
     auto const path = m_services.savePanel.runModal("db");
     m_services.savePanel.setSimulated(before);
-    if (!path)
-        return;
-    new TransferDialog(
-        m_archive.backUp(*path), u"バックアップしています…"_s,
-        [this](TransferState state, int count) {
-            tellEnd(state,
-                u"%1件の測定をバックアップしました。\n氏名と測定値が含まれます。"_s.arg(count));
-        },
-        m_window);
+    if (path)
+        runTransfer(m_archive.backUp(*path), u"バックアップしています…"_s, [](int count) {
+            return u"%1件の測定をバックアップしました。\n氏名と測定値が含まれます。"_s.arg(count);
+        });
 }
 
-void SessionCommands::chooseBackup()
+void SessionCommands::restore()
 {
     choose(m_window, u"バックアップから戻す"_s, QFileDialog::ExistingFile, u"バックアップ (*.db)"_s,
-        [this](QString const& path) { restore(path); });
+        [this](QString const& path) {
+            runTransfer(m_archive.restore(path.toStdString()), u"バックアップから戻しています…"_s,
+                [](int count) {
+                    return count > 0
+                        ? u"%1件の測定を戻しました。"_s.arg(count)
+                        : u"バックアップの測定はすべてすでにあるため、戻すものはありませんでした。"_s;
+                });
+        });
 }
 
-void SessionCommands::restore(QString const& path)
+void SessionCommands::runTransfer(std::unique_ptr<SessionTransfer> transfer, QString const& text,
+    std::function<QString(int count)> const& done)
 {
     new TransferDialog(
-        m_archive.restore(path.toStdString()), u"バックアップから戻しています…"_s,
-        [this](TransferState state, int count) {
-            tellEnd(state, u"%1件の測定を戻しました。"_s.arg(count));
+        std::move(transfer), text,
+        [this, done](TransferState state, int count) {
+            if (state == TransferState::Done)
+                tell(m_window, QMessageBox::Information, done(count));
+            else if (state != TransferState::Running)
+                tell(m_window, QMessageBox::Critical, textOf(state));
         },
         m_window);
-}
-
-void SessionCommands::tellEnd(TransferState state, QString const& done)
-{
-    bool const isDone = state == TransferState::Done;
-    tell(m_window, isDone ? QMessageBox::Information : QMessageBox::Critical,
-        isDone ? done : textOf(state));
 }
 
 } // namespace tensio

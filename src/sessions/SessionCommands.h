@@ -33,9 +33,10 @@ public:
 private:
     void openList();
     void backUp();
-    void chooseBackup();
-    void restore(QString const& path);
-    void tellEnd(TransferState state, QString const& done);
+    void restore();
+    // Says at the end that it is done, or why not; nothing when the user has cancelled it.
+    void runTransfer(std::unique_ptr<SessionTransfer> transfer, QString const& text,
+        std::function<QString(int count)> const& done);
 
     SessionArchive& m_archive;
     SessionServices m_services;

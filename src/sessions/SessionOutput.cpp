@@ -25,18 +25,17 @@ SessionOutput::SessionOutput(SessionArchive& archive, SessionServices services, 
 
 std::optional<Course> SessionOutput::course(Sessions const& sessions)
 {
-    auto refusal = courseRefusal(sessions);
-    std::vector<StoredSession> stored;
-    if (!refusal) {
-        for (auto const& each : sessions) {
-            if (auto session = m_archive.load(each.id, StoredPoints::LeftOut))
-                stored.push_back(std::move(*session));
-        }
-        if (stored.empty())
-            refusal = "この測定は読み込めませんでした。";
-    }
-    if (refusal) {
+    if (auto const refusal = courseRefusal(sessions)) {
         tell(m_list, QMessageBox::Warning, QString::fromStdString(*refusal));
+        return std::nullopt;
+    }
+    std::vector<StoredSession> stored;
+    for (auto const& each : sessions) {
+        if (auto session = m_archive.load(each.id, StoredPoints::LeftOut))
+            stored.push_back(std::move(*session));
+    }
+    if (stored.empty()) {
+        tell(m_list, QMessageBox::Warning, u"この測定は読み込めませんでした。"_s);
         return std::nullopt;
     }
     bool const isWhole = stored.size() == sessions.size();
@@ -92,7 +91,9 @@ void SessionOutput::tellEnd(TransferState state, std::size_t count, Sessions con
     auto text = u"%1件の測定のCSVを保存しました。"_s.arg(count);
     if (!m_isComplete)
         text += u'\n' + QString::fromUtf8(courseIncompleteMessage);
-    if (state == TransferState::Done) {
+    if (state == TransferState::Running)
+        text = u"キャンセルしました。\nその前に、"_s + text;
+    if (state == TransferState::Done || state == TransferState::Running) {
         tell(m_list, QMessageBox::Information, text);
         return;
     }

@@ -30,11 +30,7 @@ TransferDialog::TransferDialog(std::unique_ptr<SessionTransfer> transfer, QStrin
     setAutoClose(false);
     setAutoReset(false);
     setMinimumDuration(0);
-    connect(this, &QProgressDialog::canceled, this, [this] {
-        m_timer.stop();
-        m_transfer.reset();
-        close();
-    });
+    connect(this, &QProgressDialog::canceled, this, [this] { end(TransferState::Running); });
     connect(&m_timer, &QTimer::timeout, this, &TransferDialog::step);
     m_timer.start(0);
     show();
@@ -43,11 +39,15 @@ TransferDialog::TransferDialog(std::unique_ptr<SessionTransfer> transfer, QStrin
 void TransferDialog::step()
 {
     auto const state = m_transfer->step();
-    if (state == TransferState::Running) {
-        // Last: it delivers events, such as a click on the button.
+    // Last: setValue delivers events, such as a click on the button.
+    if (state == TransferState::Running)
         setValue(static_cast<int>(m_transfer->progress() * wholeBar));
-        return;
-    }
+    else
+        end(state);
+}
+
+void TransferDialog::end(TransferState state)
+{
     m_timer.stop();
     auto const count = m_transfer->count();
     m_transfer.reset();

@@ -9,12 +9,13 @@
 
 namespace tensio {
 
-// Runs a transfer in steps from the event loop, and shows its progress; cancelled, it drops the
-// transfer. Deletes itself at the end.
+// Runs a transfer in steps from the event loop, and shows its progress. At the end it drops the
+// transfer and deletes itself.
 class TransferDialog : public QProgressDialog {
     Q_OBJECT
 
 public:
+    // The state is Running when the user has cancelled it.
     using Finished = std::function<void(TransferState state, int count)>;
 
     TransferDialog(std::unique_ptr<SessionTransfer> transfer, QString const& text,
@@ -22,6 +23,7 @@ public:
 
 private:
     void step();
+    void end(TransferState state);
 
     std::unique_ptr<SessionTransfer> m_transfer;
     Finished m_finished;

@@ -1,7 +1,10 @@
 #include "core/DateText.h"
 #include "core/Utf16.h"
+#include "output/Reports.h"
 #include "sessions/PastSessionsWindow.h"
+#include "sessions/SessionNotices.h"
 #include "support/Desk.h"
+#include "support/Page.h"
 
 #include <QComboBox>
 #include <QDateEdit>
@@ -39,7 +42,7 @@ TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
     desk.store.stored.at(2).isComplete = false;
     auto const& line = find<QWidget>(desk.window, "unsavedSessionView");
     EXPECT_TRUE(line.isVisible());
-    EXPECT_TRUE(find<QLabel>(desk.window, "unsavedDetailLabel").text().contains(u"花子"));
+    EXPECT_EQ(textOf(desk.window, "unsavedDetailLabel"), "花子　" + dateAndMinute({}) + "　1回");
     EXPECT_FALSE(find<QLabel>(desk.window, "unsavedSimulatedLabel").isVisible());
     click(desk.window, "openUnsavedButton");
     EXPECT_TRUE(desk.window.windowTitle().contains(u"花子"));
@@ -49,11 +52,48 @@ TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
     EXPECT_FALSE(desk.store.unsavedSession());
     desk.command("以前の測定を開く").trigger();
     auto& list = find<QTreeView>(find<PastSessionsWindow>(desk.window));
-    list.setCurrentIndex(list.model()->index(1, 0));
-    click(desk.window, "openButton");
+    auto const first = list.visualRect(list.model()->index(1, 0)).center();
+    QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, first);
+    QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, first);
     EXPECT_TRUE(desk.window.windowTitle().contains(u"太郎"));
     EXPECT_FALSE(damage.isVisible()) << "all of it was read";
     EXPECT_FALSE(find<PastSessionsWindow>(desk.window).isVisible());
+}
+
+TEST(PastSessions, ThatCannotBeStoredOrReadAreReportedWithTheReason)
+{
+    Session session;
+    FakeSessionStore store;
+    SessionArchive archive(session.manager, store, session.runLoop, session.clock);
+    QWidget unsaved;
+    QWidget view;
+    SessionNotices const notices(archive, unsaved, view);
+    for (auto const& [problem, text] :
+        {std::pair {StoreProblem::InUse,
+             "別のtensioが起動しているため、自動保存されず、以前の測定も開けません。CSVを保存してく"
+             "ださい。"},
+            {StoreProblem::NotOpened,
+                "自動保存の場所に書き込めません。以前の測定も開けません。測定を終えたらCSVを保存し"
+                "てください。"},
+            {StoreProblem::NotWritable,
+                "自動保存の場所に書き込めません。測定を終えたら、以前の測定を開く前にCSVを保存して"
+                "ください。"},
+            {StoreProblem::NewerSetAside,
+                "新しいバージョンの記録のため、別名で残しました。新しいtensioで開いてください。"},
+            {StoreProblem::DamagedSetAside,
+                "以前の記録が壊れていたため、別名で残しました。管理者に知らせてください。"},
+            {StoreProblem::NoSpace,
+                "測定を自動保存できません。空き容量を確かめ、終了後、以前の測定を開く前にCSVを保存"
+                "してください。"},
+            {StoreProblem::Vanished,
+                "以前の測定の記録が見つからないため、新しく記録します。管理者に知らせてください。"},
+            {StoreProblem::Damaged,
+                "自動保存の記録が壊れています。測定を終えたら、以前の測定を開く前にCSVを保存してく"
+                "ださい。"},
+            {StoreProblem::None, ""}}) {
+        archive.problem.setValue(problem);
+        EXPECT_EQ(textOf(view, "storeProblemLabel"), text);
+    }
 }
 
 TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
@@ -77,7 +117,6 @@ TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
     desk.press({20.0});
     desk.finish();
     expectShown(false, true);
-    EXPECT_TRUE(find<QLabel>(problem, "storeProblemLabel").text().contains(u"空き容量"));
     click(problem, "hideProblemButton");
     expectShown(false, false);
     desk.store.refusals = 0;
@@ -117,19 +156,31 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
         delete &question;
         return text;
     };
+    auto unreadable = desk.store.stored.extract(4);
+    QTest::keyClick(&list, Qt::Key_Return);
+    EXPECT_EQ(message(window), u"この測定は読み込めませんでした。");
+    EXPECT_EQ(window.findChild<QMessageBox*>(), nullptr) << "said once";
+    desk.store.stored.insert(std::move(unreadable));
     click(window, "removeButton");
     EXPECT_TRUE(answer(false).ends_with("　山田 花子（1回）を削除します。"));
     EXPECT_EQ(desk.store.stored.size(), 4U);
     more.actions().first()->trigger();
     EXPECT_FALSE(find(window, "openButton").isEnabled()) << "two are chosen";
-    desk.store.refusals = 1;
-    desk.store.reason = StoreProblem::NoSpace;
-    click(window, "removeButton");
-    EXPECT_EQ(answer(true), "選択した2件の測定を削除します。");
-    EXPECT_TRUE(message(window).contains(u"空き容量"));
-    more.actions().first()->trigger();
-    click(window, "removeButton");
-    EXPECT_EQ(answer(true), "選択した2件の測定を削除します。");
+    auto const removeBoth = [&] {
+        more.actions().first()->trigger();
+        click(window, "removeButton");
+        EXPECT_EQ(answer(true), "選択した2件の測定を削除します。");
+    };
+    for (auto const& [reason, text] :
+        {std::pair {StoreProblem::NoSpace,
+             u"削除できませんでした。ディスクの空き容量を確かめてください。"},
+            {StoreProblem::Damaged, u"削除できませんでした。"}}) {
+        desk.store.refusals = 1;
+        desk.store.reason = reason;
+        removeBoth();
+        EXPECT_EQ(message(window), QString::fromUtf16(text));
+    }
+    removeBoth();
     EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
     search.setText(QStringLiteral("太郎"));
     EXPECT_FALSE(find(window, "openButton").isEnabled()) << "nothing is left of that name";
@@ -193,11 +244,13 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
     auto const name = folder.filePath(
         QString::fromStdString(formatLocalTime({}, "%Y%m%d-%H%M_")) + u"山田_花子"_s);
     EXPECT_TRUE(QFile(name + u".csv"_s).open(QFile::WriteOnly));
-    auto const saveEach = [&] {
+    auto const saveEach = [&](bool isCancelled = false) {
         command(3);
         auto* const chooser = window.findChild<QFileDialog*>();
         Q_EMIT chooser->fileSelected(folder.path());
         delete chooser;
+        if (isCancelled)
+            find(find<QProgressDialog>(window)).click();
         return message(window);
     };
     desk.store.stored.at(2).measurements.clear();
@@ -217,6 +270,7 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
     list.setCurrentIndex(list.model()->index(2, 0));
     EXPECT_TRUE(saveEach().startsWith(u"1件の測定のCSVを保存しました。"));
     EXPECT_TRUE(desk.saving.log.back().ends_with("（模擬装置）.csv"));
+    EXPECT_EQ(saveEach(true), u"キャンセルしました。\nその前に、0件の測定のCSVを保存しました。");
 }
 
 TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
@@ -246,16 +300,26 @@ TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
             return all;
         };
         desk.saving.answer = "/all.csv";
-        auto const files = [&] {
-            manager.measurementList.measurements().front()->isCounted.setValue(true);
+        auto const output = [&] {
+            std::string all;
+            for (auto const kind :
+                {ReportKind::List, ReportKind::Grid, ReportKind::Curves, ReportKind::Selected}) {
+                manager.measurementList.measurements().front()->isCounted.setValue(
+                    kind == ReportKind::Selected);
+                auto const report = makeReport(kind, manager);
+                for (int page = report->paginate({}, Page()); page > 0; --page) {
+                    for (auto const& line : Page(*report, page).lines)
+                        all += line + '\n';
+                }
+            }
             manager.saveCsv();
-            auto const all = desk.saving.written;
+            all += desk.saving.written;
             manager.saveSelectedCsv();
             return all + desk.saving.written;
         };
         measure("花子", 0.5f, 30.0);
         auto const before = pictures();
-        auto const filesBefore = files();
+        auto const outputBefore = output();
         measure("太郎", 0.9f, 60.0);
         ASSERT_NE(pictures(), before);
         desk.command("以前の測定を開く").trigger();
@@ -265,7 +329,7 @@ TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
         EXPECT_EQ(find<QLabel>(desk.window, "pastSessionLabel").text(),
             QStringLiteral("以前の測定　2024/03/05 14:07"));
         EXPECT_EQ(pictures(), before) << isFinishedInAPress;
-        EXPECT_EQ(files(), filesBefore);
+        EXPECT_EQ(output(), outputBefore);
         click(desk.window, "startButton");
         EXPECT_TRUE(find<QLabel>(desk.window, "percentNotice").text().contains(u"90%"));
         click(desk.window, "cancelButton");
@@ -273,6 +337,7 @@ TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
         desk.connect();
         EXPECT_EQ(manager.targetPressurePercent.value(), 0.9f);
         EXPECT_FALSE(find<QWidget>(desk.window, "pastSessionLabel").isVisible());
+        EXPECT_FALSE(desk.window.windowTitle().contains(u"花子"));
     }
 }
 
@@ -291,10 +356,16 @@ TEST(PastSessions, AreBackedUpInStepsUnlessCancelled)
         EXPECT_EQ(store.transferred, "");
     }
     store.transferEnd = TransferState::Done;
-    desk.command("バックアップから戻す").trigger();
-    Q_EMIT find<QFileDialog>(desk.window).fileSelected(u"/stick/old.db"_s);
-    EXPECT_EQ(store.transferred, "/stick/old.db");
-    EXPECT_EQ(message(desk.window), u"3件の測定を戻しました。");
+    for (auto const& [count, text] : {std::pair {3, u"3件の測定を戻しました。"},
+             {0, u"バックアップの測定はすべてすでにあるため、戻すものはありませんでした。"}}) {
+        store.transferCount = count;
+        desk.command("バックアップから戻す").trigger();
+        auto* const chooser = desk.window.findChild<QFileDialog*>();
+        Q_EMIT chooser->fileSelected(u"/stick/old.db"_s);
+        delete chooser;
+        EXPECT_EQ(store.transferred, "/stick/old.db");
+        EXPECT_EQ(message(desk.window), QString::fromUtf16(text));
+    }
     desk.command("バックアップ(").trigger();
     find(*desk.window.findChildren<QProgressDialog*>().last()).click();
     EXPECT_EQ(store.transferred, "") << "nothing stays of it";

@@ -19,8 +19,9 @@ struct FakeSessionStore : SessionStore {
     bool isComplete = true;
     int refusals = 0;
     StoreProblem reason = StoreProblem::None;
-    // Where to or from; empty once it is over. The state that it ends with.
+    // Where to or from; empty once it is over. The state that it ends with, and how many sessions.
     std::string transferred;
+    int transferCount = 3;
     TransferState transferEnd = TransferState::Done;
 
     bool isOpen() const override { return true; }
@@ -138,7 +139,7 @@ private:
             return ++steps < 3 ? TransferState::Running : store.transferEnd;
         }
         double progress() const override { return steps / 3.0; }
-        int count() const override { return steps; }
+        int count() const override { return store.transferCount; }
     };
 
     bool isRefused() { return refusals > 0 && refusals-- > 0; }
