@@ -59,7 +59,7 @@ void csvOfCurves(benchmark::State& state)
     auto const measurements = measurementsOf(state.range(0));
     while (state.KeepRunning())
         benchmark::DoNotOptimize(
-            encodeUtf16(csvOfAll("山田 花子", "2024/03/05 14:07", measurements)));
+            encodeUtf16(csvFile("山田 花子", "2024/03/05 14:07").build(measurements)));
 }
 
 void previewOfCourse(benchmark::State& state)

@@ -79,7 +79,7 @@ int record(QDir const& folder)
     mark(faultsEnd);
     bool const isWhole = measurements.size() == 3 && measurements[2]->pressurePoints->size() == 60
         && QtFileWriter().writeAtomically(
-            folder.filePath(savedFile).toStdString(), csvOfAll("花子", "", measurements));
+            folder.filePath(savedFile).toStdString(), csvFile("花子", "").build(measurements));
     counting.end();
     mark(faultsBegin);
     recording.reset();

@@ -30,13 +30,6 @@ std::string tagOf(float pressure, float min, float max)
     return pressure == min ? "min" : "";
 }
 
-CsvBuilder begin(std::string const& name, std::string const& date)
-{
-    CsvBuilder builder("\r\n", "\t");
-    builder.appendHeader(name, date);
-    return builder;
-}
-
 } // namespace
 
 CsvBuilder::CsvBuilder(std::string newline, std::string col)
@@ -47,13 +40,20 @@ CsvBuilder::CsvBuilder(std::string newline, std::string col)
 
 CsvBuilder& CsvBuilder::appendHeader(std::string const& name, std::string const& date)
 {
-    m_csv += "氏名" + m_col + inOneCell(name) + m_newline;
-    m_csv += "測定日時" + m_col + date + m_newline;
-    m_csv += m_newline;
+    appendLine({"氏名", inOneCell(name)});
+    appendLine({"測定日時", date});
+    appendLine({});
     return *this;
 }
 
-void CsvBuilder::appendLine(Measurements const& measurements, auto const& cellsOf)
+void CsvBuilder::appendLine(std::vector<std::string> const& cells)
+{
+    for (auto const& cell : cells)
+        m_csv.append(&cell == &cells.front() ? "" : m_col).append(cell);
+    m_csv += m_newline;
+}
+
+void CsvBuilder::appendBlocks(Measurements const& measurements, auto const& cellsOf)
 {
     for (auto const& measurement : measurements) {
         auto const [first, second] = cellsOf(*measurement);
@@ -64,22 +64,24 @@ void CsvBuilder::appendLine(Measurements const& measurements, auto const& cellsO
 
 std::string const& CsvBuilder::build(Measurements const& measurements)
 {
-    appendLine(measurements, [](auto const& each) {
+    appendBlocks(measurements, [](auto const& each) {
         return Cells {std::to_string(each.number) + "回目", ""};
     });
-    appendLine(measurements, [](auto const& each) {
+    appendBlocks(measurements, [](auto const& each) {
         return Cells {"最大値（kPa）", pressureText(*each.bestPressure)};
     });
-    appendLine(measurements, [](auto const& each) {
+    appendBlocks(measurements, [](auto const& each) {
         return Cells {"目標圧（kPa）", pressureText(*each.targetPressure)};
     });
-    appendLine(measurements, [](auto const&) { return Cells {"測定時間（秒）", "測定値（kPa）"}; });
+    appendBlocks(measurements, [](auto const&) {
+        return Cells {"測定時間（秒）", "測定値（kPa）"};
+    });
     std::size_t longest = 0;
     for (auto const& measurement : measurements)
         longest = std::max(longest, measurement->pressurePoints->size());
     for (std::size_t index = 0; index < longest; ++index) {
         auto const time = formatFixed(static_cast<float>(index + 1) * pointInterval, 2);
-        appendLine(measurements, [&](auto const& each) {
+        appendBlocks(measurements, [&](auto const& each) {
             auto const& points = *each.pressurePoints;
             return index < points.size() ? Cells {time, pressureText(points[index])} : Cells {};
         });
@@ -90,45 +92,37 @@ std::string const& CsvBuilder::build(Measurements const& measurements)
 std::string const& CsvBuilder::buildSelected(
     Measurements const& measurements, float average, float min, float max)
 {
-    m_csv += "選択した最大圧データ(kPa)" + m_newline;
+    appendLine({"選択した最大圧データ(kPa)"});
     for (std::size_t position = 0; position < measurements.size(); ++position) {
         auto const best = *measurements[position]->bestPressure;
-        m_csv += selectionMarks.at(position) + m_col + pressureText(best) + m_col
-            + tagOf(best, min, max) + m_newline;
+        appendLine({selectionMarks.at(position), pressureText(best), tagOf(best, min, max)});
     }
-    m_csv += m_newline;
-    m_csv += "選択した最大圧データの平均値(kPa)" + m_newline;
-    m_csv += m_col + pressureText(average) + m_newline;
+    appendLine({});
+    appendLine({"選択した最大圧データの平均値(kPa)"});
+    appendLine({"", pressureText(average)});
     return m_csv;
 }
 
 std::string const& CsvBuilder::buildCourse(Course const& course)
 {
     if (course.isSimulated)
-        m_csv += simulatedMessage + m_newline + m_newline;
+        appendLine({simulatedMessage + m_newline});
     if (!course.isComplete)
-        m_csv += courseIncompleteMessage + m_newline + m_newline;
-    m_csv += "測定日時" + m_col + "回数" + m_col + "最大圧（kPa）" + m_col + "平均（kPa）" + m_col
-        + "目標圧（kPa）" + m_newline;
+        appendLine({courseIncompleteMessage + m_newline});
+    appendLine({"測定日時", "回数", "最大圧（kPa）", "平均（kPa）", "目標圧（kPa）"});
     for (auto const& entry : course.entries) {
-        m_csv += dateAndMinute(entry.start) + m_col + std::to_string(entry.presses);
-        for (auto const pressure : {entry.best, entry.average})
-            m_csv += m_col + (entry.presses > 0 ? pressureText(pressure) : "");
-        m_csv += m_col + pressureText(entry.target) + m_newline;
+        auto const measured = [&](float pressure) {
+            return entry.presses > 0 ? pressureText(pressure) : std::string();
+        };
+        appendLine({dateAndMinute(entry.start), std::to_string(entry.presses), measured(entry.best),
+            measured(entry.average), pressureText(entry.target)});
     }
     return m_csv;
 }
 
-std::string csvOfAll(
-    std::string const& name, std::string const& date, Measurements const& measurements)
+CsvBuilder csvFile(std::string const& name, std::string const& date)
 {
-    return begin(name, date).build(measurements);
-}
-
-std::string csvOfSelected(std::string const& name, std::string const& date,
-    Measurements const& measurements, float average, float min, float max)
-{
-    return begin(name, date).buildSelected(measurements, average, min, max);
+    return CsvBuilder("\r\n", "\t").appendHeader(name, date);
 }
 
 std::string csvOfCourse(Course const& course)
@@ -136,7 +130,7 @@ std::string csvOfCourse(Course const& course)
     auto const& entries = course.entries;
     auto const period
         = dateAndMinute(entries.front().start) + " 〜 " + dateAndMinute(entries.back().start);
-    return begin(course.name, period).buildCourse(course);
+    return csvFile(course.name, period).buildCourse(course);
 }
 
 } // namespace tensio

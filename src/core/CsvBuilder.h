@@ -25,21 +25,18 @@ public:
     std::string const& buildCourse(Course const& course);
 
 private:
+    void appendLine(std::vector<std::string> const& cells);
     // Of each measurement the two cells that the function gives, and an empty one.
-    void appendLine(Measurements const& measurements, auto const& cellsOf);
+    void appendBlocks(Measurements const& measurements, auto const& cellsOf);
 
     std::string m_newline;
     std::string m_col;
     std::string m_csv;
 };
 
-// The files that the program saves (UTF-8): cells separated by TAB, lines ended by CR LF. The date
-// is text, written as it is.
-std::string csvOfAll(
-    std::string const& name, std::string const& date, Measurements const& measurements);
-// At most three measurements; average, smallest and largest best pressure in kPa.
-std::string csvOfSelected(std::string const& name, std::string const& date,
-    Measurements const& measurements, float average, float min, float max);
+// Begins a file as the program saves it (UTF-8): cells separated by TAB, lines ended by CR LF. The
+// date is text, written as it is.
+CsvBuilder csvFile(std::string const& name, std::string const& date);
 std::string csvOfCourse(Course const& course);
 
 } // namespace tensio

@@ -40,7 +40,7 @@ bool ResultSaver::saveCsv()
 {
     auto const& measurements = m_measurementList.measurements();
     return !measurements.empty()
-        && saveAsCsv(csvOfAll(m_username.value(), dateText(measurements), measurements));
+        && saveAsCsv(csvFile(m_username.value(), dateText(measurements)).build(measurements));
 }
 
 void ResultSaver::saveSelectedCsv()
@@ -48,9 +48,10 @@ void ResultSaver::saveSelectedCsv()
     auto const selection = m_measurementList.counted();
     if (selection.empty())
         return;
-    saveAsCsv(csvOfSelected(m_username.value(), dateText(selection), selection,
-        m_measurementList.selectedAverage.value(), m_measurementList.minSelectedPressure(),
-        m_measurementList.maxSelectedPressure()));
+    saveAsCsv(
+        csvFile(m_username.value(), dateText(selection))
+            .buildSelected(selection, m_measurementList.selectedAverage.value(),
+                m_measurementList.minSelectedPressure(), m_measurementList.maxSelectedPressure()));
 }
 
 bool ResultSaver::saveAsCsv(std::string const& text)

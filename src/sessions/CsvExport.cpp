@@ -58,7 +58,7 @@ TransferState CsvExport::step()
     auto const measurements = measurementsOf(*stored);
     auto const date = dateAndMinute(*measurements.back()->timeStamp);
     if (!m_fileWriter.writeAtomically(freePath(m_folder, fileName(session)),
-            encodeUtf16(csvOfAll(session.name, date, measurements))))
+            encodeUtf16(csvFile(session.name, date).build(measurements))))
         return TransferState::NotWritable;
     ++m_count;
     m_written(*stored);

@@ -11,7 +11,7 @@ TEST(Csv, PutsEveryMeasurementInABlockOfItsOwn)
     measurements[0]->pressurePoints = {5.0f, 12.34f, 10.0f};
     measurements[1]->pressurePoints = {-9.0f, 11.0f};
     // The name stays one cell; a measurement without points keeps its columns.
-    EXPECT_EQ(csvOfAll("山\t田\r\n", "2019/04/01 10:30", measurements),
+    EXPECT_EQ(csvFile("山\t田\r\n", "2019/04/01 10:30").build(measurements),
         "氏名\t山 田  \r\n"
         "測定日時\t2019/04/01 10:30\r\n"
         "\r\n"
@@ -23,5 +23,5 @@ TEST(Csv, PutsEveryMeasurementInABlockOfItsOwn)
         "0.05\t5.0\t\t0.05\t-9.0\t\t\t\t\t\r\n"
         "0.10\t12.3\t\t0.10\t11.0\t\t\t\t\t\r\n"
         "0.15\t10.0\t\t\t\t\t\t\t\t\r\n");
-    EXPECT_EQ(csvOfAll("", "", {}), "氏名\t\r\n測定日時\t\r\n\r\n\r\n\r\n\r\n\r\n");
+    EXPECT_EQ(csvFile("", "").build({}), "氏名\t\r\n測定日時\t\r\n\r\n\r\n\r\n\r\n\r\n");
 }
