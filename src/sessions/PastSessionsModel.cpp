@@ -6,31 +6,28 @@
 #include <algorithm>
 #include <array>
 
-using namespace Qt::StringLiterals;
-
 namespace tensio {
 
 namespace {
 
-QString text(SessionSummary const& session, int column)
-{
-    switch (column) {
-    case PastSessionsModel::Start:
-        return QString::fromStdString(dateAndMinute(session.start));
-    case PastSessionsModel::Name:
-        return QString::fromStdString(session.name);
-    case PastSessionsModel::Count:
-        return u"%1回"_s.arg(session.count);
-    case PastSessionsModel::Best:
-        return QString::fromStdString(formatFixed(session.best, 1));
-    case PastSessionsModel::Saved:
-        return session.isSaved ? u"保存済み"_s : u"未保存"_s;
-    case PastSessionsModel::Simulated:
-        return session.isSimulated ? u"模擬装置"_s : QString();
-    default:
-        return {};
-    }
-}
+using Session = SessionSummary const&;
+
+struct ColumnKind {
+    char const* title;
+    bool isNumber;
+    std::string (*text)(Session);
+};
+
+constexpr std::array<ColumnKind, PastSessionsModel::ColumnCount> kinds {{
+    {"日時", false, [](Session session) { return dateAndMinute(session.start); }},
+    {"氏名", false, [](Session session) { return session.name; }},
+    {"測定", true, [](Session session) { return std::to_string(session.count) + "回"; }},
+    {"最大圧（kPa）", true, [](Session session) { return pressureText(session.best); }},
+    {"CSV", false,
+        [](Session session) { return std::string(session.isSaved ? "保存済み" : "未保存"); }},
+    {"備考", false,
+        [](Session session) { return std::string(session.isSimulated ? "模擬装置" : ""); }},
+}};
 
 QString keyOf(QString const& name)
 {
@@ -39,10 +36,10 @@ QString keyOf(QString const& name)
     return key;
 }
 
-QVariant alignment(int column)
+QVariant alignment(ColumnKind const& kind)
 {
-    bool const isNumber = column == PastSessionsModel::Count || column == PastSessionsModel::Best;
-    return QVariant::fromValue((isNumber ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter);
+    auto const side = kind.isNumber ? Qt::AlignRight : Qt::AlignLeft;
+    return QVariant::fromValue(side | Qt::AlignVCenter);
 }
 
 } // namespace
@@ -120,20 +117,20 @@ QVariant PastSessionsModel::data(QModelIndex const& index, int role) const
     // A view asks for its current row even when there is none.
     if (!index.isValid())
         return {};
+    auto const& kind = kinds.at(static_cast<std::size_t>(index.column()));
     if (role == Qt::DisplayRole)
-        return text(session(index.row()), index.column());
-    return role == Qt::TextAlignmentRole ? alignment(index.column()) : QVariant();
+        return QString::fromStdString(kind.text(session(index.row())));
+    return role == Qt::TextAlignmentRole ? alignment(kind) : QVariant();
 }
 
 QVariant PastSessionsModel::headerData(int section, Qt::Orientation orientation, int role) const
 {
-    static std::array<QString, ColumnCount> const titles {
-        u"日時"_s, u"氏名"_s, u"測定"_s, u"最大圧（kPa）"_s, u"CSV"_s, u"備考"_s};
     if (orientation != Qt::Horizontal || section < 0 || section >= ColumnCount)
         return {};
+    auto const& kind = kinds.at(static_cast<std::size_t>(section));
     if (role == Qt::DisplayRole)
-        return titles.at(static_cast<std::size_t>(section));
-    return role == Qt::TextAlignmentRole ? alignment(section) : QVariant();
+        return QString::fromUtf8(kind.title);
+    return role == Qt::TextAlignmentRole ? alignment(kind) : QVariant();
 }
 
 } // namespace tensio

@@ -232,9 +232,7 @@ void PastSessionsWindow::removeSelected()
     if (sessions.size() > 1)
         what = u"選択した%1件の測定"_s.arg(sessions.size());
     std::vector<SessionId> ids;
-    ids.reserve(sessions.size());
-    for (auto const& session : sessions)
-        ids.push_back(session.id);
+    std::ranges::transform(sessions, std::back_inserter(ids), &SessionSummary::id);
     ask(what + u"を削除します。\n元に戻すことはできません。"_s,
         [this, ids] { return m_archive.remove(ids); });
 }

@@ -94,8 +94,7 @@ void SessionNotices::showDamage(bool isDamaged)
 void SessionNotices::showProblem(QString const& problem)
 {
     auto& label = *m_problem->storeProblemLabel;
-    label.setText(problem);
-    label.setAccessibleName(problem);
+    setLabelText(label, problem);
     m_problemView.setVisible(!problem.isEmpty());
     if (!problem.isEmpty())
         announcePolitely(label, problem);

@@ -38,9 +38,8 @@ std::optional<Course> SessionOutput::course(Sessions const& sessions)
         tell(m_list, QMessageBox::Warning, u"この測定は読み込めませんでした。"_s);
         return std::nullopt;
     }
-    bool const isWhole = stored.size() == sessions.size();
     auto course = courseOf(std::move(stored));
-    course.isComplete = course.isComplete && isWhole;
+    course.isComplete = course.isComplete && course.entries.size() == sessions.size();
     return course;
 }
 
