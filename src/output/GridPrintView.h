@@ -23,17 +23,13 @@ public:
     // The summary of a selection.
     GridPrintView(std::string name, Measurements measurements, SelectionSummary selection);
 
-    // 0 until pagination.
-    int blockRowsPerPage() const { return m_blockRowsPerPage; }
-    int blockColumnsPerPage() const { return m_blockColumnsPerPage; }
-    int blocksPerPage() const { return m_blockRowsPerPage * m_blockColumnsPerPage; }
-
     void draw(PrintCanvas& canvas) const override;
 
 protected:
     int layOut(PrintCanvas const& canvas) override;
 
 private:
+    int blocksPerPage() const { return m_blockRowsPerPage * m_blockColumnsPerPage; }
     void drawGrid(PrintCanvas& canvas) const;
     void drawMeasurement(
         PrintCanvas& canvas, PrintRect block, Measurement const& measurement) const;

@@ -12,9 +12,6 @@ class ListPrintView : public PagedView {
 public:
     ListPrintView(std::string name, Measurements measurements);
 
-    // The heading line of the first page counts. 0 until pagination.
-    int linesPerPage() const { return m_linesPerPage; }
-
     void draw(PrintCanvas& canvas) const override;
 
 protected:
@@ -23,6 +20,7 @@ protected:
 private:
     std::string m_name;
     Measurements m_measurements;
+    // The heading line of the first page counts.
     int m_linesPerPage = 0;
 };
 

@@ -30,13 +30,6 @@ std::unique_ptr<PagedView> unmarkedReport(ReportKind kind, TensioManager const& 
             list.selectedAverage.value(), list.minSelectedPressure(), list.maxSelectedPressure()});
 }
 
-std::unique_ptr<PrintView> marked(
-    std::unique_ptr<PagedView> report, TensioManager const& tensioManager)
-{
-    report->setSimulated(tensioManager.serialPortManager.isSimulated.value());
-    return report;
-}
-
 } // namespace
 
 bool hasReport(ReportKind kind, TensioManager const& tensioManager)
@@ -49,15 +42,18 @@ bool hasReport(ReportKind kind, TensioManager const& tensioManager)
 
 std::unique_ptr<PrintView> makeReport(ReportKind kind, TensioManager const& tensioManager)
 {
-    return marked(unmarkedReport(kind, tensioManager), tensioManager);
+    auto report = unmarkedReport(kind, tensioManager);
+    report->setSimulated(tensioManager.serialPortManager.isSimulated.value());
+    return report;
 }
 
 std::unique_ptr<PrintView> makeCurve(
     std::shared_ptr<Measurement> const& measurement, TensioManager const& tensioManager)
 {
-    return marked(std::make_unique<CurvesPrintView>(
-                      tensioManager.username.value(), Measurements {measurement}, false),
-        tensioManager);
+    auto report = std::make_unique<CurvesPrintView>(
+        tensioManager.username.value(), Measurements {measurement}, false);
+    report->setSimulated(tensioManager.serialPortManager.isSimulated.value());
+    return report;
 }
 
 } // namespace tensio
