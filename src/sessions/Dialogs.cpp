@@ -3,6 +3,8 @@
 #include "toolkit/OpenDialog.h"
 #include "toolkit/WindowSize.h"
 
+#include <QPushButton>
+
 using namespace Qt::StringLiterals;
 
 namespace tensio {
@@ -10,6 +12,19 @@ namespace tensio {
 void tell(QWidget& window, QMessageBox::Icon icon, QString const& message)
 {
     openDialog(new QMessageBox(icon, u"tensio"_s, message, QMessageBox::Ok, &window));
+}
+
+void confirm(QWidget& window, QString const& question, QString const& agreement,
+    std::function<void()> const& agreed)
+{
+    auto* const box = new QMessageBox(
+        QMessageBox::Warning, u"tensio"_s, question, QMessageBox::NoButton, &window);
+    auto* const cancel = box->addButton(u"キャンセル"_s, QMessageBox::RejectRole);
+    box->setDefaultButton(cancel);
+    box->setEscapeButton(cancel);
+    auto* const agree = box->addButton(agreement, QMessageBox::AcceptRole);
+    QObject::connect(agree, &QPushButton::clicked, &window, agreed);
+    openDialog(box);
 }
 
 void choose(QWidget& window, QString const& title, QFileDialog::FileMode mode,

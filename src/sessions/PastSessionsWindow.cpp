@@ -5,7 +5,6 @@
 #include "platform/Clock.h"
 #include "sessions/Dialogs.h"
 #include "toolkit/DesignFrame.h"
-#include "toolkit/OpenDialog.h"
 #include "toolkit/WindowSize.h"
 #include "ui_PastSessions.h"
 
@@ -233,27 +232,16 @@ void PastSessionsWindow::removeSelected()
         what = u"選択した%1件の測定"_s.arg(sessions.size());
     std::vector<SessionId> ids;
     std::ranges::transform(sessions, std::back_inserter(ids), &SessionSummary::id);
-    ask(what + u"を削除します。\n元に戻すことはできません。"_s,
-        [this, ids] { return m_archive.remove(ids); });
+    confirm(*this, what + u"を削除します。\n元に戻すことはできません。"_s, u"削除"_s,
+        [this, ids] { showRemoval(m_archive.remove(ids)); });
 }
 
 void PastSessionsWindow::removeAll()
 {
-    ask(u"保存されている以前の測定を、検索で見つからないものも含めて%1件すべて削除します。別名で残した記録も削除します。\n元に戻すことはできません。"_s
+    confirm(*this,
+        u"保存されている以前の測定を、検索で見つからないものも含めて%1件すべて削除します。別名で残した記録も削除します。\n元に戻すことはできません。"_s
             .arg(m_model.total()),
-        [this] { return m_archive.removeAll(); });
-}
-
-void PastSessionsWindow::ask(QString const& question, std::function<StoreProblem()> const& remove)
-{
-    auto* box
-        = new QMessageBox(QMessageBox::Warning, u"tensio"_s, question, QMessageBox::NoButton, this);
-    auto* const keep = box->addButton(u"キャンセル"_s, QMessageBox::RejectRole);
-    auto* const doRemove = box->addButton(u"削除"_s, QMessageBox::AcceptRole);
-    box->setDefaultButton(keep);
-    box->setEscapeButton(keep);
-    connect(doRemove, &QAbstractButton::clicked, this, [this, remove] { showRemoval(remove()); });
-    openDialog(box);
+        u"削除"_s, [this] { showRemoval(m_archive.removeAll()); });
 }
 
 void PastSessionsWindow::showRemoval(StoreProblem problem)

@@ -41,10 +41,9 @@ private:
     std::vector<SessionSummary> selected() const;
     void selectSameName();
     void openSelected();
+    // Both ask first.
     void removeSelected();
     void removeAll();
-    // Asks first; the safe answer is the default.
-    void ask(QString const& question, std::function<StoreProblem()> const& remove);
     void showRemoval(StoreProblem problem);
 
     SessionArchive& m_archive;

@@ -68,32 +68,21 @@ TEST(PastSessions, ThatCannotBeStoredOrReadAreReportedWithTheReason)
     QWidget unsaved;
     QWidget view;
     SessionNotices const notices(archive, unsaved, view);
-    for (auto const& [problem, text] :
-        {std::pair {StoreProblem::InUse,
-             "別のtensioが起動しているため、自動保存されず、以前の測定も開けません。CSVを保存してく"
-             "ださい。"},
-            {StoreProblem::NotOpened,
-                "自動保存の場所に書き込めません。以前の測定も開けません。測定を終えたらCSVを保存し"
-                "てください。"},
-            {StoreProblem::NotWritable,
-                "自動保存の場所に書き込めません。測定を終えたら、以前の測定を開く前にCSVを保存して"
-                "ください。"},
-            {StoreProblem::NewerSetAside,
-                "新しいバージョンの記録のため、別名で残しました。新しいtensioで開いてください。"},
-            {StoreProblem::DamagedSetAside,
-                "以前の記録が壊れていたため、別名で残しました。管理者に知らせてください。"},
-            {StoreProblem::NoSpace,
-                "測定を自動保存できません。空き容量を確かめ、終了後、以前の測定を開く前にCSVを保存"
-                "してください。"},
-            {StoreProblem::Vanished,
-                "以前の測定の記録が見つからないため、新しく記録します。管理者に知らせてください。"},
-            {StoreProblem::Damaged,
-                "自動保存の記録が壊れています。測定を終えたら、以前の測定を開く前にCSVを保存してく"
-                "ださい。"},
-            {StoreProblem::None, ""}}) {
-        archive.problem.setValue(problem);
-        EXPECT_EQ(textOf(view, "storeProblemLabel"), text);
+    std::string texts;
+    for (int problem = 0; problem <= static_cast<int>(StoreProblem::Damaged); ++problem) {
+        archive.problem.setValue(static_cast<StoreProblem>(problem));
+        texts += textOf(view, "storeProblemLabel") + '\n';
     }
+    EXPECT_EQ(texts, R"(
+別のtensioが起動しているため、自動保存されず、以前の測定も開けません。CSVを保存してください。
+自動保存の場所に書き込めません。以前の測定も開けません。測定を終えたらCSVを保存してください。
+新しいバージョンの記録のため、別名で残しました。新しいtensioで開いてください。
+以前の記録が壊れていたため、別名で残しました。管理者に知らせてください。
+測定を自動保存できません。空き容量を確かめ、終了後、以前の測定を開く前にCSVを保存してください。
+自動保存の場所に書き込めません。測定を終えたら、以前の測定を開く前にCSVを保存してください。
+以前の測定の記録が見つからないため、新しく記録します。管理者に知らせてください。
+自動保存の記録が壊れています。測定を終えたら、以前の測定を開く前にCSVを保存してください。
+)");
 }
 
 TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
