@@ -91,7 +91,7 @@ void SessionOutput::tellEnd(TransferState state, std::size_t count, Sessions con
     if (!m_isComplete)
         text += u'\n' + QString::fromUtf8(courseIncompleteMessage);
     if (state == TransferState::Running)
-        text = u"キャンセルしました。\nその前に、"_s + text;
+        text = u"キャンセルしました。"_s + (count > 0 ? u"\nそれまでに、"_s + text : u""_s);
     if (state == TransferState::Done || state == TransferState::Running) {
         tell(m_list, QMessageBox::Information, text);
         return;

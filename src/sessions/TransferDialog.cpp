@@ -25,7 +25,7 @@ TransferDialog::TransferDialog(std::unique_ptr<SessionTransfer> transfer, QStrin
     auto* const cancelButton = new QPushButton(u"キャンセル"_s);
     cancelButton->setProperty("role", u"command"_s);
     setCancelButton(cancelButton);
-    setFixedSize(QSize(400, 140) * scaleOfContent(parent));
+    setFixedSize(QSize(400, 160) * scaleOfContent(parent));
     setWindowModality(Qt::WindowModal);
     setAutoClose(false);
     setAutoReset(false);
