@@ -2,38 +2,19 @@
 
 #include "platform/SessionStore.h"
 
-#include <QDir>
-
 #include <functional>
+
+class QWidget;
 
 namespace tensio {
 
 class FileWriter;
 class SessionArchive;
 
-// Writes a CSV file of all measurements for each session, named by its date and name, into a
-// folder, and replaces none that is there. Where it stops, count() is the place of the session that
-// failed.
-class CsvExport : public SessionTransfer {
-public:
-    using Written = std::function<void(StoredSession const&)>;
-
-    // Archive and writer must outlive it.
-    CsvExport(SessionArchive& archive, FileWriter& fileWriter, QDir const& folder,
-        std::vector<SessionSummary> sessions, Written written);
-
-    // One session.
-    TransferState step() override;
-    double progress() const override;
-    int count() const override { return static_cast<int>(m_count); }
-
-private:
-    SessionArchive& m_archive;
-    FileWriter& m_fileWriter;
-    QDir m_folder;
-    std::vector<SessionSummary> m_sessions;
-    Written m_written;
-    std::size_t m_count = 0;
-};
+// Writes a CSV file of all measurements for each session, at least one, named by its date and name,
+// into a folder that the user chooses, and replaces none that is there. Returns at once, calls back
+// after each file, and tells the end above the window, which archive and writer must outlive.
+void exportCsv(std::vector<SessionSummary> const& sessions, SessionArchive& archive,
+    FileWriter& fileWriter, QWidget& window, std::function<void(SessionId)> const& saved);
 
 } // namespace tensio

@@ -3,6 +3,8 @@
 #include "core/DateText.h"
 #include "core/SessionArchive.h"
 #include "platform/Clock.h"
+#include "sessions/CourseOutput.h"
+#include "sessions/CsvExport.h"
 #include "sessions/Dialogs.h"
 #include "toolkit/DesignFrame.h"
 #include "toolkit/WindowSize.h"
@@ -34,9 +36,8 @@ PastSessionsWindow::PastSessionsWindow(
     SessionArchive& archive, SessionServices const& services, QWidget& parent)
     : QDialog(&parent)
     , m_archive(archive)
-    , m_clock(services.clock)
+    , m_services(services)
     , m_ui(std::make_unique<Ui::PastSessions>())
-    , m_output(archive, services, *this)
 {
     m_ui->setupUi(this);
     scaleLayouts(*this, dialogScale(size(), scaleOfContent(parent), availableSize(parent)));
@@ -86,7 +87,7 @@ void PastSessionsWindow::setUpSearch()
 
 QDate PastSessionsWindow::today() const
 {
-    auto const seconds = std::chrono::system_clock::to_time_t(m_clock.now());
+    auto const seconds = std::chrono::system_clock::to_time_t(m_services.clock.now());
     return QDateTime::fromSecsSinceEpoch(seconds).date();
 }
 
@@ -114,7 +115,7 @@ void PastSessionsWindow::connectCommands()
         connect(button, &QAbstractButton::clicked, this, work);
     };
     onClick(m_ui->openButton, &PastSessionsWindow::openSelected);
-    onClick(m_ui->courseButton, [this] { m_output.showCourse(selected()); });
+    onClick(m_ui->courseButton, [this] { showCourse(selected(), m_archive, m_services, *this); });
     onClick(m_ui->removeButton, &PastSessionsWindow::removeSelected);
     onClick(m_ui->closeButton, &QWidget::close);
 
@@ -122,12 +123,15 @@ void PastSessionsWindow::connectCommands()
         connect(command, &QAction::triggered, this, work);
     };
     onTriggered(m_ui->sameNameAction, &PastSessionsWindow::selectSameName);
-    onTriggered(m_ui->courseCsvAction, [this] { m_output.saveCourse(selected()); });
-    onTriggered(m_ui->eachCsvAction, [this] { m_output.saveEach(selected()); });
+    onTriggered(
+        m_ui->courseCsvAction, [this] { saveCourse(selected(), m_archive, m_services, *this); });
+    onTriggered(m_ui->eachCsvAction, [this] {
+        exportCsv(selected(), m_archive, m_services.fileWriter, *this,
+            [this](SessionId session) { m_model.markSaved(session); });
+    });
     // Not beside 削除…: one slip from losing every patient's data.
     onTriggered(m_ui->removeAllAction, &PastSessionsWindow::removeAll);
     m_ui->moreButton->setMenu(m_ui->moreMenu);
-    connect(&m_output, &SessionOutput::saved, &m_model, &PastSessionsModel::markSaved);
 }
 
 void PastSessionsWindow::load()

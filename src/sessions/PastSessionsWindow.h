@@ -1,7 +1,7 @@
 #pragma once
 
 #include "sessions/PastSessionsModel.h"
-#include "sessions/SessionOutput.h"
+#include "sessions/SessionServices.h"
 
 #include <QDialog>
 
@@ -47,10 +47,9 @@ private:
     void showRemoval(StoreProblem problem);
 
     SessionArchive& m_archive;
-    Clock const& m_clock;
+    SessionServices m_services;
     std::unique_ptr<Ui::PastSessions> m_ui;
     PastSessionsModel m_model;
-    SessionOutput m_output;
     // The last session loaded, while there are more.
     std::optional<SessionSummary> m_last;
 };

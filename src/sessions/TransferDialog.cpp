@@ -49,11 +49,10 @@ void TransferDialog::step()
 void TransferDialog::end(TransferState state)
 {
     m_timer.stop();
-    auto const count = m_transfer->count();
-    m_transfer.reset();
     hide();
     deleteLater();
-    m_finished(state, count);
+    m_finished(state, m_transfer->count());
+    m_transfer.reset();
 }
 
 } // namespace tensio

@@ -9,8 +9,8 @@
 
 namespace tensio {
 
-// Runs a transfer in steps from the event loop, and shows its progress. At the end it drops the
-// transfer and deletes itself.
+// Runs a transfer in steps from the event loop, and shows its progress. At the end it calls back,
+// drops the transfer and deletes itself.
 class TransferDialog : public QProgressDialog {
     Q_OBJECT
 
