@@ -11,7 +11,6 @@ namespace tensio {
 // Sessions in memory. The next `refusals` changes are refused.
 struct FakeSessionStore : SessionStore {
     std::map<SessionId, StoredSession> stored;
-    std::vector<SessionId> ended;
     std::vector<SessionId> dismissed;
     std::size_t finishedMeasurements = 0;
     std::size_t longestPart = 0;
@@ -59,35 +58,34 @@ struct FakeSessionStore : SessionStore {
     }
     bool end(SessionId session, SessionEnd const& end) override
     {
-        bool const isDone = noted(ended, session);
-        if (auto const found = stored.find(session); isDone && found != stored.end())
-            std::tie(found->second.end, found->second.target, found->second.targetPercent)
-                = std::tie(end.date, end.target, end.targetPercent);
-        return isDone;
+        return change([&] {
+            if (auto const found = stored.find(session); found != stored.end())
+                std::tie(found->second.end, found->second.target, found->second.targetPercent)
+                    = std::tie(end.date, end.target, end.targetPercent);
+        });
     }
 
     bool markSaved(SessionId session) override
     {
-        bool const isDone = !isRefused();
-        if (isDone && stored.contains(session))
-            stored[session].summary.isSaved = true;
-        return isDone;
+        return change([&] {
+            if (stored.contains(session))
+                stored[session].summary.isSaved = true;
+        });
     }
-    bool dismiss(SessionId session) override { return noted(dismissed, session); }
+    bool dismiss(SessionId session) override
+    {
+        return change([&] { dismissed.push_back(session); });
+    }
     bool remove(std::vector<SessionId> const& sessions) override
     {
-        if (isRefused())
-            return false;
-        for (auto const id : sessions)
-            stored.erase(id);
-        return true;
+        return change([&] {
+            for (auto const id : sessions)
+                stored.erase(id);
+        });
     }
     bool removeAll() override
     {
-        bool const isDone = !isRefused();
-        if (isDone)
-            stored.clear();
-        return isDone;
+        return change([&] { stored.clear(); });
     }
     bool checkpoint() override { return ++checkpoints > 0; }
 
@@ -143,11 +141,11 @@ private:
     };
 
     bool isRefused() { return refusals > 0 && refusals-- > 0; }
-    bool noted(std::vector<SessionId>& sessions, SessionId session)
+    bool change(auto const& make)
     {
         bool const isDone = !isRefused();
         if (isDone)
-            sessions.push_back(session);
+            make();
         return isDone;
     }
 
