@@ -1,6 +1,8 @@
 #include "Recording.h"
 #include "sessions/PastSessionsWindow.h"
+#include "support/Ui.h"
 
+#include <QAction>
 #include <QCoreApplication>
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -126,6 +128,30 @@ TEST(StoreTimes, WithTenThousandSessions)
             QCoreApplication::processEvents();
     });
     EXPECT_LT(openings[2], 200.0);
+}
+
+TEST(StoreTimes, OfChoosingAmongAHundredThousandSessions)
+{
+    Place const place;
+    fill(place.path, 100'000);
+    {
+        SessionDatabase database(place.path);
+        ASSERT_TRUE(database.change(SessionDatabase::Durability::ProgramEnd,
+            [&] { return database.run("UPDATE session SET name = id % 10"); }));
+    }
+    Recording recording(place.path);
+    auto& session = recording.session;
+    QWidget parent;
+    PastSessionsWindow window(
+        recording.archive, {session.saving, session.saving, session.clock, {}}, parent);
+    window.show();
+    auto& list = find<QTreeView>(window);
+    while (!find<QAction>(window, "removeAllAction").isEnabled())
+        QCoreApplication::processEvents();
+    EXPECT_LT(timesOf(1, [&] { list.selectAll(); })[0], 33.0);
+    list.setCurrentIndex(list.model()->index(0, 0));
+    EXPECT_LT(timesOf(1, [&] { find<QAction>(window, "sameNameAction").trigger(); })[0], 33.0);
+    EXPECT_EQ(list.selectionModel()->selection().size(), 10'000);
 }
 
 TEST(StoreTimes, OfABackupOfTenThousandSessionsAndBack)
