@@ -84,8 +84,6 @@ int countThatFit(double length, double blockLength)
 GridPrintView::GridPrintView(std::string name, Measurements measurements)
     : m_name(std::move(name))
     , m_measurements(std::move(measurements))
-    , m_blockWidth(140.0)
-    , m_blockHeight(175.0)
 {
 }
 

@@ -39,8 +39,8 @@ private:
     std::string m_name;
     Measurements m_measurements;
     SelectionSummary m_selection;
-    double m_blockWidth;
-    double m_blockHeight;
+    double m_blockWidth = 140.0;
+    double m_blockHeight = 175.0;
     int m_blockRowsPerPage = 0;
     int m_blockColumnsPerPage = 0;
 };
