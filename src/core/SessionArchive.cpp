@@ -28,19 +28,21 @@ SessionArchive::SessionArchive(
     // That the store could not be opened has been reported already.
     if (!m_store.isOpen())
         return;
-    m_subscriptions.push_back(m_tensioManager.isMeasuring.observeChanges(
-        [this](bool isMeasuring) { isMeasuring ? start() : measurementFinished(); }));
-    m_subscriptions.push_back(
-        m_tensioManager.sliceOfMeasurements.observeChanges([this](Measurements const& slice) {
-            // An empty list is that of the next session.
-            if (!slice.empty())
-                measurementFinished();
-        }));
-    m_subscriptions.push_back(runLoop.scheduleRepeating(interval, [this] { record(); }));
-    m_subscriptions.push_back(m_tensioManager.isSavedAsCsv.observeChanges([this](bool isSaved) {
+    m_subscriptions += m_tensioManager.isMeasuring.observeChanges(
+        [this](bool isMeasuring) { isMeasuring ? start() : measurementFinished(); });
+    m_subscriptions
+        += m_tensioManager.sliceOfMeasurements.observeChanges([this](Measurements const& slice) {
+               // An empty list is that of the next session.
+               if (!slice.empty())
+                   measurementFinished();
+           });
+    m_subscriptions += runLoop.scheduleRepeating(interval, [this] { record(); });
+    // Taken back at the next connection, and when a session is opened.
+    m_subscriptions += m_tensioManager.isSavedAsCsv.observeChanges([this](bool isSaved) {
+        m_isMarkDue = isSaved;
         if (isSaved)
             record();
-    }));
+    });
 }
 
 SessionArchive::~SessionArchive()
@@ -53,7 +55,6 @@ void SessionArchive::start()
 {
     m_writer.emplace(m_tensioManager, m_store, m_clock.now());
     m_session = 0;
-    m_isMarked = false;
     canOpen.prepare(false);
     shown.prepare(std::nullopt);
     unsaved.prepare(std::nullopt);
@@ -75,7 +76,7 @@ void SessionArchive::measurementFinished()
 
 void SessionArchive::record()
 {
-    if (!m_writer && !isMarkDue() && m_dueDismissals.empty())
+    if (!m_writer && !m_isMarkDue && m_dueDismissals.empty())
         return;
     bool const isAccepted = write() && markDue() && dismissDue();
     // The store goes on at once, but what was in it is gone.
@@ -99,17 +100,11 @@ bool SessionArchive::write()
     return isEnded;
 }
 
-bool SessionArchive::isMarkDue() const
-{
-    return m_session != 0 && !m_isMarked && m_tensioManager.isSavedAsCsv.value();
-}
-
 bool SessionArchive::markDue()
 {
-    if (!isMarkDue())
-        return true;
-    m_isMarked = m_store.markSaved(m_session);
-    return m_isMarked;
+    if (m_isMarkDue && m_session != 0)
+        m_isMarkDue = !m_store.markSaved(m_session);
+    return !m_isMarkDue || m_session == 0;
 }
 
 bool SessionArchive::dismissDue()
@@ -146,7 +141,6 @@ bool SessionArchive::open(SessionId session)
         return false;
     m_writer.reset();
     m_session = session;
-    m_isMarked = false;
     m_dueDismissals.push_back(session);
     m_isShownWhole = stored->isComplete;
     shown.prepare(stored->summary);

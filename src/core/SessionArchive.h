@@ -69,7 +69,6 @@ private:
     void measurementFinished();
     void record();
     bool write();
-    bool isMarkDue() const;
     bool markDue();
     bool dismissDue();
     void updateProblem(bool isAccepted);
@@ -85,8 +84,8 @@ private:
     // What the window shows; 0 while nothing of it is stored.
     SessionId m_session = 0;
     bool m_isShownWhole = true;
-    // The store knows that a CSV file of it has been written in this run.
-    bool m_isMarked = false;
+    // The store has to be told that a CSV file of it has been written.
+    bool m_isMarkDue = false;
     // The sessions that the store has to dismiss.
     std::vector<SessionId> m_dueDismissals;
     bool m_isRefused = false;
