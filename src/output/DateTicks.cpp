@@ -2,6 +2,7 @@
 
 #include "core/DateText.h"
 
+#include <algorithm>
 #include <array>
 
 namespace tensio {
@@ -33,6 +34,8 @@ DateTick tickOf(TickKind const& kind, Date first, std::size_t index)
 
 std::vector<DateTick> dateTicks(Date first, Date last, std::size_t most)
 {
+    // More would name a month twice.
+    most = std::min<std::size_t>(most, 13);
     std::vector<DateTick> ticks;
     for (auto const& kind : kinds) {
         ticks = {tickOf(kind, first, 0)};

@@ -149,7 +149,7 @@ TEST(CoursePrintView, PlotsAndListsAllSessionsOverPages)
 
 TEST(DateTicks, AreAsFewAsAPageHasRoomFor)
 {
-    constexpr std::size_t most = 13;
+    constexpr std::size_t most = 20;
     for (auto const& [first, last, texts] :
         {std::tuple {"2026-11-20 09:59:59", "2026-11-20 11:00:00", "9:00 10:00 11:00 12:00 "},
             {"2026-12-30 09:00:00", "2027-01-02 00:00:00", "12/30 12/31 1/01 1/02 1/03 "},
