@@ -26,21 +26,17 @@ double plotHeight(PrintRect const& page)
     return std::clamp(0.36 * page.height, 110.0, 250.0);
 }
 
-// The right end of each column as a share of the table's width. All but the first are aligned
-// right.
+// Shares of the table's width.
 constexpr std::array columnEnds {0.35, 0.44, 0.61, 0.78, 0.96};
 using Row = std::array<std::string, columnEnds.size()>;
 
 void drawRow(
     PrintCanvas& canvas, PrintRect const& row, Row const& texts, TextStyle style, Stroke rule)
 {
-    double start = 0.0;
-    for (std::size_t index = 0; index < texts.size(); ++index) {
-        double const end = columnEnds.at(index) * row.width;
-        canvas.drawText({row.x + start, row.y, end - start, row.height}, style, texts.at(index));
-        style.alignment = TextAlignment::Right;
-        start = end;
-    }
+    auto ends = columnEnds;
+    for (auto& end : ends)
+        end *= row.width;
+    drawCells(canvas, row, ends, 1, style, texts);
     double const foot = row.y + row.height;
     canvas.strokeLine({{row.x, foot}, {row.x + row.width, foot}}, rule);
 }

@@ -5,6 +5,7 @@
 #include "output/ReportDate.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <utility>
 
@@ -13,9 +14,8 @@ namespace tensio {
 namespace {
 
 constexpr double gap = 10.0;
-constexpr double col1Width = 60.0;
-constexpr double col2Width = 40.0;
-constexpr double col3Width = 30.0;
+// Of a summary's rows.
+constexpr std::array columnEnds {60.0, 100.0, 130.0};
 
 constexpr double smallFont = 10.0;
 constexpr double largeFont = 14.0;
@@ -43,16 +43,14 @@ public:
     void centre(double lines, double fontSize, std::string const& text)
     {
         moveDown(lines, fontSize);
-        write(m_block.x, m_block.width, {fontSize, TextAlignment::Centre}, text);
+        m_canvas.drawText(line(fontSize), {fontSize, TextAlignment::Centre}, text);
     }
 
     void row(double lines, std::string const& label, float pressure)
     {
         moveDown(lines, largeFont);
-        constexpr TextStyle style {largeFont, TextAlignment::Right};
-        write(m_block.x, col1Width, style, label);
-        write(m_block.x + col1Width, col2Width, style, pressureText(pressure));
-        write(m_block.x + col1Width + col2Width, col3Width, style, "kPa");
+        std::array const texts {label, pressureText(pressure), std::string("kPa")};
+        drawCells(m_canvas, line(largeFont), columnEnds, 0, {largeFont}, texts);
     }
 
     void foot()
@@ -63,10 +61,9 @@ public:
 
 private:
     void moveDown(double lines, double fontSize) { m_y += lines * lineHeight(m_canvas, fontSize); }
-
-    void write(double x, double width, TextStyle style, std::string const& text)
+    PrintRect line(double fontSize) const
     {
-        m_canvas.drawText({x, m_y, width, lineHeight(m_canvas, style.fontSize)}, style, text);
+        return {m_block.x, m_y, m_block.width, lineHeight(m_canvas, fontSize)};
     }
 
     PrintCanvas& m_canvas;

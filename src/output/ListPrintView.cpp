@@ -15,22 +15,9 @@ constexpr double fontSize = 8.0;
 // Left free at the foot of each page.
 constexpr int spareLines = 2;
 
-struct Column {
-    double x;
-    double width;
-    TextAlignment alignment;
-};
+constexpr std::array columnEnds {130.0, 240.0, 310.0, 380.0, 450.0};
 
-constexpr std::array<Column, 5> columns {{
-    {0.0, 130.0, TextAlignment::Left},
-    {130.0, 110.0, TextAlignment::Left},
-    {240.0, 70.0, TextAlignment::Right},
-    {310.0, 70.0, TextAlignment::Right},
-    {380.0, 70.0, TextAlignment::Right},
-}};
-constexpr double tableWidth = columns.back().x + columns.back().width;
-
-using Line = std::array<std::string, columns.size()>;
+using Line = std::array<std::string, columnEnds.size()>;
 
 Line lineOf(std::string const& name, Measurement const& measurement)
 {
@@ -43,11 +30,8 @@ Line lineOf(std::string const& name, Measurement const& measurement)
 void drawLine(PrintCanvas& canvas, PrintRect const& page, int index, Line const& line)
 {
     double const height = lineHeight(canvas, fontSize);
-    for (std::size_t column = 0; column < columns.size(); ++column) {
-        auto const& [x, width, alignment] = columns[column];
-        canvas.drawText({page.x + x, page.y + index * height, width, height}, {fontSize, alignment},
-            line[column]);
-    }
+    drawCells(canvas, {page.x, page.y + index * height, page.width, height}, columnEnds, 2,
+        {fontSize}, line);
 }
 
 } // namespace
@@ -62,7 +46,7 @@ int ListPrintView::layOut(PrintCanvas const& canvas)
 {
     auto const lines = std::floor(pageRect().height / lineHeight(canvas, fontSize));
     m_linesPerPage = static_cast<int>(lines) - spareLines;
-    if (m_linesPerPage < 1 || pageRect().width < tableWidth)
+    if (m_linesPerPage < 1 || pageRect().width < columnEnds.back())
         return 0;
     int const count = static_cast<int>(m_measurements.size()) + 1;
     return (count + m_linesPerPage - 1) / m_linesPerPage;

@@ -33,4 +33,16 @@ double lineHeight(PrintCanvas const& canvas, double fontSize)
     return 2.0 * canvas.capHeight(fontSize);
 }
 
+void drawCells(PrintCanvas& canvas, PrintRect const& line, std::span<double const> columnEnds,
+    std::size_t leftColumns, TextStyle style, std::span<std::string const> texts)
+{
+    double start = 0.0;
+    for (std::size_t column = 0; column < texts.size(); ++column) {
+        auto const end = columnEnds[column];
+        style.alignment = column < leftColumns ? TextAlignment::Left : TextAlignment::Right;
+        canvas.drawText({line.x + start, line.y, end - start, line.height}, style, texts[column]);
+        start = end;
+    }
+}
+
 } // namespace tensio

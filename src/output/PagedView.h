@@ -2,6 +2,8 @@
 
 #include "platform/PrintView.h"
 
+#include <span>
+
 namespace tensio {
 
 // Base of all reports: keeps the current page, its printable area inside the margins, and whether
@@ -36,5 +38,10 @@ private:
 
 // Distance between lines: twice the height of a capital.
 double lineHeight(PrintCanvas const& canvas, double fontSize);
+
+// A line of a table. Each text stands between the end of the column before and the end of its own,
+// in points from the left; the first columns are aligned left, the others right.
+void drawCells(PrintCanvas& canvas, PrintRect const& line, std::span<double const> columnEnds,
+    std::size_t leftColumns, TextStyle style, std::span<std::string const> texts);
 
 } // namespace tensio
