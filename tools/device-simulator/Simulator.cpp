@@ -32,10 +32,8 @@ Simulator::Simulator(SimulatorOptions options)
         m_stamps.open(QIODevice::WriteOnly | QIODevice::Unbuffered);
     m_next.setSingleShot(true);
     m_next.setTimerType(Qt::PreciseTimer);
-    m_pull.setSingleShot(true);
     connect(&m_readerWatch, &QTimer::timeout, this, &Simulator::watchReader);
     connect(&m_next, &QTimer::timeout, this, &Simulator::writeNext);
-    connect(&m_pull, &QTimer::timeout, this, &Simulator::pullCable);
     m_readerWatch.start(50);
 }
 
@@ -56,7 +54,7 @@ void Simulator::begin()
     m_ahead.assign(m_options.recordedStream.begin(), m_options.recordedStream.end());
     m_due = secondsNow();
     if (m_options.pullAfterSeconds)
-        m_pull.start(*m_options.pullAfterSeconds * 1000);
+        QTimer::singleShot(*m_options.pullAfterSeconds * 1000, this, &Simulator::pullCable);
     scheduleNext();
 }
 

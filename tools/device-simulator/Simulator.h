@@ -46,7 +46,6 @@ private:
     QFile m_stamps;
     QTimer m_readerWatch;
     QTimer m_next;
-    QTimer m_pull;
     bool m_hadReader = false;
     double m_due = 0.0;
 };
