@@ -8,6 +8,7 @@
 #include <QDir>
 
 #include <filesystem>
+#include <fstream>
 #include <iostream>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -44,17 +45,12 @@ int flush(int file, long call)
     return result;
 }
 
-bool save(QDir const& folder, int size, char letter)
+int save(std::string const& path, bool isReplacing)
 {
-    auto const path = folder.filePath(savedFile).toStdString();
-    return QtFileWriter().writeAtomically(
-        path, std::string(static_cast<std::size_t>(size), letter));
-}
-
-int saveBetweenMarks(QDir const& folder)
-{
+    if (isReplacing)
+        std::ofstream(path) << std::string(savedSize / 2, 'o');
     mark(faultsBegin);
-    bool const isSaved = save(folder, savedSize, 'n');
+    bool const isSaved = QtFileWriter().writeAtomically(path, std::string(savedSize, 'n'));
     mark(faultsEnd);
     return isSaved ? 0 : 1;
 }
@@ -184,7 +180,5 @@ int main(int argc, char** argv)
         return cut(folder);
     if (task != "create" && task != "replace")
         return change(folder, task);
-    if (task == "replace" && !save(folder, savedSize / 2, 'o'))
-        return 2;
-    return saveBetweenMarks(folder);
+    return save(folder.filePath(savedFile).toStdString(), task == "replace");
 }

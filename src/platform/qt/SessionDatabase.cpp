@@ -112,12 +112,15 @@ StoreProblem SessionDatabase::openForWriting()
     if (!connect(m_path) || !runAll(settings))
         return refusal();
     auto const version = number(u"PRAGMA user_version"_s);
-    if (version > sessionTablesVersion)
+    if (!version)
+        return refusal();
+    if (*version > sessionTablesVersion)
         return StoreProblem::NewerSetAside;
-    auto const prepare
-        = [&] { return version == 0 ? makeSessionTables(*this, own) : updateSessionTables(*this); };
+    auto const prepare = [&] {
+        return *version == 0 ? makeSessionTables(*this, own) : updateSessionTables(*this);
+    };
     // An empty file is one that somebody has emptied: there is none after the checkpoint.
-    bool const isPrepared = version == sessionTablesVersion
+    bool const isPrepared = *version == sessionTablesVersion
         || (change(Durability::PowerCut, prepare) && checkpoint());
     return isPrepared && checkSessionTables(*this) ? StoreProblem::None : refusal();
 }
@@ -134,7 +137,8 @@ StoreProblem SessionDatabase::openForReading()
 bool SessionDatabase::salvage()
 {
     auto files = movedSessionFiles(m_path, damaged);
-    files.removeIf([](QString const& file) { return file.endsWith(journalOf({})); });
+    // Not their journals.
+    files.removeIf([](QString const& file) { return !file.back().isDigit(); });
     bool const isNew = QFileInfo(m_path).size() == 0 && !QFile::exists(journalOf(m_path));
     if (!isNew || files.isEmpty())
         return false;

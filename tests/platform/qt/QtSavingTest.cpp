@@ -103,10 +103,9 @@ TEST(QtSavePanel, StartsAtTheDesktopAndCompletesTheTypeBeforeTheQuestionAboutOve
         QtSavePanel panel(queue);
         panel.setSimulated(name == "old.1");
         bool const isName = !name.empty() && !name.ends_with('/');
-        EXPECT_EQ(panel.runModal("csv").value_or(""),
-            isName ? desktop.filePath(QString::fromStdString(name + ".csv").replace('"', "”"))
-                         .toStdString()
-                   : "");
+        auto const file = QString::fromStdString(name + ".csv").replace('"', "”");
+        EXPECT_EQ(
+            panel.runModal("csv").value_or(""), isName ? desktop.filePath(file).toStdString() : "");
     }
     EXPECT_EQ(questions, 1);
     EXPECT_EQ(shown, desktop.filePath("sub"));

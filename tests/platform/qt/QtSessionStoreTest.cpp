@@ -182,7 +182,7 @@ TEST(QtSessionStore, DoesAWholeChangeOrNothingAndTriesTheNext)
     EXPECT_EQ(store.load(id, StoredPoints::Loaded).value().summary.best, 40.0f);
 }
 
-TEST(QtSessionStore, KeepsSessionsReadableWhenAWriteMeetsDamageOrAFullDisk)
+TEST(QtSessionStore, KeepsSessionsReadableWhenAWriteMeetsDamage)
 {
     Place place;
     auto const id = place.addSession("花子");
@@ -200,11 +200,6 @@ TEST(QtSessionStore, KeepsSessionsReadableWhenAWriteMeetsDamageOrAFullDisk)
         EXPECT_EQ(std::pair(loaded.measurements.size(), loaded.isComplete), std::pair(2UL, false));
     }
     EXPECT_TRUE(place.filesAside().contains("damaged"));
-    SessionDatabase database(place.path);
-    database.run("PRAGMA max_page_count = 1");
-    database.change(SessionDatabase::Durability::ProgramEnd,
-        [&] { return database.run("INSERT INTO session (name) VALUES (zeroblob(100000))"); });
-    EXPECT_EQ(database.problem(), StoreProblem::NoSpace);
 }
 
 TEST(QtSessionStore, KeepsWhatAnOlderVersionHasStored)
