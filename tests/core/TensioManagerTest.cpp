@@ -32,6 +32,7 @@ TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection
         auto const ending
             = manager.connectAction.observe([&](auto const& event) { end = event.index(); });
         session.connect();
+        manager.changeTargetPressurePercentAction.apply(0.5f);
         session.receive({15.0});
         if (isLoss)
             session.port->playLoss();
@@ -39,7 +40,9 @@ TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection
             session.finish();
         EXPECT_EQ(end, isLoss ? 3U : 2U) << "interrupted or completed";
         ASSERT_EQ(manager.measurementList.measurements().size(), 1U);
-        EXPECT_EQ(manager.measurementList.measurements()[0]->bestPressure, 15.0f);
+        auto const& pending = *manager.measurementList.measurements()[0];
+        EXPECT_EQ(pending.bestPressure, 15.0f);
+        EXPECT_EQ(pending.targetPressure, 30.0f * 0.5f);
         EXPECT_FALSE(manager.isMeasuring.value());
         EXPECT_FALSE(manager.isRecording.value());
         EXPECT_EQ(session.port->calls.back(), "close");
