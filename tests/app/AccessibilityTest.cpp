@@ -59,6 +59,7 @@ TEST(Accessibility, DescribesTheLiveAreaAndStepsWithTheArrowKeys)
     desk.receive({35.0, 32.0});
     desk.runLoop.advance(Seconds(0.6));
     EXPECT_EQ(spoken(find<GaugeView>(desk.window)).valueInterface()->currentValue(), 32.0);
+    EXPECT_EQ(spoken(find<QWidget>(desk.window, "percentPopup")).role(), QAccessible::ComboBox);
     auto& graph = find<GraphView>(desk.window);
     EXPECT_EQ(spoken(graph).text(QAccessible::Description),
         "圧力目盛 0〜80 kPa、時間目盛 30秒、目標 30.0 kPa 達成、最大圧 35.0 kPa");

@@ -76,6 +76,11 @@ TEST(MainMenu, RunsEachCommand)
     Q_EMIT find<HistorySlice>(desk.window).willPrintCurve();
     auto& curve = *QApplication::activeModalWidget();
     EXPECT_EQ(curve.windowTitle(), "印刷プレビュー — 波形");
+    QCoreApplication::processEvents();
+    EXPECT_TRUE(find<QLabel>(curve, "messageLabel").isVisible()) << "simulated";
+    click(curve, "pageSetupButton");
+    desk.command("一覧をPDF").trigger();
+    EXPECT_NE(desk.saving.written.find("/MediaBox [0 0 842"), std::string::npos) << "A3";
     curve.close();
     QCoreApplication::processEvents();
     for (auto const* title : {"以前の測定を開く", "接続の確認", "使い方", "tensioについて"}) {

@@ -51,7 +51,9 @@ TEST(Program, KeepsItsFilesUnderItsNameAndSavesAPictureOfItsWindow)
     QTimer::singleShot(0, [&] {
         auto const& panel = *QApplication::activeModalWidget();
         find<QLineEdit>(panel, "fileNameEdit").setText(program.folder.filePath("picture"));
-        find<QDialogButtonBox>(panel).button(QDialogButtonBox::Save)->click();
+        auto& save = *find<QDialogButtonBox>(panel).button(QDialogButtonBox::Save);
+        EXPECT_TRUE(save.text().startsWith(u"保存"));
+        save.click();
     });
     program.manager().saveScreenshotAction.apply(Nothing {});
     EXPECT_FALSE(QImage(program.folder.filePath("picture.png")).isNull());

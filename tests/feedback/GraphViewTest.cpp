@@ -156,10 +156,12 @@ TEST(GraphView, SpreadsChangesOverFramesAndLooksExactlyLikeStrokingEverySweepEac
         EXPECT_EQ(graph.onScreen(size), restroke(graph, size)) << points;
         QSignalSpy const spread(&graph.view, &GraphView::needsFrame);
         graph.plotter().setUpperBoundPressure(60.0f);
-        graph.frame(size);
+        auto const changing = graph.frame(size);
         EXPECT_GT(spread.size(), 0) << points;
         graph.plotter().reset();
-        EXPECT_EQ(graph.frame(size), restroke(graph, size)) << "a reset in the middle of a change";
+        auto const empty = graph.frame(size);
+        EXPECT_EQ(empty, restroke(graph, size)) << "a reset in the middle of a change";
+        EXPECT_GT(difference(changing, empty).width(), empty.width() / 2) << "the trace stays";
     }
 }
 

@@ -111,6 +111,7 @@ TEST(VisualFeedbackScreen, TheScalesStepByFiveWithinTheirBoundsAndLeaveNoStaleNu
 {
     LiveArea screen;
     EXPECT_EQ(screen.scales(), "16:80 6:30 ");
+    EXPECT_EQ(find(screen.view, "upButton").toolTip(), "圧力目盛を上げる");
     screen.click("upButton", 5);
     screen.click("leftButton", 5);
     EXPECT_EQ(screen.scales(), "20:100 2:10 ");
@@ -123,7 +124,6 @@ TEST(VisualFeedbackScreen, EveryReadingReachesTheTraceWhichTheWindowWrapsAndACon
 {
     LiveArea screen;
     auto& plotter = *screen.graph.plotter();
-    plotter.reset();
     screen.session.receive({1.0, -2.0, 50.0});
     EXPECT_EQ(plotter.pressurePoints(), (std::vector {1.0f, 0.0f, 50.0f}));
     screen.click("upButton");

@@ -2,6 +2,7 @@
 #include "guide/HelpWindow.h"
 
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QScrollBar>
 #include <QTest>
 #include <QTextBlock>
@@ -20,6 +21,7 @@ TEST(Guide, EveryLinkAndPictureIsThere)
         view.resize(300, 200);
         view.show();
         EXPECT_EQ(view.verticalScrollBar()->value(), 0);
+        EXPECT_FALSE(view.toPlainText().contains(QRegularExpression("。 [^\\x00-\\x7f]")));
         places << page;
         for (auto block = view.document()->begin(); block.isValid(); block = block.next()) {
             for (auto part = block.begin(); !part.atEnd(); ++part) {

@@ -77,6 +77,7 @@ TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
     QTimer::singleShot(0, percent.menu(), [&] {
         auto const rows = percent.menu()->findChildren<OrvMenuItemView*>();
         EXPECT_EQ(rows.size(), 10) << "from 100% to 10%";
+        EXPECT_EQ(rows.at(3)->accessibleName(), "70%");
         QTest::mouseRelease(rows.at(3), Qt::LeftButton);
         EXPECT_FALSE(percent.menu()->isVisible());
     });

@@ -112,6 +112,7 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
             EXPECT_TRUE(!isRefused || dialog.window().focusWidget() == input);
             input->setText("31");
             EXPECT_FALSE(input->property("refused").toBool());
+            EXPECT_EQ(textOf(dialog.window(), "nameHint"), "10文字まで");
         }
     }
 }

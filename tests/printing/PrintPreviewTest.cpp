@@ -86,6 +86,7 @@ TEST(PrintPreview, ShowsTheChosenReportPageByPage)
         preview.click(button);
         EXPECT_EQ(preview.position(), position);
     }
+    EXPECT_EQ(preview.button("nextButton").accessibleName(), "次のページ");
     auto const zoomAfter = [&](char const* button) {
         preview.click(button);
         return find<QLabel>(preview.parent, "zoomLabel").text().chopped(1).toInt();

@@ -26,6 +26,7 @@ TEST(QtPdfRenderer, MakesFilesThatCanBeSearched)
     EXPECT_TRUE(text.starts_with("氏名 測定日時 計測回数 最大圧 目標圧 "
                                  "目山一二 舌子 2024年 3月05日 14:07:09 1 回目 10.0 kPa "))
         << text;
+    EXPECT_EQ(pdfText(pdf, {"-x", "0", "-y", "0", "-W", "139", "-H", "842"}), "") << "the margin";
     QString const lowerHalf = "-x 0 -y 421 -W 595 -H 421";
     EXPECT_TRUE(pdfText(pdf, lowerHalf.split(u' ')).ends_with(" 99 回目 17.0 kPa 30.0 kPa"));
 

@@ -10,6 +10,7 @@
 
 #include <QApplication>
 #include <QMenuBar>
+#include <QPrinter>
 
 #include <algorithm>
 
@@ -69,7 +70,11 @@ struct Desk
 
     std::vector<InspectedPort> inspect() override { return inspected; }
     bool hasPrinters() const override { return false; }
-    void openPageSetup(QPrinter&, QWidget&, std::function<void()>) override { }
+    void openPageSetup(QPrinter& printer, QWidget&, std::function<void()> agreed) override
+    {
+        printer.setPageSize(QPageSize(QPageSize::A3));
+        agreed();
+    }
     void openPrint(QPrinter&, int, QWidget&, std::function<void()>) override { }
     void setInhibited(bool isInhibited) override { isSleepInhibited = isInhibited; }
 };

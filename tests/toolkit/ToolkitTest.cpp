@@ -1,5 +1,8 @@
 #include "toolkit/WindowSize.h"
 
+#include <QLabel>
+#include <QMessageBox>
+
 #include <gtest/gtest.h>
 
 using namespace tensio;
@@ -15,4 +18,11 @@ TEST(WindowSize, FitsEveryScreen)
     for (auto const& [opener, width, scale] :
         {std::tuple {0.5, 1000, 1.0}, {1.5, 2000, 1.5}, {1.5, 508, 1.0}, {1.5, 258, 0.5}})
         EXPECT_EQ(dialogScale({500, 100}, opener, {width, 2000}), scale);
+}
+
+TEST(MessageBoxes, AreNoWiderThanTheScreen)
+{
+    QMessageBox box(QMessageBox::Warning, {}, QString(200, u'測'));
+    box.show();
+    EXPECT_LE(box.findChild<QLabel*>("qt_msgbox_label")->geometry().right(), box.width());
 }
