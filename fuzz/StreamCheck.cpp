@@ -108,9 +108,9 @@ struct Line : Session {
         std::vector<float> points;
         for (auto const& measurement : measurements)
             std::ranges::copy(*measurement->pressurePoints, std::back_inserter(points));
-        // By their bits, since NaN equals nothing.
-        require(std::ranges::equal(points, readings, {}, std::bit_cast<unsigned, float>,
-                    std::bit_cast<unsigned, float>),
+        // NaN equals nothing but by its bits.
+        auto const bits = [](float pressure) { return std::bit_cast<unsigned>(pressure); };
+        require(std::ranges::equal(points, readings, {}, bits, bits),
             "every reading stands in one measurement, in order");
     }
 };
