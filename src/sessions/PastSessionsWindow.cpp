@@ -15,6 +15,8 @@
 #include <QHeaderView>
 #include <QPushButton>
 
+#include <utility>
+
 using namespace Qt::StringLiterals;
 
 namespace tensio {
@@ -33,10 +35,10 @@ Date beginningOfDay(QDate day)
 } // namespace
 
 PastSessionsWindow::PastSessionsWindow(
-    SessionArchive& archive, SessionServices const& services, QWidget& parent)
+    SessionArchive& archive, SessionServices services, QWidget& parent)
     : QDialog(&parent)
     , m_archive(archive)
-    , m_services(services)
+    , m_services(std::move(services))
     , m_ui(std::make_unique<Ui::PastSessions>())
 {
     m_ui->setupUi(this);

@@ -24,8 +24,7 @@ class PastSessionsWindow : public QDialog {
     Q_DISABLE_COPY_MOVE(PastSessionsWindow)
 
 public:
-    // Archive and services must outlive the window.
-    PastSessionsWindow(SessionArchive& archive, SessionServices const& services, QWidget& parent);
+    PastSessionsWindow(SessionArchive& archive, SessionServices services, QWidget& parent);
     ~PastSessionsWindow() override;
 
 private:

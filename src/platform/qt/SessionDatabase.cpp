@@ -241,7 +241,7 @@ bool SessionDatabase::refuse()
 {
     if (m_problem != StoreProblem::Damaged)
         m_problem = refusal();
-    QSqlQuery(u"ROLLBACK"_s, m_database);
+    QSqlQuery(m_database).exec(u"ROLLBACK"_s);
     return false;
 }
 
