@@ -13,7 +13,6 @@ class RunLoop;
 // second later, and the measurement goes on meanwhile.
 class SessionArchive {
 public:
-    // Everything handed in must outlive the archive.
     SessionArchive(
         TensioManager& tensioManager, SessionStore& store, RunLoop& runLoop, Clock const& clock);
     SessionArchive(SessionArchive const&) = delete;

@@ -10,7 +10,6 @@ class TensioManager;
 // Writes the session of the running or latest connection to the store, in parts of what is new.
 class SessionWriter {
 public:
-    // Both must outlive the writer.
     SessionWriter(TensioManager const& tensioManager, SessionStore& store, Date start)
         : m_tensioManager(tensioManager)
         , m_store(store)

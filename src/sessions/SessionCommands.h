@@ -20,7 +20,6 @@ class SessionCommands : public QObject {
     Q_OBJECT
 
 public:
-    // Nothing is owned; all must outlive the commands.
     SessionCommands(SessionArchive& archive, SessionServices services, QWidget& window)
         : m_archive(archive)
         , m_services(std::move(services))

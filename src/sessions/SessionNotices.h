@@ -25,7 +25,6 @@ class SessionNotices : public QObject {
     Q_DISABLE_COPY_MOVE(SessionNotices)
 
 public:
-    // Nothing is owned; all must outlive the notices.
     SessionNotices(SessionArchive& archive, QWidget& unsavedView, QWidget& problemView);
     ~SessionNotices() override;
 

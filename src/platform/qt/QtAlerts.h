@@ -9,7 +9,7 @@ class MainQueue;
 // Message boxes, above whatever window is in front.
 class QtAlerts : public Alerts {
 public:
-    // The queue is held while an alert is up, and must outlive the alerts.
+    // The queue is held while an alert is up.
     explicit QtAlerts(MainQueue& queue)
         : m_queue(queue)
     {

@@ -9,7 +9,6 @@ namespace tensio {
 // A menu of the user interface, which owns its items.
 class QtMenu : public Menu {
 public:
-    // Not owned; must outlive this object.
     explicit QtMenu(QMenu& menu)
         : m_menu(menu)
     {

@@ -9,7 +9,7 @@ class MainQueue;
 // Timers of the main event loop, their ticks delivered through the queue.
 class QtRunLoop : public RunLoop {
 public:
-    // The queue must outlive the run loop and its timers.
+    // The queue must outlive the timers, too.
     explicit QtRunLoop(MainQueue& queue);
 
     Seconds now() const override;

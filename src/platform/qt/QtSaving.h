@@ -11,7 +11,7 @@ class MainQueue;
 // The system's save panel. Starts in the user's Desktop folder, if there is one.
 class QtSavePanel : public SavePanel {
 public:
-    // The queue is held while the panel is up, and must outlive it.
+    // The queue is held while the panel is up.
     explicit QtSavePanel(MainQueue& queue)
         : m_queue(queue)
     {

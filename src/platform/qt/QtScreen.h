@@ -12,7 +12,7 @@ class MainQueue;
 // screen shows, frame included; elsewhere it is the window's own rendering.
 class QtScreen : public Screen {
 public:
-    // The queue is held while a picture is taken, and must outlive the screen.
+    // The queue is held while a picture is taken.
     explicit QtScreen(MainQueue& queue)
         : m_queue(queue)
     {

@@ -29,7 +29,6 @@ public:
         bool isVirtual = false;
     };
 
-    // The scheduler and the queue must outlive the port.
     QtSerialPort(Location location, RecordFormat format, Scheduler& scheduler, MainQueue& queue);
     ~QtSerialPort() override;
 

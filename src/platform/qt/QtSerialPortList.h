@@ -15,7 +15,7 @@ class QtSerialPortList
     : public SerialPortList
     , public PortInspector {
 public:
-    // The queue must outlive the list, the list its ports.
+    // The list must outlive its ports.
     QtSerialPortList(MainQueue& queue, Device const& device)
         : m_queue(queue)
         , m_device(device)

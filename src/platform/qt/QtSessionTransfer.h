@@ -13,7 +13,6 @@ class QtSessionTransfer : public SessionTransfer {
 public:
     enum class Kind { Backup, Restore };
 
-    // The database must outlive the transfer.
     QtSessionTransfer(SessionDatabase& database, Kind kind, QString path);
     ~QtSessionTransfer() override;
 
