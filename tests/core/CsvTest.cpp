@@ -23,5 +23,8 @@ TEST(Csv, PutsEveryMeasurementInABlockOfItsOwn)
         "0.05\t5.0\t\t0.05\t-9.0\t\t\t\t\t\r\n"
         "0.10\t12.3\t\t0.10\t11.0\t\t\t\t\t\r\n"
         "0.15\t10.0\t\t\t\t\t\t\t\t\r\n");
+    EXPECT_NE(
+        csvFile("", "").buildSelected({measurements[0]}, 10.0f, 10.0f, 10.0f).find("①\t10.0\tmax"),
+        std::string::npos);
     EXPECT_EQ(csvFile("", "").build({}), "氏名\t\r\n測定日時\t\r\n\r\n\r\n\r\n\r\n\r\n");
 }

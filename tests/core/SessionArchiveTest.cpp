@@ -51,6 +51,9 @@ TEST(SessionArchive, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
     EXPECT_EQ(session.stored(1).points, Points {10.0f}) << "less than a second is missing";
     session.runLoop.advance(Seconds(0.2));
     EXPECT_EQ(session.stored(1).points, (Points {10.0f, 11.0f, 12.0f, 13.0f}));
+    EXPECT_EQ(session.stored(1).target, 20.0f) << "50 % of 40";
+    session.manager.sliceOfMeasurements.setValue(session.manager.sliceOfMeasurements.value());
+    EXPECT_EQ(session.store.checkpoints, 1) << "a turned page waits for no disk";
     session.receive(std::vector(1300, 9.0));
     session.runLoop.advance(Seconds(1.0));
     EXPECT_EQ(session.stored(1).points.size(), 1304U);
