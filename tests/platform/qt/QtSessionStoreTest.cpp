@@ -103,6 +103,7 @@ TEST(QtSessionStore, IsReadableForTheUserAloneAndKeepsNothingOfWhatIsRemoved)
         auto const id = place.addSession("Nobody");
         EXPECT_FALSE(
             (QFile::permissions(place.path) | QFile::permissions(place.data.path())) & forOthers);
+        EXPECT_TRUE(QFile::copy(place.path, place.path + ".deleted-1")) << "as a kill leaves it";
         for (auto const* aside : {".damaged-1", ".newer-1", ".newer-1-wal"}) {
             EXPECT_TRUE(isOneRemoved || QFile::copy(place.path, place.path + aside));
         }
@@ -186,9 +187,11 @@ TEST(QtSessionStore, KeepsSessionsReadableWhenAWriteMeetsDamage)
 {
     Place place;
     auto const id = place.addSession("花子");
+    auto const curveless = place.addSession("太郎");
     // The table's page is none of an index.
-    place.run({"UPDATE session SET count = 2147483647", "CREATE INDEX names ON session (name)",
-        "PRAGMA writable_schema = ON",
+    place.run({"UPDATE session SET count = 2147483647 WHERE id = 1",
+        "DELETE FROM points WHERE session = 2 AND number = 2",
+        "CREATE INDEX names ON session (name)", "PRAGMA writable_schema = ON",
         "UPDATE sqlite_schema SET rootpage = (SELECT rootpage FROM sqlite_schema WHERE name = "
         "'session') WHERE name = 'names'"});
     {
@@ -198,6 +201,7 @@ TEST(QtSessionStore, KeepsSessionsReadableWhenAWriteMeetsDamage)
         EXPECT_FALSE(store.dismiss(id)) << "nothing more is written into a damaged file";
         auto const loaded = store.load(id, StoredPoints::Loaded).value();
         EXPECT_EQ(std::pair(loaded.measurements.size(), loaded.isComplete), std::pair(2UL, false));
+        EXPECT_FALSE(store.load(curveless, StoredPoints::Loaded).value().isComplete);
     }
     EXPECT_TRUE(place.filesAside().contains("damaged"));
 }
@@ -263,7 +267,8 @@ TEST(QtSessionStore, CopiesItsSessionsToABackupAndBackAndListsTheNewestStartFirs
     other.addSession("Ōta", 40.0f, 2);
     auto const path = place.folder.filePath("バックアップ.db").toStdString();
     QtSessionStore store(place.path);
-    EXPECT_TRUE(store.markSaved(1) && store.end(1, {Place::time, 45.0f, 0.8f}));
+    EXPECT_TRUE(store.markSaved(1));
+    EXPECT_TRUE(store.end(1, {Place::time, 45.0f, 0.8f}));
     EXPECT_EQ(store.backUp(path)->step(), TransferState::Running);
     EXPECT_EQ(QDir(place.folder.path()).entryList(QDir::Files), QStringList()) << "cancelled";
     EXPECT_EQ(finish(store.backUp(path + "/missing")), TransferState::NotWritable);
