@@ -107,6 +107,9 @@ TEST(CurvesPrintView, DrawsTheCurvesOfAPageOnOneScale)
     for (auto const& [paper, pages] :
         {std::pair {PrintInfo {420, 595}, 2}, {{420, 310}, 4}, {{420, 300}, 0}, {{340, 595}, 0}})
         EXPECT_EQ(view.paginate(paper, Page()), pages);
+    CurvesPrintView selection("", finishedMeasurements(3), true);
+    EXPECT_EQ(selection.paginate({420, 310}, Page()), 3);
+    EXPECT_EQ(found(selection, 3, "< (.*)　[123]回目"), "① ② ③ ");
 }
 
 TEST(CoursePrintView, PlotsAndListsAllSessionsOverPages)
@@ -141,9 +144,11 @@ TEST(CoursePrintView, PlotsAndListsAllSessionsOverPages)
             course.entries.push_back({at("2026-04-01 10:00:00"), number});
             expected += std::to_string(number) + " ";
         }
+        course.isComplete = false;
         CoursePrintView many(course);
         EXPECT_EQ(many.paginate(paper, Page()), pages) << count;
         EXPECT_EQ(found(many, pages, "> ([0-9]+)回$"), pages > 0 ? expected : "");
+        EXPECT_EQ(found(many, pages, "(記録の一部)"), pages > 0 ? "記録の一部 " : "");
     }
 }
 
