@@ -1,3 +1,4 @@
+#include "core/Course.h"
 #include "core/DateText.h"
 #include "core/Utf16.h"
 #include "output/Reports.h"
@@ -6,6 +7,7 @@
 #include "support/Desk.h"
 #include "support/Page.h"
 
+#include <QAction>
 #include <QComboBox>
 #include <QDateEdit>
 #include <QFileDialog>
@@ -56,6 +58,9 @@ TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
     QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, first);
     QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, first);
     EXPECT_TRUE(desk.window.windowTitle().contains(u"太郎"));
+    auto const frame
+        = [&](char const* label) { return find<QWidget>(desk.window, label).geometry(); };
+    EXPECT_FALSE(frame("simulationLabel").intersects(frame("pastSessionLabel")));
     EXPECT_FALSE(damage.isVisible()) << "all of it was read";
     EXPECT_FALSE(find<PastSessionsWindow>(desk.window).isVisible());
 }
@@ -112,7 +117,7 @@ TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
 
 TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
 {
-    Desk desk({"山田　ﾊﾅｺ", "Tarō", "山田 花子", "山田 花子"});
+    Desk desk({"山田　ﾊﾅｺ", "山田 花子Tarō", "山田 花子", "山田 花子"});
     desk.store.stored.at(2).summary.isSaved = true;
     desk.command("以前の測定を開く").trigger();
     auto& window = find<PastSessionsWindow>(desk.window);
@@ -126,9 +131,9 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
             cells << rows.index(row, column).data().toString();
     }
     EXPECT_EQ(cells.join(u' ').toStdString(),
-        "Tarō 1回 20.0 保存済み  山田　ﾊﾅｺ 1回 20.0 未保存 模擬装置");
+        "山田 花子Tarō 1回 20.0 保存済み  山田　ﾊﾅｺ 1回 20.0 未保存 模擬装置");
     auto& search = find<QLineEdit>(window, "searchInput");
-    for (auto const& [text, found] : {std::pair {"山田花", "2件"}, {"ﾔﾏﾀﾞ", "0件"},
+    for (auto const& [text, found] : {std::pair {"山田花", "3件"}, {"ﾔﾏﾀﾞ", "0件"},
              {"ハナコ", "1件"}, {"ＴＡＲ", "1件"}, {"", "4件"}}) {
         search.setText(QString::fromUtf8(text));
         EXPECT_EQ(count.text(), QString::fromUtf8(found)) << text;
@@ -137,6 +142,7 @@ TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
         auto& question = find<QMessageBox>(window);
         EXPECT_EQ(question.textFormat(), Qt::PlainText) << "a name may look like markup";
         EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("キャンセル"));
+        EXPECT_EQ(question.escapeButton(), question.defaultButton());
         auto text = question.text().section(u'\n', 0, 0).toStdString();
         question.buttons().at(isSure ? 0 : 1)->click();
         delete &question;
@@ -186,6 +192,7 @@ TEST(PastSessions, TheListIsOfAPeriodLoadedInStepsAndSaysWhenDamageHidesSome)
     auto const& window = find<PastSessionsWindow>(desk.window);
     auto const& count = find<QLabel>(window, "countLabel");
     EXPECT_EQ(count.text(), u"500件");
+    EXPECT_FALSE(find<QAction>(window, "removeAllAction").isEnabled()) << "its count is not known";
     EXPECT_FALSE(find<QLabel>(window, "damageLabel").isVisible());
     desk.store.isComplete = false;
     for (int page = 0; page < 2; ++page)
@@ -203,14 +210,14 @@ TEST(PastSessions, TheListIsOfAPeriodLoadedInStepsAndSaysWhenDamageHidesSome)
 
 TEST(PastSessions, TheChosenMakeACourseAndFiles)
 {
-    Desk desk({"山田/花子", "太郎", "山田/花子"});
+    Desk desk({"山田/花子", "太郎", "太郎", "山田/花子"});
     desk.command("以前の測定を開く").trigger();
     auto& window = find<PastSessionsWindow>(desk.window);
     auto& list = find<QTreeView>(window, "sessionList");
     list.selectAll();
     click(window, "courseButton");
     EXPECT_TRUE(message(window).startsWith(u"氏名の異なる"));
-    list.setCurrentIndex(list.model()->index(2, 0));
+    list.setCurrentIndex(list.model()->index(3, 0));
     click(window, "courseButton");
     auto& preview = find<QDialog>(window, "PrintPreview");
     EXPECT_TRUE(preview.isVisible() && find<QLabel>(preview, "messageLabel").isVisible());
@@ -233,6 +240,7 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
     auto const saveEach = [&](bool isCancelled = false) {
         command(3);
         auto* const chooser = window.findChild<QFileDialog*>();
+        EXPECT_EQ(chooser->fileMode(), QFileDialog::Directory);
         Q_EMIT chooser->fileSelected(folder.path());
         delete chooser;
         if (isCancelled) {
@@ -242,7 +250,7 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
         }
         return message(window);
     };
-    desk.store.stored.at(2).measurements.clear();
+    auto const damaged = std::exchange(desk.store.stored.at(3).measurements, {});
     for (bool const isFull : {true, false}) {
         desk.saving.log.clear();
         desk.saving.diskIsFull = isFull;
@@ -252,16 +260,28 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
             text.contains(isFull ? u"山田/花子のCSVを保存できません" : u"太郎の記録は壊れ"));
         EXPECT_TRUE(text.contains(isFull ? u"その前の0件" : u"その前の1件"));
         EXPECT_EQ(desk.saving.log, std::vector {"write " + name.toStdString() + "_2.csv"});
-        EXPECT_EQ(desk.store.stored.at(3).summary.isSaved, !isFull);
+        EXPECT_EQ(desk.store.stored.at(4).summary.isSaved, !isFull);
     }
     EXPECT_EQ(list.model()->index(0, PastSessionsModel::Saved).data(), u"保存済み"_s);
     EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
-    list.setCurrentIndex(list.model()->index(2, 0));
+    list.setCurrentIndex(list.model()->index(3, 0));
     EXPECT_TRUE(saveEach().startsWith(u"1件の測定のCSVを保存しました。"));
     EXPECT_TRUE(desk.saving.log.back().ends_with("（模擬装置）.csv"));
+    desk.store.stored.at(3).measurements = damaged;
+    list.setCurrentIndex(list.model()->index(0, 0));
+    QTest::keyClick(&list, Qt::Key_Down, Qt::ShiftModifier);
+    EXPECT_TRUE(saveEach().startsWith(u"2件"));
+    EXPECT_TRUE(desk.saving.written.starts_with(encodeUtf16("氏名\t太郎\r\n")));
     desk.saving.log.clear();
     list.selectAll();
     EXPECT_EQ(saveEach(true), u"キャンセルしました。\nそれまでに、1件の測定のCSVを保存しました。");
+    list.setCurrentIndex(list.model()->index(1, 0));
+    command(0);
+    desk.store.stored.erase(2);
+    command(2);
+    EXPECT_NE(
+        desk.saving.written.find(encodeUtf16(courseIncompleteMessage).substr(2)), std::string::npos)
+        << "one cannot be read";
 }
 
 TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
@@ -320,6 +340,7 @@ TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
         EXPECT_EQ(find<QLabel>(desk.window, "pastSessionLabel").text(),
             QStringLiteral("以前の測定　2024/03/05 14:07"));
         EXPECT_EQ(pictures(), before) << isFinishedInAPress;
+        EXPECT_FALSE(find<QWidget>(desk.window, "simulationLabel").isVisible());
         EXPECT_EQ(output(), outputBefore);
         click(desk.window, "startButton");
         EXPECT_TRUE(find<QLabel>(desk.window, "percentNotice").text().contains(u"90%"));
@@ -337,8 +358,10 @@ TEST(PastSessions, AreBackedUpInStepsUnlessCancelled)
     Desk desk;
     auto& store = desk.store;
     desk.saving.answer = "/stick/sessions.db";
+    desk.saving.isSimulated = true;
     for (auto const& [end, text] :
         {std::pair {TransferState::Done, u"3件の測定をバックアップしました"},
+            {TransferState::DoneInPart, u"壊れていて読み取れない測定を除いて"},
             {TransferState::NoSpace, u"空き容量が足りません"}}) {
         store.transferEnd = end;
         desk.command("バックアップ(").trigger();
@@ -346,6 +369,7 @@ TEST(PastSessions, AreBackedUpInStepsUnlessCancelled)
         EXPECT_TRUE(message(desk.window).startsWith(QString::fromUtf16(text)));
         EXPECT_EQ(store.transferred, "");
     }
+    EXPECT_TRUE(desk.saving.isSimulated) << "for what the window shows";
     store.transferEnd = TransferState::Done;
     for (auto const& [count, text] : {std::pair {3, u"3件の測定を戻しました。"},
              {0, u"バックアップの測定はすべてすでにあるため、戻すものはありませんでした。"}}) {
