@@ -6,6 +6,7 @@ using namespace tensio;
 
 TEST(SaveRuns, LeaveTheOldFileOrTheNewWhateverCallFails)
 {
+    EXPECT_EQ(callsOf("create", "^f(data)?sync").size(), 2U) << "survives a power cut";
     int refusals = 0;
     QStringList const faults {
         "error=ENOSPC", "error=EDQUOT", "error=EIO", "error=EINTR", "error=EACCES", "signal=KILL"};

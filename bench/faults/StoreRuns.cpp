@@ -154,6 +154,7 @@ TEST(StoreRuns, LosesOnlyWhatLiesOnADamagedPage)
             whole = std::ranges::count_if(found.sessions, [&](auto const& session) {
                 return store.load(session.id, StoredPoints::Loaded).value().isComplete;
             });
+            EXPECT_TRUE(whole == 150 || start == 1 || store.problem() != StoreProblem::None);
             EXPECT_TRUE(found.isComplete && found.sessions.size() == 150) << page;
             unnamed += std::ranges::count_if(found.sessions,
                 [](auto const& session) { return session.name.starts_with("氏名・装置不明 "); });
