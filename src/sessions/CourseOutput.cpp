@@ -53,7 +53,12 @@ void saveCourse(std::vector<SessionSummary> const& sessions, SessionArchive& arc
     bool const before = services.savePanel.setSimulated(chosen->isSimulated);
     auto const path = services.savePanel.runModal("csv");
     services.savePanel.setSimulated(before);
-    if (path && !services.fileWriter.writeAtomically(*path, encodeUtf16(csvOfCourse(*chosen))))
+    if (!path)
+        return;
+    if (services.fileWriter.writeAtomically(*path, encodeUtf16(csvOfCourse(*chosen))))
+        tell(window, QMessageBox::Information,
+            u"経過のCSVを保存しました。\n%1"_s.arg(QString::fromStdString(*path)));
+    else
         tell(window, QMessageBox::Critical, QString::fromUtf8(saveFailedMessage));
 }
 

@@ -27,6 +27,9 @@ QString fileName(SessionSummary const& session)
 {
     static QRegularExpression const forbidden(uR"([\x00-\x1f\x7f"*/:<>?\\|])"_s);
     auto name = QString::fromStdString(session.name).left(mostCharacters);
+    // The first half of a character that the cut has split.
+    if (!name.isEmpty() && name.back().isHighSurrogate())
+        name.chop(1);
     name.replace(forbidden, u"_"_s);
     return QString::fromStdString(formatLocalTime(session.start, "%Y%m%d-%H%M_")) + name
         + (session.isSimulated ? u"（模擬装置）"_s : QString());

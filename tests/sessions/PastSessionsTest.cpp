@@ -210,7 +210,7 @@ TEST(PastSessions, TheListIsOfAPeriodLoadedInStepsAndSaysWhenDamageHidesSome)
 
 TEST(PastSessions, TheChosenMakeACourseAndFiles)
 {
-    Desk desk({"山田/花子", "太郎", "太郎", "山田/花子"});
+    Desk desk({std::string(59, 'a') + "𠮷", "太郎", "太郎", "山田/花子"});
     desk.command("以前の測定を開く").trigger();
     auto& window = find<PastSessionsWindow>(desk.window);
     auto& list = find<QTreeView>(window, "sessionList");
@@ -228,6 +228,7 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
     };
     desk.saving.answer = "/course.csv";
     command(2);
+    EXPECT_EQ(message(window), u"経過のCSVを保存しました。\n/course.csv");
     EXPECT_TRUE(desk.saving.written.ends_with(encodeUtf16("\t1\t20.0\t20.0\t30.0\r\n").substr(2)));
     desk.saving.diskIsFull = true;
     command(2);
@@ -266,7 +267,7 @@ TEST(PastSessions, TheChosenMakeACourseAndFiles)
     EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
     list.setCurrentIndex(list.model()->index(3, 0));
     EXPECT_TRUE(saveEach().startsWith(u"1件の測定のCSVを保存しました。"));
-    EXPECT_TRUE(desk.saving.log.back().ends_with("（模擬装置）.csv"));
+    EXPECT_TRUE(desk.saving.log.back().ends_with("_" + std::string(59, 'a') + "（模擬装置）.csv"));
     desk.store.stored.at(3).measurements = damaged;
     list.setCurrentIndex(list.model()->index(0, 0));
     QTest::keyClick(&list, Qt::Key_Down, Qt::ShiftModifier);
