@@ -107,3 +107,44 @@ TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     session.begin("");
     EXPECT_EQ(session.archive->problem.value(), StoreProblem::None);
 }
+
+TEST(SessionArchive, EndsAndMarksEverySessionByItselfWhenTheStoreAcceptsItAgain)
+{
+    Recorded session;
+    auto& store = session.store;
+    session.saving.answer = "/file.csv";
+    auto const refuse = [&](int times, auto const& work) {
+        store.refusals = times;
+        work();
+        store.refusals = 0;
+        session.runLoop.advance(Seconds(1.0));
+    };
+    session.begin("first");
+    session.press({20.0});
+    session.press({21.0});
+    session.finish();
+    session.begin("second");
+    refuse(100, [&] { session.press(std::vector(1300, 9.0)); });
+    EXPECT_EQ(store.stored.at(2).measurements.at(0).points.size(), 1300U);
+    refuse(1, [&] { session.finish(); });
+    EXPECT_TRUE(store.stored.at(2).end);
+    refuse(1, [&] {
+        session.manager.saveCsv();
+        EXPECT_FALSE(store.stored.at(2).summary.isSaved);
+    });
+    EXPECT_TRUE(store.stored.at(2).summary.isSaved);
+    session.begin("third");
+    session.press({22.0});
+    session.receive({23.0});
+    refuse(100, [&] {
+        session.finish();
+        EXPECT_FALSE(session.archive->canOpen.value());
+        session.manager.saveCsv();
+        EXPECT_TRUE(session.archive->canOpen.value()) << "the file has it all";
+        EXPECT_TRUE(session.archive->open(1));
+    });
+    EXPECT_EQ(store.stored.at(3).measurements.size(), 1U) << "the window shows the first";
+    EXPECT_FALSE(store.stored.at(1).summary.isSaved);
+    session.manager.saveCsv();
+    EXPECT_TRUE(store.stored.at(1).summary.isSaved);
+}
