@@ -1,5 +1,3 @@
-#include "StreamCheck.h"
-
 #include "core/DeviceRecord.h"
 #include "platform/RecordGatherer.h"
 #include "support/Session.h"
@@ -7,9 +5,16 @@
 #include <algorithm>
 #include <array>
 #include <bit>
+#include <cstdint>
 #include <iterator>
+#include <stdexcept>
 
-namespace tensio::fuzz {
+// Plays bytes through gathering, records and session in virtual time. The first byte is the set-up;
+// each write is a byte (three bits of pause, five of length) and as many bytes as the length says.
+
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
+
+namespace tensio {
 
 namespace {
 
@@ -160,10 +165,14 @@ std::string playRecords(std::string_view bytes)
 
 } // namespace
 
-std::string brokenProperty(std::string_view bytes)
-{
-    auto const broken = playRecords(bytes);
-    return broken.empty() ? playBytes(bytes) : broken;
-}
+} // namespace tensio
 
-} // namespace tensio::fuzz
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size)
+{
+    std::string_view const bytes(reinterpret_cast<char const*>(data), size);
+    for (auto* const play : {&tensio::playRecords, &tensio::playBytes}) {
+        if (auto const broken = play(bytes); !broken.empty())
+            throw std::logic_error("Does not hold: " + broken);
+    }
+    return 0;
+}
