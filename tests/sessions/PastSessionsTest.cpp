@@ -1,22 +1,14 @@
-#include "core/Course.h"
 #include "core/DateText.h"
-#include "core/Utf16.h"
 #include "output/Reports.h"
 #include "sessions/PastSessionsWindow.h"
 #include "sessions/SessionNotices.h"
 #include "support/Desk.h"
 #include "support/Page.h"
 
-#include <QAction>
-#include <QComboBox>
-#include <QDateEdit>
 #include <QFileDialog>
 #include <QLabel>
-#include <QLineEdit>
-#include <QMessageBox>
 #include <QProgressDialog>
 #include <QPushButton>
-#include <QTemporaryDir>
 #include <QTest>
 #include <QTreeView>
 
@@ -24,19 +16,6 @@
 
 using namespace Qt::StringLiterals;
 using namespace tensio;
-
-namespace {
-
-// That of the message that is shown now or soon, and is closed.
-QString message(QWidget const& window)
-{
-    EXPECT_TRUE(QTest::qWaitFor([&] { return window.findChild<QMessageBox*>() != nullptr; }));
-    auto text = find<QMessageBox>(window).text();
-    delete window.findChild<QMessageBox*>();
-    return text;
-}
-
-} // namespace
 
 TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
 {
@@ -115,176 +94,6 @@ TEST(PastSessions, CannotBeOpenedInASessionNorBeforeAllIsStored)
     EXPECT_TRUE(open.isEnabled());
 }
 
-TEST(PastSessions, TheListSearchesByNameAndAsksBeforeItDeletes)
-{
-    Desk desk({"山田　ﾊﾅｺ", "山田 花子Tarō", "山田 花子", "山田 花子"});
-    desk.store.stored.at(2).summary.isSaved = true;
-    desk.command("以前の測定を開く").trigger();
-    auto& window = find<PastSessionsWindow>(desk.window);
-    auto& list = find<QTreeView>(window, "sessionList");
-    auto const& rows = *list.model();
-    auto const& count = find<QLabel>(window, "countLabel");
-    auto const& more = *find<QPushButton>(window, "moreButton").menu();
-    QStringList cells;
-    for (int row : {2, 3}) {
-        for (int column = PastSessionsModel::Name; column < rows.columnCount(); ++column)
-            cells << rows.index(row, column).data().toString();
-    }
-    EXPECT_EQ(cells.join(u' ').toStdString(),
-        "山田 花子Tarō 1回 20.0 保存済み  山田　ﾊﾅｺ 1回 20.0 未保存 模擬装置");
-    auto& search = find<QLineEdit>(window, "searchInput");
-    for (auto const& [text, found] : {std::pair {"山田花", "3件"}, {"ﾔﾏﾀﾞ", "0件"},
-             {"ハナコ", "1件"}, {"ＴＡＲ", "1件"}, {"", "4件"}}) {
-        search.setText(QString::fromUtf8(text));
-        EXPECT_EQ(count.text(), QString::fromUtf8(found)) << text;
-    }
-    auto const answer = [&](bool isSure) {
-        auto& question = find<QMessageBox>(window);
-        EXPECT_EQ(question.textFormat(), Qt::PlainText) << "a name may look like markup";
-        EXPECT_EQ(question.defaultButton()->text(), QStringLiteral("キャンセル"));
-        EXPECT_EQ(question.escapeButton(), question.defaultButton());
-        auto text = question.text().section(u'\n', 0, 0).toStdString();
-        question.buttons().at(isSure ? 0 : 1)->click();
-        delete &question;
-        return text;
-    };
-    auto unreadable = desk.store.stored.extract(4);
-    QTest::keyClick(&list, Qt::Key_Return);
-    EXPECT_EQ(message(window), u"この測定は読み込めませんでした。");
-    EXPECT_EQ(window.findChild<QMessageBox*>(), nullptr) << "said once";
-    desk.store.stored.insert(std::move(unreadable));
-    click(window, "removeButton");
-    EXPECT_TRUE(answer(false).ends_with("　山田 花子（1回）を削除します。"));
-    EXPECT_EQ(desk.store.stored.size(), 4U);
-    more.actions().first()->trigger();
-    EXPECT_FALSE(find(window, "openButton").isEnabled()) << "two are chosen";
-    auto const removeBoth = [&] {
-        more.actions().first()->trigger();
-        click(window, "removeButton");
-        EXPECT_EQ(answer(true), "選択した2件の測定を削除します。");
-    };
-    for (auto const& [reason, text] :
-        {std::pair {StoreProblem::NoSpace,
-             u"削除できませんでした。ディスクの空き容量を確かめてください。"},
-            {StoreProblem::Damaged, u"削除できませんでした。"}}) {
-        desk.store.refusals = 1;
-        desk.store.reason = reason;
-        removeBoth();
-        EXPECT_EQ(message(window), QString::fromUtf16(text));
-    }
-    removeBoth();
-    EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
-    search.setText(QStringLiteral("太郎"));
-    EXPECT_FALSE(find(window, "openButton").isEnabled()) << "nothing is left of that name";
-    more.actions().last()->trigger();
-    EXPECT_TRUE(answer(true).find("検索で見つからないものも含めて2件すべて") != std::string::npos);
-    EXPECT_TRUE(desk.store.stored.empty());
-}
-
-TEST(PastSessions, TheListIsOfAPeriodLoadedInStepsAndSaysWhenDamageHidesSome)
-{
-    Desk desk(std::vector<std::string>(1001, "太郎"));
-    SessionId id = 996;
-    for (auto const* start : {"2023-03-04 23:59:59", "2023-12-04 23:59:59", "2024-02-28 23:59:59",
-             "2024-02-29 23:59:59", "2024-03-01 00:00:00"})
-        desk.store.stored.at(++id).summary.start = ManualClock::localTime(start);
-    desk.command("以前の測定を開く").trigger();
-    auto const& window = find<PastSessionsWindow>(desk.window);
-    auto const& count = find<QLabel>(window, "countLabel");
-    EXPECT_EQ(count.text(), u"500件");
-    EXPECT_FALSE(find<QAction>(window, "removeAllAction").isEnabled()) << "its count is not known";
-    EXPECT_FALSE(find<QLabel>(window, "damageLabel").isVisible());
-    desk.store.isComplete = false;
-    for (int page = 0; page < 2; ++page)
-        QCoreApplication::sendPostedEvents();
-    EXPECT_TRUE(find<QLabel>(window, "damageLabel").isVisible());
-    find<QDateEdit>(window, "fromInput").setDate({2024, 3, 1});
-    find<QDateEdit>(window, "toInput").setDate({2024, 2, 29});
-    auto& period = find<QComboBox>(window, "periodInput");
-    for (auto const& [text, found] : {std::pair {u"今月", u"1件"}, {u"3か月以内", u"3件"},
-             {u"1年以内", u"4件"}, {u"日付を指定", u"2件"}, {u"すべて", u"1001件"}}) {
-        period.setCurrentText(QString::fromUtf16(text));
-        EXPECT_EQ(count.text(), found) << period.currentIndex();
-    }
-}
-
-TEST(PastSessions, TheChosenMakeACourseAndFiles)
-{
-    Desk desk({std::string(59, 'a') + "𠮷", "太郎", "太郎", "山田/花子"});
-    desk.command("以前の測定を開く").trigger();
-    auto& window = find<PastSessionsWindow>(desk.window);
-    auto& list = find<QTreeView>(window, "sessionList");
-    list.selectAll();
-    click(window, "courseButton");
-    EXPECT_TRUE(message(window).startsWith(u"氏名の異なる"));
-    list.setCurrentIndex(list.model()->index(3, 0));
-    click(window, "courseButton");
-    auto& preview = find<QDialog>(window, "PrintPreview");
-    EXPECT_TRUE(preview.isVisible() && find<QLabel>(preview, "messageLabel").isVisible());
-    EXPECT_TRUE(preview.windowTitle().endsWith(u"経過"));
-    preview.close();
-    auto const command = [&](int place) {
-        find<QPushButton>(window, "moreButton").menu()->actions().at(place)->trigger();
-    };
-    desk.saving.answer = "/course.csv";
-    command(2);
-    EXPECT_EQ(message(window), u"経過のCSVを保存しました。\n/course.csv");
-    EXPECT_TRUE(desk.saving.written.ends_with(encodeUtf16("\t1\t20.0\t20.0\t30.0\r\n").substr(2)));
-    desk.saving.diskIsFull = true;
-    command(2);
-    EXPECT_EQ(message(window), u"保存に失敗しました。");
-
-    QTemporaryDir const folder;
-    auto const name = folder.filePath(
-        QString::fromStdString(formatLocalTime({}, "%Y%m%d-%H%M_")) + u"山田_花子"_s);
-    EXPECT_TRUE(QFile(name + u".csv"_s).open(QFile::WriteOnly));
-    auto const saveEach = [&](bool isCancelled = false) {
-        command(3);
-        auto* const chooser = window.findChild<QFileDialog*>();
-        EXPECT_EQ(chooser->fileMode(), QFileDialog::Directory);
-        Q_EMIT chooser->fileSelected(folder.path());
-        delete chooser;
-        if (isCancelled) {
-            while (desk.saving.log.empty())
-                QCoreApplication::processEvents();
-            find(find<QProgressDialog>(window)).click();
-        }
-        return message(window);
-    };
-    auto const damaged = std::exchange(desk.store.stored.at(3).measurements, {});
-    for (bool const isFull : {true, false}) {
-        desk.saving.log.clear();
-        desk.saving.diskIsFull = isFull;
-        list.selectAll();
-        auto const text = saveEach();
-        EXPECT_TRUE(
-            text.contains(isFull ? u"山田/花子のCSVを保存できません" : u"太郎の記録は壊れ"));
-        EXPECT_TRUE(text.contains(isFull ? u"その前の0件" : u"その前の1件"));
-        EXPECT_EQ(desk.saving.log, std::vector {"write " + name.toStdString() + "_2.csv"});
-        EXPECT_EQ(desk.store.stored.at(4).summary.isSaved, !isFull);
-    }
-    EXPECT_EQ(list.model()->index(0, PastSessionsModel::Saved).data(), u"保存済み"_s);
-    EXPECT_FALSE(find<QWidget>(desk.window, "unsavedSessionView").isVisible());
-    list.setCurrentIndex(list.model()->index(3, 0));
-    EXPECT_TRUE(saveEach().startsWith(u"1件の測定のCSVを保存しました。"));
-    EXPECT_TRUE(desk.saving.log.back().ends_with("_" + std::string(59, 'a') + "（模擬装置）.csv"));
-    desk.store.stored.at(3).measurements = damaged;
-    list.setCurrentIndex(list.model()->index(0, 0));
-    QTest::keyClick(&list, Qt::Key_Down, Qt::ShiftModifier);
-    EXPECT_TRUE(saveEach().startsWith(u"2件"));
-    EXPECT_TRUE(desk.saving.written.starts_with(encodeUtf16("氏名\t太郎\r\n")));
-    desk.saving.log.clear();
-    list.selectAll();
-    EXPECT_EQ(saveEach(true), u"キャンセルしました。\nそれまでに、1件の測定のCSVを保存しました。");
-    list.setCurrentIndex(list.model()->index(1, 0));
-    command(0);
-    desk.store.stored.erase(2);
-    command(2);
-    EXPECT_NE(
-        desk.saving.written.find(encodeUtf16(courseIncompleteMessage).substr(2)), std::string::npos)
-        << "one cannot be read";
-}
-
 TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
 {
     for (bool const isFinishedInAPress : {false, true}) {
@@ -313,21 +122,13 @@ TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
         };
         desk.saving.answer = "/all.csv";
         auto const output = [&] {
-            std::string all;
-            for (auto const kind :
-                {ReportKind::List, ReportKind::Grid, ReportKind::Curves, ReportKind::Selected}) {
-                manager.measurementList.measurements().front()->isCounted.setValue(
-                    kind == ReportKind::Selected);
-                auto const report = makeReport(kind, manager);
-                for (int page = report->paginate({}, Page()); page > 0; --page) {
-                    for (auto const& line : Page(*report, page).lines)
-                        all += line + '\n';
-                }
-            }
             manager.saveCsv();
-            all += desk.saving.written;
-            manager.saveSelectedCsv();
-            return all + desk.saving.written;
+            auto all = desk.saving.written;
+            auto const report = makeReport(ReportKind::List, manager);
+            report->paginate({}, Page());
+            for (auto const& line : Page(*report, 1).lines)
+                all += line + '\n';
+            return all;
         };
         measure("花子", 0.5f, 30.0);
         auto const before = pictures();
@@ -367,7 +168,7 @@ TEST(PastSessions, AreBackedUpInStepsUnlessCancelled)
         store.transferEnd = end;
         desk.command("バックアップ(").trigger();
         EXPECT_EQ(store.transferred, "/stick/sessions.db");
-        EXPECT_TRUE(message(desk.window).startsWith(QString::fromUtf16(text)));
+        EXPECT_TRUE(closedMessage(desk.window).startsWith(QString::fromUtf16(text)));
         EXPECT_EQ(store.transferred, "");
     }
     EXPECT_TRUE(desk.saving.isSimulated) << "for what the window shows";
@@ -380,7 +181,7 @@ TEST(PastSessions, AreBackedUpInStepsUnlessCancelled)
         Q_EMIT chooser->fileSelected(u"/stick/old.db"_s);
         delete chooser;
         EXPECT_EQ(store.transferred, "/stick/old.db");
-        EXPECT_EQ(message(desk.window), QString::fromUtf16(text));
+        EXPECT_EQ(closedMessage(desk.window), QString::fromUtf16(text));
     }
     desk.command("バックアップ(").trigger();
     find(*desk.window.findChildren<QProgressDialog*>().last()).click();

@@ -3,6 +3,10 @@
 #include <QAbstractButton>
 #include <QImage>
 #include <QLabel>
+#include <QMessageBox>
+#include <QTest>
+
+#include <gtest/gtest.h>
 
 namespace tensio {
 
@@ -16,6 +20,15 @@ T& find(QObject const& window, char const* name = nullptr)
 inline std::string textOf(QObject const& window, char const* label)
 {
     return find<QLabel>(window, label).text().toStdString();
+}
+
+// That of the message that is shown now or soon, and is closed.
+inline QString closedMessage(QObject const& window)
+{
+    EXPECT_TRUE(QTest::qWaitFor([&] { return window.findChild<QMessageBox*>() != nullptr; }));
+    auto text = find<QMessageBox>(window).text();
+    delete window.findChild<QMessageBox*>();
+    return text;
 }
 
 inline void click(QObject const& window, char const* name)
