@@ -161,27 +161,23 @@ TEST(PastSessions, AreBackedUpInStepsUnlessCancelled)
     auto& store = desk.store;
     desk.saving.answer = "/stick/sessions.db";
     desk.saving.isSimulated = true;
-    for (auto const& [end, text] :
-        {std::pair {TransferState::Done, u"3件の測定をバックアップしました"},
-            {TransferState::DoneInPart, u"壊れていて読み取れない測定を除いて"},
-            {TransferState::NoSpace, u"空き容量が足りません"}}) {
-        store.transferEnd = end;
-        desk.command("バックアップ(").trigger();
+    for (auto const& [command, end, count, text] :
+        {std::tuple {"バックアップ(", TransferState::Done, 3, u"3件の測定をバックアップしました"},
+            {"バックアップ(", TransferState::DoneInPart, 3, u"壊れていて読み取れない測定を除いて"},
+            {"バックアップ(", TransferState::NoSpace, 3, u"空き容量が足りません"},
+            {"バックアップから戻す", TransferState::Done, 3, u"3件の測定を戻しました。"},
+            {"バックアップから戻す", TransferState::Done, 0,
+                u"バックアップの測定はすべてすでにあるため、戻すものはありませんでした。"}}) {
+        std::tie(store.transferEnd, store.transferCount) = std::tie(end, count);
+        desk.command(command).trigger();
+        if (auto* const chooser = desk.window.findChild<QFileDialog*>()) {
+            Q_EMIT chooser->fileSelected(u"/stick/sessions.db"_s);
+            delete chooser;
+        }
         EXPECT_EQ(store.transferred, "/stick/sessions.db");
         EXPECT_TRUE(closedMessage(desk.window).startsWith(QString::fromUtf16(text)));
         EXPECT_EQ(store.transferred, "");
-    }
-    EXPECT_TRUE(desk.saving.isSimulated) << "for what the window shows";
-    store.transferEnd = TransferState::Done;
-    for (auto const& [count, text] : {std::pair {3, u"3件の測定を戻しました。"},
-             {0, u"バックアップの測定はすべてすでにあるため、戻すものはありませんでした。"}}) {
-        store.transferCount = count;
-        desk.command("バックアップから戻す").trigger();
-        auto* const chooser = desk.window.findChild<QFileDialog*>();
-        Q_EMIT chooser->fileSelected(u"/stick/old.db"_s);
-        delete chooser;
-        EXPECT_EQ(store.transferred, "/stick/old.db");
-        EXPECT_EQ(closedMessage(desk.window), QString::fromUtf16(text));
+        EXPECT_TRUE(desk.saving.isSimulated) << "for what the window shows";
     }
     desk.command("バックアップ(").trigger();
     find(*desk.window.findChildren<QProgressDialog*>().last()).click();
