@@ -45,8 +45,10 @@ std::string play(std::vector<TimedBytes> const& writes, std::string const& end)
     if (end == "pull") {
         gatherer.flush();
         session.port->playLoss();
-    } else if (end.empty())
+    } else if (end.empty()) {
         session.runLoop.advance(Seconds(3.0));
+        EXPECT_EQ(session.runLoop.liveTimers(), 1U) << "the clock's";
+    }
     session.finish();
     std::string measurements;
     for (auto const& measurement : session.manager.measurementList.measurements())

@@ -5,24 +5,6 @@
 
 using namespace tensio;
 
-TEST(TensioManager, EndsAMeasurementAtTheFirstTickWithoutARecordSinceTheLastTick)
-{
-    // The first record starts the timer; ticks come at 1, 2, 3 s. A burst without pressure is kept.
-    for (auto const& [first, pause, measurements] : {std::tuple {20.0, 0.9, 0U}, {20.0, 1.9, 0U},
-             {20.0, 2.0, 1U}, {20.0, 2.1, 1U}, {-1.0, 2.1, 0U}}) {
-        Session session;
-        session.connect();
-        session.receive({0.0, first});
-        session.runLoop.advance(Seconds(pause));
-        EXPECT_EQ(session.runLoop.liveTimers(), pause < 2.0 ? 2U : 1U) << "one is the clock's";
-        EXPECT_EQ(session.manager.isRecording.value(), pause < 2.0);
-        session.press({8.0});
-        auto const& list = session.manager.measurementList.measurements();
-        EXPECT_EQ(list.size(), measurements + 1) << first << ", " << pause;
-        EXPECT_EQ(list[0]->pressurePoints->size(), measurements == 1 ? 2U : 3U);
-    }
-}
-
 TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection)
 {
     for (bool const isLoss : {false, true}) {
