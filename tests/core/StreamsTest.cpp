@@ -77,5 +77,5 @@ TEST(Streams, YieldTheirMeasurements)
         EXPECT_EQ(play(writes, end), expected) << entry.path();
         ++count;
     }
-    EXPECT_EQ(count, 27);
+    EXPECT_EQ(count, 28);
 }

@@ -44,15 +44,6 @@ TEST(RecordGatherer, LosesNoRecordHoweverTheReadsFall)
     }
 }
 
-TEST(RecordGatherer, ForgetsAPauseWithTheNextBytes)
-{
-    Gathering gathering;
-    gathering.receive("+01", 1.5);
-    for (auto const* bytes : {"01a", "x+0202", "b+0303c"})
-        gathering.receive(bytes, 0.0);
-    EXPECT_EQ(gathering.read, (std::vector {10.1f, 20.2f, 30.3f}));
-}
-
 TEST(RecordGatherer, LimitsItsBuffer)
 {
     Gathering gathering;
