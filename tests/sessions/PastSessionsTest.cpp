@@ -122,12 +122,20 @@ TEST(PastSessions, OpenAsTheyStoodAfterFinishing)
         };
         desk.saving.answer = "/all.csv";
         auto const output = [&] {
+            std::string all;
+            for (auto const kind :
+                {ReportKind::List, ReportKind::Grid, ReportKind::Curves, ReportKind::Selected}) {
+                manager.measurementList.measurements().front()->isCounted.setValue(
+                    kind == ReportKind::Selected);
+                auto const report = makeReport(kind, manager);
+                report->paginate({}, Page());
+                for (auto const& line : Page(*report, 1).lines)
+                    all += line + '\n';
+            }
             manager.saveCsv();
-            auto all = desk.saving.written;
-            auto const report = makeReport(ReportKind::List, manager);
-            report->paginate({}, Page());
-            for (auto const& line : Page(*report, 1).lines)
-                all += line + '\n';
+            all += desk.saving.written;
+            manager.saveSelectedCsv();
+            all += desk.saving.written;
             return all;
         };
         measure("花子", 0.5f, 30.0);
