@@ -7,10 +7,10 @@
 #include <QCoreApplication>
 #include <QDir>
 
-#include <array>
+#include <filesystem>
 #include <fstream>
 #include <iostream>
-#include <numeric>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 // To be killed and refused by the fault runs.
@@ -23,6 +23,26 @@ namespace {
 void mark(char const* name)
 {
     [[maybe_unused]] auto const marked = access(name, F_OK);
+}
+
+// Where to keep what a power cut would leave.
+std::optional<std::filesystem::path> flushedFolder;
+
+int flush(int file, long call)
+{
+    namespace fs = std::filesystem;
+    auto const result = static_cast<int>(syscall(call, file));
+    if (!flushedFolder)
+        return result;
+    auto const path = fs::read_symlink("/proc/self/fd/" + std::to_string(file));
+    if (fs::is_regular_file(path))
+        fs::copy_file(path, *flushedFolder / path.filename(), fs::copy_options::overwrite_existing);
+    // What was deleted before a flush is gone after it.
+    for (auto const& kept : fs::directory_iterator(*flushedFolder)) {
+        if (!fs::exists(path.parent_path() / kept.path().filename()))
+            fs::remove(kept.path());
+    }
+    return result;
 }
 
 int save(std::string const& path, bool isReplacing)
@@ -63,24 +83,24 @@ int record(QDir const& folder)
     return isWhole ? messages : 100;
 }
 
-SessionId storePress(QtSessionStore& store, std::string const& name)
+bool storePress(QtSessionStore& store, std::string const& name, int number)
 {
-    std::vector<float> points(60);
-    std::iota(points.begin(), points.end(), 1.0f);
-    MeasurementPart const part {1, 60.0f, 30.0f, {}, true, 0, points};
-    return store.begin({Date(), name, 30.0f, 1.0f, false}, part).value_or(0);
+    std::vector<float> points;
+    for (int place = 1; place <= 60; ++place)
+        points.push_back(static_cast<float>(place));
+    MeasurementPart const part {number, 60.0f, 30.0f, {}, true, 0, points};
+    return number == 1 ? store.begin({Date(), name, 30.0f, 1.0f, false}, part).has_value()
+                       : store.write(1, part);
 }
 
-int finishMeasurements(QDir const& folder)
+int cut(QDir const& folder)
 {
+    folder.mkpath("flushed/data");
+    flushedFolder = folder.filePath("flushed/data").toStdString();
     QtSessionStore store(folder.filePath(storeFile));
-    auto const id = storePress(store, "花子");
     mark(faultsBegin);
-    for (int number = 2; number <= 4; ++number) {
-        bool const isStored
-            = store.write(id, {number, 20.0f, 30.0f, {}, true, 0, std::array {20.0f}});
-        std::cout << (isStored ? "\n" : "") << std::flush;
-    }
+    for (int number = 1; number <= 3 && storePress(store, "花子", number); ++number)
+        std::cout << "\n" << std::flush;
     mark(faultsEnd);
     return 0;
 }
@@ -99,11 +119,11 @@ void prepareStore(QDir const& folder, std::string const& backup)
 {
     QtSessionStore others(folder.filePath("others.db"));
     for (auto const* name : {"c", "d", "e"})
-        storePress(others, name);
+        storePress(others, name, 1);
     finish(*others.backUp(backup));
     QtSessionStore store(folder.filePath(storeFile));
     for (auto const* name : {"a", "b"})
-        storePress(store, name);
+        storePress(store, name, 1);
 }
 
 // As version 1 left it.
@@ -138,6 +158,17 @@ int change(QDir const& folder, std::string const& task)
 
 } // namespace
 
+// SQLite and Qt call these.
+extern "C" int fsync(int file)
+{
+    return flush(file, SYS_fsync);
+}
+
+extern "C" int fdatasync(int file)
+{
+    return flush(file, SYS_fdatasync);
+}
+
 int main(int argc, char** argv)
 {
     QCoreApplication const application(argc, argv);
@@ -145,8 +176,8 @@ int main(int argc, char** argv)
     QDir const folder(argv[argc - 1]);
     if (task == "record")
         return record(folder);
-    if (task == "finish")
-        return finishMeasurements(folder);
+    if (task == "cut")
+        return cut(folder);
     if (task != "create" && task != "replace")
         return change(folder, task);
     return save(folder.filePath(savedFile).toStdString(), task == "replace");
