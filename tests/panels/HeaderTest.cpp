@@ -1,8 +1,5 @@
-#include "panels/HeaderViewController.h"
-#include "support/Session.h"
-#include "support/Ui.h"
+#include "support/Desk.h"
 
-#include <QMenu>
 #include <QPushButton>
 
 #include <gtest/gtest.h>
@@ -11,35 +8,31 @@ using namespace tensio;
 
 TEST(Header, SavesAndPrintsBetweenSessionsAndShowsNameAndTime)
 {
-    Session session;
-    QWidget view;
-    session.clock.date += std::chrono::seconds(1);
-    QMenu menu;
-    HeaderViewController const header(session.manager, menu, view);
-    auto const& time = find<QLabel>(view, "dateTimeLabel");
-    EXPECT_EQ(time.text(), "2024/03/05 14:07:10") << "before any tick";
-    session.clock.date -= std::chrono::hours(5);
-    session.runLoop.advance(Seconds(1.0));
-    EXPECT_EQ(time.text(), "2024/03/05 09:07:10");
-    session.manager.username.setValue("山田 花子");
-    EXPECT_EQ(textOf(view, "nameLabel"), "山田 花子");
+    Desk desk;
+    EXPECT_EQ(desk.text("dateTimeLabel"), "2024/03/05 14:07:09") << "before any tick";
+    desk.clock.date -= std::chrono::hours(5);
+    desk.runLoop.advance(Seconds(1.0));
+    EXPECT_EQ(desk.text("dateTimeLabel"), "2024/03/05 09:07:09");
+    desk.manager.username.setValue("山田 花子");
+    EXPECT_EQ(desk.text("nameLabel"), "山田 花子");
 
     auto const expectEnabled = [&](bool isEnabled, QString const& reason) {
         for (auto const* name : {"saveButton", "screenSaveButton", "printButton"}) {
-            EXPECT_EQ(find(view, name).isEnabled(), isEnabled) << name;
-            EXPECT_EQ(find(view, name).toolTip(), reason);
+            EXPECT_EQ(find(desk.window, name).isEnabled(), isEnabled) << name;
+            EXPECT_EQ(find(desk.window, name).toolTip(), reason);
         }
     };
     for (bool const hasPressed : {false, true}) {
         expectEnabled(false, "測定がまだありません");
-        session.connect();
-        session.receive(std::vector(hasPressed ? 1U : 0U, 20.0));
+        desk.connect();
+        desk.receive(std::vector(hasPressed ? 1U : 0U, 20.0));
         expectEnabled(false, "測定中は使えません。先に「終了」を押してください");
-        session.finish();
+        desk.finish();
     }
     expectEnabled(true, QString());
-    EXPECT_EQ(find<QPushButton>(view, "printButton").menu(), &menu);
-    click(view, "saveButton");
-    click(view, "screenSaveButton");
-    EXPECT_EQ(session.saving.log.size(), 3U);
+    auto* const menu = find<QPushButton>(desk.window, "printButton").menu();
+    EXPECT_TRUE(desk.command("一覧を印刷").associatedObjects().contains(menu));
+    desk.click("saveButton");
+    desk.click("screenSaveButton");
+    EXPECT_EQ(desk.saving.log.size(), 3U);
 }

@@ -1,7 +1,6 @@
 #include "panels/HistorySlice.h"
-#include "panels/HistoryViewController.h"
-#include "support/Session.h"
-#include "support/Ui.h"
+#include "support/Desk.h"
+#include "support/PdfText.h"
 
 #include <QDesktopServices>
 #include <QFileDialog>
@@ -15,30 +14,24 @@ using namespace tensio;
 
 namespace {
 
-struct Strip {
-    Session session;
-    QWidget view;
-    int printed = 0;
-    StatusViewModel status {session.manager};
-    HistoryViewController controller {session.manager, status, view};
-
+// A running session with these presses.
+struct Strip : Desk {
     explicit Strip(std::vector<double> const& presses)
     {
-        QObject::connect(&controller, &HistoryViewController::willPrintCurve,
-            [this](auto const& measurement) { printed = measurement->number; });
-        session.connect();
+        saving.answer = "/folder/A&B";
+        connect();
         for (auto const pressure : presses)
-            session.press({pressure});
+            press({pressure});
     }
 
-    QList<HistorySlice*> tiles() const { return view.findChildren<HistorySlice*>(); }
+    QList<HistorySlice*> tiles() const { return window.findChildren<HistorySlice*>(); }
     // The page, with the tile that has the focus in brackets: "2[3]456".
     std::string page() const
     {
         std::string page;
         for (auto const* tile : tiles()) {
             auto const number = std::to_string(tile->measurement()->number);
-            page += tile == view.focusWidget() ? "[" + number + "]" : number;
+            page += tile == window.focusWidget() ? "[" + number + "]" : number;
         }
         return page;
     }
@@ -59,17 +52,20 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     };
     auto const averageAfter = [&](int pressed) {
         QTest::mousePress(tiles[pressed], Qt::LeftButton);
-        return textOf(strip.view, "averageLabel");
+        return strip.text("averageLabel");
     };
     EXPECT_EQ(averageAfter(0), "0.0");
     expectTile(0, "「終了」のあとに選べます", false);
     QContextMenuEvent rightClick(QContextMenuEvent::Mouse, {}, {});
     QApplication::sendEvent(tiles[3], &rightClick);
     EXPECT_EQ(tiles[3]->findChild<QMenu*>(), nullptr) << "reports wait for the end";
-    strip.session.finish();
+    strip.finish();
     QApplication::sendEvent(tiles[3], &rightClick);
     tiles[3]->findChild<QMenu*>()->actions().constFirst()->trigger();
-    EXPECT_EQ(strip.printed, 4);
+    auto& preview = *QApplication::activeModalWidget();
+    click(preview, "savePdfButton");
+    EXPECT_NE(pdfText(strip.saving.written).find("4回目"), std::string::npos);
+    preview.close();
     QTest::mousePress(tiles[0], Qt::RightButton);
     expectTile(0, QString(), false);
     EXPECT_EQ(averageAfter(0), "20.0");
@@ -81,81 +77,76 @@ TEST(History, SelectsUpToThreeBetweenSessionsOnly)
     expectTile(3, "選べるのは3つまでです", false);
     expectTile(0, QString(), true);
     QTest::keyClick(tiles[0], Qt::Key_Return);
-    EXPECT_EQ(textOf(strip.view, "averageLabel"), "35.2");
+    EXPECT_EQ(strip.text("averageLabel"), "35.2");
     EXPECT_EQ(averageAfter(3), "43.5");
-    strip.session.connect();
-    EXPECT_EQ(textOf(strip.view, "averageLabel"), "0.0");
+    strip.connect();
+    EXPECT_EQ(strip.text("averageLabel"), "0.0");
 }
 
 TEST(History, SaysTheStateTheNextStepAndTheCount)
 {
-    Session session;
-    QWidget view;
-    StatusViewModel status(session.manager);
-    HistoryViewController const strip(session.manager, status, view);
+    Desk desk;
     auto const expect = [&](char const* state, char const* hint, char const* count) {
-        EXPECT_EQ(status.state.value(), state);
-        EXPECT_EQ(textOf(view, "hintLabel"), hint);
-        EXPECT_EQ(textOf(view, "countLabel"), count);
+        EXPECT_EQ(desk.text("statusLabel"), state);
+        EXPECT_EQ(desk.text("hintLabel"), hint);
+        EXPECT_EQ(desk.text("countLabel"), count);
     };
     expect("待機中", "「開始」を押すと測定を始められます", "");
-    session.manager.connectAction.apply(Nothing {});
+    desk.manager.connectAction.apply(Nothing {});
     expect("接続中…", "測定器に接続しています…", "");
-    session.port->delegate->serialPortWasOpened();
+    desk.port->delegate->serialPortWasOpened();
     expect("測定待ち", "測定器から値が届くのを待っています", "");
-    session.receive({0.0});
+    desk.receive({0.0});
     expect("記録中", "値が途切れると、1回分として記録されます", "");
-    session.runLoop.advance(Seconds(2.5));
+    desk.runLoop.advance(Seconds(2.5));
     for (int press = 0; press < 3; ++press)
-        session.press({20.0});
+        desk.press({20.0});
     expect("測定待ち", "「終了」のあと、測定を3つまで選べます", "全3回中 1〜3");
     for (int press = 3; press < 12; ++press)
-        session.press({20.0});
-    session.receive({20.0});
-    session.finish();
+        desk.press({20.0});
+    desk.receive({20.0});
+    desk.finish();
     for (std::size_t selected = 0; selected < 3; ++selected) {
         expect("待機中", "履歴の測定をクリックすると、3つまで選べます",
             ("全13回中 9〜13　選択 " + std::to_string(selected) + "/3").c_str());
-        session.manager.measurementList.measurements()[selected]->isCounted.setValue(true);
+        desk.manager.measurementList.measurements()[selected]->isCounted.setValue(true);
     }
     expect("待機中", "3つ選びました。保存・印刷できます", "全13回中 9〜13　選択 3/3");
-    session.connect();
+    desk.connect();
     for (int press = 0; press < 101; ++press)
-        session.press({20.0});
+        desk.press({20.0});
     expect("測定待ち", "99回に達しました。これ以降は記録されません", "全99回中 95〜99");
 }
 
 TEST(History, TurnsThePageWhileTheFocusStaysWithItsMeasurement)
 {
     Strip strip({1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0});
-    strip.view.show();
     EXPECT_EQ(strip.page(), "34567");
     strip.tiles()[1]->setFocus();
     std::string pages;
     for (auto const key : {Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Left, Qt::Key_Right}) {
-        QTest::keyClick(strip.view.focusWidget(), key);
+        QTest::keyClick(strip.window.focusWidget(), key);
         QCoreApplication::processEvents();
         pages += strip.page() + " ";
     }
     EXPECT_EQ(pages, "[3]4567 [2]3456 [1]2345 [1]2345 1[2]345 ");
     for (int count = 0; count < 3; ++count)
-        click(strip.view, "forwardButton");
+        strip.click("forwardButton");
     EXPECT_EQ(strip.page(), "[3]4567") << "at the end where its own left the page";
-    click(strip.view, "backButton");
+    strip.click("backButton");
     EXPECT_EQ(strip.page(), "2[3]456");
-    strip.session.finish();
-    strip.session.saving.answer = "/folder/A&B";
-    strip.session.manager.saveCsvAction.apply(Nothing {});
-    EXPECT_TRUE(find(strip.view, "savedButton").text().endsWith(u"A&&B"));
-    EXPECT_TRUE(find(strip.view, "savedButton").isVisible());
-    EXPECT_FALSE(find<QLabel>(strip.view, "hintLabel").isVisible());
+    strip.finish();
+    strip.manager.saveCsvAction.apply(Nothing {});
+    EXPECT_TRUE(find(strip.window, "savedButton").text().endsWith(u"A&&B"));
+    EXPECT_TRUE(find(strip.window, "savedButton").isVisible());
+    EXPECT_FALSE(find<QLabel>(strip.window, "hintLabel").isVisible());
     QFileDialog fileManager;
     QSignalSpy const opened(&fileManager, &QFileDialog::urlSelected);
     QDesktopServices::setUrlHandler("file", &fileManager, "urlSelected");
-    click(strip.view, "savedButton");
+    strip.click("savedButton");
     QDesktopServices::unsetUrlHandler("file");
     EXPECT_EQ(opened.value(0).value(0).toUrl().path(), "/folder");
-    strip.session.connect();
+    strip.connect();
     EXPECT_EQ(strip.page(), "");
-    EXPECT_TRUE(find<QLabel>(strip.view, "hintLabel").isVisible());
+    EXPECT_TRUE(find<QLabel>(strip.window, "hintLabel").isVisible());
 }

@@ -1,8 +1,6 @@
 #include "controls/OrvMenuItemView.h"
 #include "controls/PopUpButton.h"
-#include "panels/InfoControlsViewController.h"
-#include "support/Session.h"
-#include "support/Ui.h"
+#include "support/Desk.h"
 #include "toolkit/ImageView.h"
 
 #include <QMenu>
@@ -15,18 +13,8 @@ using namespace tensio;
 
 namespace {
 
-struct Panel {
-    Session session;
-    QWidget window;
-    StatusViewModel status {session.manager};
-    InfoControlsViewController controller {
-        session.manager, status, session.runLoop, session.alerts, window};
-    std::vector<std::string>& messages {session.alerts.messages};
-
-    std::string text(char const* label) const { return textOf(window, label); }
-    void click(char const* button) const { tensio::click(window, button); }
-    bool isDialogOpen() const { return session.manager.isShowingPopup.value(); }
-
+struct Panel : Desk {
+    bool isDialogOpen() const { return manager.isShowingPopup.value(); }
     void expectState(bool isMeasuring) const
     {
         EXPECT_EQ(find(window, "startButton").isEnabled(), !isMeasuring);
@@ -45,29 +33,28 @@ struct Panel {
 TEST(InfoControls, ReadOutsShowOneDecimalTheFirstAtOnceThenTheNewestTwiceASecond)
 {
     Panel panel;
-    auto& manager = panel.session.manager;
     std::string shown;
     auto const receive = [&](float pressure, double pause) {
-        manager.currentPressure.setValue(pressure);
+        panel.manager.currentPressure.setValue(pressure);
         if (auto const text = " " + panel.text("currentPressureLabel"); !shown.ends_with(text))
             shown += text;
-        panel.session.runLoop.advance(Seconds(pause));
+        panel.runLoop.advance(Seconds(pause));
     };
     for (int reading = 1; reading <= 24; ++reading)
         receive(static_cast<float>(reading) + 0.06f, 0.05);
     EXPECT_EQ(shown, " 1.1 10.1 20.1");
-    panel.session.runLoop.advance(Seconds(5.0));
+    panel.runLoop.advance(Seconds(5.0));
     EXPECT_EQ(panel.text("currentPressureLabel"), "24.1");
     receive(99.96f, 0.0);
     EXPECT_TRUE(shown.ends_with("20.1 100.0"));
-    manager.maxPressure.setValue(50.0f);
+    panel.manager.maxPressure.setValue(50.0f);
     EXPECT_EQ(panel.text("maxPressureLabel"), "50.0");
 }
 
 TEST(InfoControls, ButtonsStepTheTargetAndThePercentageScalesIt)
 {
     Panel panel;
-    panel.session.manager.targetPressure.setValue(30.0f);
+    panel.manager.targetPressure.setValue(30.0f);
     for (auto const* button :
         {"targetPressureUpButton", "targetPressureUpButton", "targetPressureDownButton"})
         panel.click(button);
@@ -97,33 +84,33 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
     EXPECT_TRUE(panel.isDialogOpen()) << "nothing to discard";
     EXPECT_TRUE(find<QLabel>(panel.window, "percentNotice").isHidden());
     find<QWidget>(panel.window, "UserInfo").close();
-    panel.session.connect();
+    panel.connect();
     panel.expectState(true);
     EXPECT_EQ(panel.window.focusWidget()->objectName(), "percentPopup");
-    panel.session.press({10.0});
+    panel.press({10.0});
     find(panel.window, "finishButton").setFocus();
     panel.click("finishButton");
     panel.expectState(false);
     EXPECT_EQ(panel.window.focusWidget(), &find(panel.window, "startButton"));
     for (bool const isSure : {false, true}) {
-        panel.session.alerts.answer = isSure ? 0 : 1;
+        panel.alerts.answer = isSure ? 0 : 1;
         panel.click("startButton");
         EXPECT_EQ(panel.isDialogOpen(), isSure);
     }
-    EXPECT_EQ(panel.messages,
+    EXPECT_EQ(panel.alerts.messages,
         std::vector<std::string>(2, "前回の舌圧測定データが削除されます。\nよろしいでしょうか？"));
 }
 
 TEST(InfoControls, ReportsAFailedAndALostConnectionOnce)
 {
     Panel panel;
-    panel.session.alerts.whileOpen = [&] { panel.expectState(panel.messages.size() == 1); };
-    panel.session.ports.ports.clear();
-    panel.session.manager.connectAction.apply(Nothing {});
+    panel.alerts.whileOpen = [&] { panel.expectState(panel.alerts.messages.size() == 1); };
+    panel.ports.ports.clear();
+    panel.manager.connectAction.apply(Nothing {});
     panel.expectState(false);
-    panel.session.ports.ports.push_back(panel.session.port);
-    panel.session.connect();
-    panel.session.port->playLoss();
-    EXPECT_EQ(panel.messages,
+    panel.ports.ports.push_back(panel.port);
+    panel.connect();
+    panel.port->playLoss();
+    EXPECT_EQ(panel.alerts.messages,
         (std::vector<std::string> {"COMポートがオープンできません。", "切断されました。"}));
 }

@@ -1,9 +1,6 @@
-#include "panels/InfoControlsViewController.h"
 #include "panels/UserInfoWindow.h"
-#include "support/Session.h"
-#include "support/Ui.h"
+#include "support/Desk.h"
 
-#include <QApplication>
 #include <QClipboard>
 #include <QLineEdit>
 #include <QTest>
@@ -15,19 +12,12 @@ using namespace tensio;
 namespace {
 
 // The dialog as the control panel opens it.
-struct Dialog {
-    Session session;
-    QWidget mainWindow;
-    StatusViewModel status {session.manager};
-    InfoControlsViewController panel {
-        session.manager, status, session.runLoop, session.alerts, mainWindow};
-
+struct Dialog : Desk {
     Dialog() { click("segueButton"); }
 
-    QLineEdit& name() const { return find<QLineEdit>(mainWindow, "nameInput"); }
-    QLineEdit& pressure() const { return find<QLineEdit>(mainWindow, "pressureInput"); }
-    UserInfoWindow& window() const { return find<UserInfoWindow>(mainWindow); }
-    void click(char const* button) const { tensio::click(mainWindow, button); }
+    QLineEdit& name() const { return find<QLineEdit>(window, "nameInput"); }
+    QLineEdit& pressure() const { return find<QLineEdit>(window, "pressureInput"); }
+    UserInfoWindow& frame() const { return find<UserInfoWindow>(window); }
     void fill(std::string const& nameText, char const* pressureText) const
     {
         name().setText(QString::fromStdString(nameText));
@@ -37,8 +27,8 @@ struct Dialog {
     {
         return QString("%1|%2").arg(name().text(), pressure().text()).toStdString();
     }
-    bool isConnecting() const { return session.manager.connectAction.isExecuting(); }
-    bool isShowing() const { return session.manager.isShowingPopup.value(); }
+    bool isConnecting() const { return manager.connectAction.isExecuting(); }
+    bool isShowing() const { return manager.isShowingPopup.value(); }
 };
 
 } // namespace
@@ -46,7 +36,7 @@ struct Dialog {
 TEST(UserInfo, TypingReplacesTheLastNameAndEnterKeepsIt)
 {
     Dialog dialog;
-    auto& manager = dialog.session.manager;
+    auto& manager = dialog.manager;
     dialog.click("cancelButton");
     manager.username.setValue("山田 花子");
     manager.defaultTargetPressure.setValue(40.0f);
@@ -54,7 +44,7 @@ TEST(UserInfo, TypingReplacesTheLastNameAndEnterKeepsIt)
     QCoreApplication::processEvents();
     QTest::keyClicks(&dialog.name(), "Taro");
     EXPECT_EQ(dialog.entries(), "Taro|40.0");
-    QTest::keyClick(&dialog.window(), Qt::Key_Escape);
+    QTest::keyClick(&dialog.frame(), Qt::Key_Escape);
     EXPECT_FALSE(dialog.isShowing());
     dialog.click("segueButton");
     QTest::keyClick(&dialog.name(), Qt::Key_Return);
@@ -73,12 +63,12 @@ TEST(UserInfo, StepsStayWithinBoundsAndLeaveOtherTextsAlone)
         dialog.fill("", text);
         dialog.click(button);
         EXPECT_EQ(dialog.entries(), result);
-        EXPECT_EQ(dialog.window().focusWidget(), &dialog.pressure());
+        EXPECT_EQ(dialog.frame().focusWidget(), &dialog.pressure());
     }
     dialog.fill("", "30");
-    QApplication::setActiveWindow(&dialog.window());
+    QApplication::setActiveWindow(&dialog.frame());
     QTest::keyClick(&dialog.pressure(), Qt::Key_Up);
-    auto& button = find(dialog.window(), "decPressureButton");
+    auto& button = find(dialog.frame(), "decPressureButton");
     button.setFocus();
     QTest::keyClick(&button, Qt::Key_Up);
     EXPECT_EQ(dialog.entries(), "|30.2");
@@ -101,18 +91,18 @@ TEST(UserInfo, OkCorrectsOrFocusesTheFirstWrongEntry)
         Dialog dialog;
         dialog.fill(name, pressure);
         dialog.click("okButton");
-        EXPECT_EQ(textOf(dialog.window(), "pressureHint"), "10.0〜80.0 kPa");
+        EXPECT_EQ(textOf(dialog.frame(), "pressureHint"), "10.0〜80.0 kPa");
         EXPECT_EQ(dialog.entries(), after);
         EXPECT_EQ(dialog.isConnecting(), refused == ' ');
-        EXPECT_EQ(textOf(dialog.window(), "nameHint"),
+        EXPECT_EQ(textOf(dialog.frame(), "nameHint"),
             dialog.name().text().isEmpty() ? "氏名を入力してください（10文字まで）" : "10文字まで");
         for (auto* input : {&dialog.name(), &dialog.pressure()}) {
             bool const isRefused = input->objectName().startsWith(QLatin1Char(refused));
             EXPECT_EQ(input->property("refused").toBool(), isRefused);
-            EXPECT_TRUE(!isRefused || dialog.window().focusWidget() == input);
+            EXPECT_TRUE(!isRefused || dialog.frame().focusWidget() == input);
             input->setText("31");
             EXPECT_FALSE(input->property("refused").toBool());
-            EXPECT_EQ(textOf(dialog.window(), "nameHint"), "10文字まで");
+            EXPECT_EQ(textOf(dialog.frame(), "nameHint"), "10文字まで");
         }
     }
 }
@@ -123,20 +113,20 @@ TEST(UserInfo, StoresTheEntriesWhenThePortOpensWhileTheDialogIsOpen)
     for (auto const& [edited, target] : {std::pair {"42.5", 42.5f}, {"5", 10.0f}, {"12,5", 0.0f}}) {
         Dialog dialog;
         dialog.fill("山田", "40");
-        dialog.session.ports.ports.clear();
+        dialog.ports.ports.clear();
         dialog.click("okButton");
-        dialog.session.ports.ports.push_back(dialog.session.port);
+        dialog.ports.ports.push_back(dialog.port);
         EXPECT_TRUE(dialog.isShowing()) << "the connection has failed";
         dialog.click("okButton");
         QHideEvent minimised;
         QSpontaneKeyEvent::setSpontaneous(&minimised);
-        qApp->notify(&dialog.window(), &minimised);
+        qApp->notify(&dialog.frame(), &minimised);
         EXPECT_TRUE(dialog.isShowing());
         dialog.fill("花子", edited);
-        dialog.session.port->delegate->serialPortWasOpened();
+        dialog.port->delegate->serialPortWasOpened();
         EXPECT_FALSE(dialog.isShowing());
-        EXPECT_EQ(dialog.session.manager.username.value(), "花子");
-        EXPECT_EQ(dialog.session.manager.targetPressure.value(), target) << edited;
+        EXPECT_EQ(dialog.manager.username.value(), "花子");
+        EXPECT_EQ(dialog.manager.targetPressure.value(), target) << edited;
     }
 }
 

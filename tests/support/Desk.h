@@ -48,6 +48,8 @@ struct Desk
         QApplication::setActiveWindow(&window);
     }
 
+    std::string text(char const* label) const { return textOf(window, label); }
+    void click(char const* button) const { tensio::click(window, button); }
     void connect(float target = 30.0f) { Surroundings::connect(manager, target); }
     void finish() { manager.disconnectAction.apply(Nothing {}); }
 
