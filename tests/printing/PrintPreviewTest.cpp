@@ -1,24 +1,18 @@
-#include "printing/PrintPreview.h"
-
 #include "core/SavingMessages.h"
-#include "output/ListPrintView.h"
+#include "panels/HistorySlice.h"
 #include "printing/PageDrawing.h"
-#include "printing/PrintPanels.h"
 #include "printing/QtPrintPanels.h"
+#include "support/Desk.h"
 #include "support/PdfText.h"
 #include "support/Reports.h"
-#include "support/Session.h"
-#include "support/Ui.h"
 #include "toolkit/WindowSize.h"
 
-#include <QCoreApplication>
 #include <QDialog>
 #include <QEvent>
 #include <QFile>
 #include <QGraphicsView>
 #include <QPageRanges>
 #include <QPrintPreviewWidget>
-#include <QPrinter>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -27,45 +21,31 @@ using namespace tensio;
 
 namespace {
 
-// The user agrees at once, after doing this to the printer.
-class AgreeingPanels : public PrintPanels {
-public:
-    bool printers = true;
-    std::function<void(QPrinter&)> change;
-
-    bool hasPrinters() const override { return printers; }
-    void openPageSetup(QPrinter& printer, QWidget&, std::function<void()> agreed) override
+// The preview of a session of 70 measurements, once a command has opened it.
+struct Preview : Desk {
+    explicit Preview(bool isSimulated = false)
     {
-        change(printer);
-        agreed();
-    }
-    void openPrint(QPrinter& printer, int, QWidget& parent, std::function<void()> agreed) override
-    {
-        openPageSetup(printer, parent, std::move(agreed));
-    }
-};
-
-struct Preview {
-    Session session;
-    AgreeingPanels panels;
-    QPageLayout pageLayout {defaultPageLayout()};
-    QWidget parent;
-    PrintPreview& window {
-        *new PrintPreview({session.manager, panels, session.alerts, pageLayout}, parent)};
-
-    Preview()
-    {
+        port->isSimulator = isSimulated;
+        connect();
+        finish();
+        hasPrinter = true;
+        saving.answer = "/folder/file";
         for (auto const& measurement : finishedMeasurements(70))
-            session.manager.measurementList.add(measurement);
+            manager.measurementList.add(measurement);
     }
 
-    QAbstractButton& button(char const* name) const { return find(parent, name); }
-    void click(char const* name) const { tensio::click(parent, name); }
+    QWidget& dialog() const { return *QApplication::activeModalWidget(); }
+    QAbstractButton& button(char const* name) const { return find(dialog(), name); }
     // The preview paints when its events are due.
     std::string position() const
     {
         QCoreApplication::processEvents();
-        return textOf(parent, "positionLabel");
+        return textOf(dialog(), "positionLabel");
+    }
+    bool showsMessage(char const* text) const
+    {
+        auto const& message = find<QLabel>(dialog(), "messageLabel");
+        return message.isVisible() && message.text() == text;
     }
 };
 
@@ -74,39 +54,38 @@ struct Preview {
 TEST(PrintPreview, ShowsTheChosenReportPageByPage)
 {
     Preview preview;
-    preview.window.showReport(ReportKind::List);
+    preview.command("一覧を印刷").trigger();
     EXPECT_EQ(preview.position(), "1 / 2 ページ");
     EXPECT_FALSE(preview.button("selectedButton").isEnabled()) << "nothing is selected";
-    auto const& window = preview.window;
-    EXPECT_EQ(window.size().boundedTo(availableSize(window)), window.size());
-    EXPECT_EQ(window.size().expandedTo(window.minimumSizeHint()), window.size()) << "uncut";
+    auto const& dialog = preview.dialog();
+    EXPECT_EQ(dialog.size().boundedTo(availableSize(dialog)), dialog.size());
+    EXPECT_EQ(dialog.size().expandedTo(dialog.minimumSizeHint()), dialog.size()) << "uncut";
     for (auto const& [button, position] :
         {std::pair {"nextButton", "2 / 2 ページ"}, {"gridButton", "2 / 8 ページ"},
             {"previousButton", "1 / 8 ページ"}, {"listButton", "1 / 2 ページ"}}) {
-        preview.click(button);
+        preview.button(button).click();
         EXPECT_EQ(preview.position(), position);
     }
     EXPECT_EQ(preview.button("nextButton").accessibleName(), "次のページ");
     auto const zoomAfter = [&](char const* button) {
-        preview.click(button);
-        return find<QLabel>(preview.parent, "zoomLabel").text().chopped(1).toInt();
+        preview.button(button).click();
+        return find<QLabel>(dialog, "zoomLabel").text().chopped(1).toInt();
     };
     auto const page = zoomAfter("fitPageButton");
     auto const width = zoomAfter("fitWidthButton");
     EXPECT_LT(page, width);
     EXPECT_LT(width, zoomAfter("zoomInButton"));
     EXPECT_EQ(zoomAfter("zoomOutButton"), width);
-    preview.session.manager.measurementList.measurements()[3]->isCounted.setValue(true);
-    preview.window.showReport(ReportKind::Selected);
+    preview.button("closeButton").click();
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+    preview.manager.measurementList.measurements()[3]->isCounted.setValue(true);
+    preview.command("選択した測定を印刷").trigger();
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
-    EXPECT_TRUE(preview.button("selectedButton").isChecked());
-    auto& pages = find<QGraphicsView>(preview.parent);
+    auto& pages = find<QGraphicsView>(preview.dialog());
     auto const pictureOfOne = pages.grab().toImage();
-    preview.session.manager.measurementList.measurements()[4]->isCounted.setValue(true);
-    preview.click("selectedButton");
+    preview.manager.measurementList.measurements()[4]->isCounted.setValue(true);
+    preview.button("selectedButton").click();
     EXPECT_NE(pages.grab().toImage(), pictureOfOne);
-    preview.click("closeButton");
-    EXPECT_FALSE(window.isVisible());
 }
 
 TEST(PrintPreview, SavesAndPrintsTheChosenPagesOfWhatItShows)
@@ -114,41 +93,38 @@ TEST(PrintPreview, SavesAndPrintsTheChosenPagesOfWhatItShows)
     QTemporaryDir folder;
     auto const file = folder.filePath("printed.pdf");
     Preview preview;
-    preview.panels.change = [&](QPrinter& printer) {
+    preview.changePrinter = [&](QPrinter& printer) {
         EXPECT_EQ(printer.docName(), "舌圧測定結果");
         printer.setOutputFileName(file);
         printer.setPageRanges(QPageRanges::fromString("8"));
     };
-    preview.session.saving.answer = "/folder/file";
-    preview.window.showReport(ReportKind::List);
-    preview.click("gridButton");
-    preview.click("savePdfButton");
-    EXPECT_NE(preview.session.saving.written.find("GridPrintView"), std::string::npos);
-    preview.click("printButton");
+    preview.command("一覧を印刷").trigger();
+    preview.button("gridButton").click();
+    preview.button("savePdfButton").click();
+    EXPECT_NE(pdfText(preview.saving.written).find("計測回数： 70回目"), std::string::npos);
+    preview.button("printButton").click();
     QFile printed(file);
     ASSERT_TRUE(printed.open(QIODevice::ReadOnly));
     auto const text = pdfText(printed.readAll().toStdString());
     EXPECT_NE(text.find("計測回数： 70回目"), std::string::npos) << text;
     EXPECT_EQ(text.find("計測回数： 63回目"), std::string::npos) << "page 7: " << text;
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(preview.parent.findChild<QDialog*>(), nullptr) << "the report is dropped";
+    EXPECT_EQ(preview.window.findChild<QDialog*>(), nullptr) << "the report is dropped";
 }
 
 TEST(PrintPreview, OffersNoChoiceBesideAReportOfItsOwn)
 {
-    Preview preview;
-    preview.panels.change = [&](QPrinter& printer) {
+    Preview preview(true);
+    preview.changePrinter = [&](QPrinter& printer) {
         EXPECT_EQ(printer.docName(), reportTitle(true));
         printer.setPageSize(QPageSize(QPageSize::A7));
     };
-    auto report = std::make_unique<ListPrintView>("", finishedMeasurements(1));
-    report->setSimulated(true);
-    preview.window.showReport(std::move(report), "経過");
+    Q_EMIT find<HistorySlice>(preview.window).willPrintCurve();
     EXPECT_EQ(preview.position(), "1 / 1 ページ");
+    EXPECT_EQ(preview.dialog().windowTitle(), "印刷プレビュー — 波形");
     EXPECT_FALSE(preview.button("listButton").isVisible());
-    auto const& message = find<QLabel>(preview.parent, "messageLabel");
-    EXPECT_TRUE(message.isVisible() && message.text() == simulatedMessage);
-    preview.click("printButton");
+    EXPECT_TRUE(preview.showsMessage(simulatedMessage));
+    preview.button("printButton").click();
 }
 
 TEST(QtPrintPanels, TellOfAgreementAlone)
@@ -168,29 +144,31 @@ TEST(QtPrintPanels, TellOfAgreementAlone)
 TEST(PrintPreview, SaysSoWhenThereIsNoPrinterOrNoRoomOnThePaper)
 {
     Preview preview;
-    auto const& messages = preview.session.alerts.messages;
-    preview.window.showReport(ReportKind::List);
-    preview.panels.printers = false;
-    preview.click("printButton");
+    auto const& messages = preview.alerts.messages;
+    preview.command("一覧を印刷").trigger();
+    preview.hasPrinter = false;
+    preview.button("printButton").click();
     EXPECT_NE(messages.at(0).find("プリンターがありません"), std::string::npos);
-    preview.panels.printers = true;
-    preview.panels.change = [](QPrinter& printer) {
+    preview.hasPrinter = true;
+    preview.changePrinter = [](QPrinter& printer) {
         printer.setPageSize(QPageSize(QPageSize::A7));
         printer.setPageRanges(QPageRanges::fromString("2"));
     };
-    preview.click("printButton");
-    EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A7) << "for PDF files, too";
+    preview.button("printButton").click();
+    EXPECT_EQ(messages.size(), 2U);
+    preview.command("一覧をPDF").trigger();
+    EXPECT_EQ(messages.size(), 3U) << "for PDF files, too";
     EXPECT_EQ(messages.back(), paperTooSmallMessage);
     preview.position();
-    auto const& message = find<QLabel>(preview.parent, "messageLabel");
-    EXPECT_TRUE(message.isVisible() && message.text() == paperTooSmallMessage);
-    EXPECT_FALSE(find<QPrintPreviewWidget>(preview.parent).isVisible()) << "pages of another paper";
+    EXPECT_TRUE(preview.showsMessage(paperTooSmallMessage));
+    EXPECT_FALSE(find<QPrintPreviewWidget>(preview.dialog()).isVisible()) << "of another paper";
     EXPECT_FALSE(preview.button("printButton").isEnabled());
     EXPECT_FALSE(preview.button("savePdfButton").isEnabled());
-    preview.panels.change
+    preview.changePrinter
         = [](QPrinter& printer) { printer.setPageSize(QPageSize(QPageSize::A4)); };
-    preview.click("pageSetupButton");
-    EXPECT_EQ(preview.pageLayout.pageSize().id(), QPageSize::A4);
+    preview.button("pageSetupButton").click();
     EXPECT_EQ(preview.position(), "1 / 2 ページ") << "not the page that was asked for";
-    EXPECT_FALSE(message.isVisible());
+    EXPECT_FALSE(find<QLabel>(preview.dialog(), "messageLabel").isVisible());
+    preview.button("savePdfButton").click();
+    EXPECT_FALSE(preview.saving.written.empty());
 }

@@ -1,6 +1,5 @@
 #include "printing/QtPdfRenderer.h"
 
-#include "output/GridPrintView.h"
 #include "output/ListPrintView.h"
 #include "printing/PageDrawing.h"
 #include "printing/QtPrintCanvas.h"
@@ -40,22 +39,6 @@ TEST(QtPdfRenderer, MakesFilesThatCanBeSearched)
         EXPECT_EQ(markedText.starts_with("模擬装置の値です"), top > 4.0);
         EXPECT_TRUE(markedText.ends_with(pageEnd)) << "in the larger margin: " << markedText;
     }
-}
-
-TEST(QtPdfRenderer, PaginatesForTheCurrentPaper)
-{
-    GridPrintView grid("山田", finishedMeasurements(10));
-    QPageLayout layout = defaultPageLayout();
-    QtPdfRenderer const renderer(layout);
-    auto const pages = [&] {
-        return QByteArray::fromStdString(renderer.render(grid).value_or("")).count("/Type /Page\n");
-    };
-    EXPECT_EQ(pages(), 2);
-    layout.setPageSize(QPageSize(QPageSize::A3), layout.minimumMargins());
-    EXPECT_EQ(pages(), 1);
-    layout.setPageSize(QPageSize(QPageSize::A8));
-    EXPECT_FALSE(renderer.hasRoomFor(grid));
-    EXPECT_FALSE(renderer.render(grid).has_value());
 }
 
 TEST(QtPrintCanvas, AlignsATextInItsCellAndCondensesALongOne)

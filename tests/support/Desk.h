@@ -34,6 +34,9 @@ struct Desk
     FilledSessionStore store;
     bool isSleepInhibited = false;
     std::vector<InspectedPort> inspected;
+    bool hasPrinter = false;
+    // The user agrees to every panel of printing, after doing this to the printer.
+    std::function<void(QPrinter&)> changePrinter = [](QPrinter&) {};
     Application application {{ports, *this, runLoop, clock, userDefaults, alerts, saving, saving,
         saving, *this, store, *this}};
     TensioManager& manager {application.tensioManager()};
@@ -71,13 +74,16 @@ struct Desk
     }
 
     std::vector<InspectedPort> inspect() override { return inspected; }
-    bool hasPrinters() const override { return false; }
+    bool hasPrinters() const override { return hasPrinter; }
     void openPageSetup(QPrinter& printer, QWidget&, std::function<void()> agreed) override
     {
-        printer.setPageSize(QPageSize(QPageSize::A3));
+        changePrinter(printer);
         agreed();
     }
-    void openPrint(QPrinter&, int, QWidget&, std::function<void()>) override { }
+    void openPrint(QPrinter& printer, int, QWidget& parent, std::function<void()> agreed) override
+    {
+        openPageSetup(printer, parent, std::move(agreed));
+    }
     void setInhibited(bool isInhibited) override { isSleepInhibited = isInhibited; }
 };
 
