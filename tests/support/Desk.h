@@ -43,8 +43,8 @@ struct Desk
     MainWindow& window {application.window()};
 
     explicit Desk(std::vector<std::string> const& storedNames = {},
-        std::map<std::string, float> settings = {})
-        : Surroundings(std::move(settings))
+        std::map<std::string, float> const& settings = {})
+        : Surroundings(settings)
         , store(storedNames)
     {
         window.show();

@@ -33,11 +33,6 @@ struct ManualClock : Clock {
 };
 
 struct MemoryUserDefaults : UserDefaults {
-    explicit MemoryUserDefaults(std::map<std::string, float> settings)
-        : stored(std::move(settings))
-    {
-    }
-
     std::map<std::string, float> stored;
     int synchronizations = 0;
 

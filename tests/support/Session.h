@@ -18,10 +18,10 @@ struct Surroundings {
     FakeAlerts alerts {runLoop};
     FakeSaving saving;
 
-    explicit Surroundings(std::map<std::string, float> settings = {})
-        : userDefaults(std::move(settings))
+    explicit Surroundings(std::map<std::string, float> const& settings = {})
     {
         ports.ports.push_back(port);
+        userDefaults.stored = settings;
     }
 
     void connect(TensioManager& manager, float target) const
@@ -51,14 +51,8 @@ struct Surroundings {
 // The session manager alone.
 struct Session : Surroundings {
     FakePdfRenderer pdfRenderer;
-    TensioManager manager;
-
-    explicit Session(std::map<std::string, float> settings = {})
-        : Surroundings(std::move(settings))
-        , manager(
-              ports, runLoop, clock, userDefaults, {pdfRenderer, saving, saving, saving, alerts})
-    {
-    }
+    TensioManager manager {
+        ports, runLoop, clock, userDefaults, {pdfRenderer, saving, saving, saving, alerts}};
 
     void connect(float target = 30.0f) { Surroundings::connect(manager, target); }
     void finish() { manager.disconnectAction.apply(Nothing {}); }
