@@ -19,13 +19,6 @@ namespace {
 
 constexpr QSize usualSize(524, 440);
 
-// In device pixels.
-QImage plain(QPixmap pixmap)
-{
-    pixmap.setDevicePixelRatio(1.0);
-    return pixmap.toImage().convertToFormat(QImage::Format_RGB32);
-}
-
 struct Graph {
     QWidget parent;
     QWidget markers {&parent};
@@ -46,23 +39,17 @@ struct Graph {
 
     Plotter& plotter() { return *view.plotter(); }
 
-    // What the repaints have left in the window.
+    // What the repaints have left in the window, in device pixels.
     QImage onScreen(QSize size)
     {
         view.resize(size);
         view.renderFrame();
         QCoreApplication::processEvents();
-        auto const window = parent.screen()->grabWindow(parent.winId());
+        auto window = parent.screen()->grabWindow(parent.winId()).toImage();
         auto const ratio = window.devicePixelRatio();
         QRectF const area(QPointF(view.pos()) * ratio, QSizeF(view.size()) * ratio);
-        return plain(window.copy(area.toRect()));
-    }
-
-    QImage frame(QSize size = usualSize)
-    {
-        view.resize(size);
-        view.renderFrame();
-        return plain(view.grab());
+        window.setDevicePixelRatio(1.0);
+        return window.copy(area.toRect()).convertToFormat(QImage::Format_RGB32);
     }
 };
 
@@ -81,7 +68,7 @@ QImage restroke(Graph& graph, QSize size)
     empty.view.targetPressure.setValue(graph.view.targetPressure.value());
     empty.view.maxPressure.setValue(graph.view.maxPressure.value());
     empty.view.targetColor.setValue(graph.view.targetColor.value());
-    auto picture = empty.frame(size);
+    auto picture = empty.onScreen(size);
     QImage sweeps(picture.size(), QImage::Format_ARGB32_Premultiplied);
     sweeps.fill(Qt::transparent);
     QPainter pen(&sweeps);
@@ -156,10 +143,10 @@ TEST(GraphView, SpreadsChangesOverFramesAndLooksExactlyLikeStrokingEverySweepEac
         EXPECT_EQ(graph.onScreen(size), restroke(graph, size)) << points;
         QSignalSpy const spread(&graph.view, &GraphView::needsFrame);
         graph.plotter().setUpperBoundPressure(60.0f);
-        auto const changing = graph.frame(size);
+        auto const changing = graph.onScreen(size);
         EXPECT_GT(spread.size(), 0) << points;
         graph.plotter().reset();
-        auto const empty = graph.frame(size);
+        auto const empty = graph.onScreen(size);
         EXPECT_EQ(empty, restroke(graph, size)) << "a reset in the middle of a change";
         EXPECT_GT(difference(changing, empty).width(), empty.width() / 2) << "the trace stays";
     }
@@ -171,7 +158,7 @@ TEST(GraphView, DrawsGridAndLinesWhereTheyBelong)
     graph.view.targetPressure.setValue(40.0f);
     graph.view.targetColor.setValue(QColor(0xe60012));
     graph.view.maxPressure.setValue(60.0f);
-    graph.frame();
+    graph.view.renderFrame();
     auto const picture = graph.view.grab().toImage();
     // Rows count from the top; the middle of the view is 40 of 80 kPa.
     EXPECT_EQ(colorAt(picture, 100, 219), QColor(0xe60012));
@@ -193,7 +180,7 @@ TEST(GraphView, PutsTheMarkersWhereTheirLinesAre)
     graph.plotter().addPressurePoint(NAN);
     graph.view.targetPressure.setValue(20.0f);
     graph.view.maxPressure.setValue(INFINITY);
-    graph.frame();
+    graph.view.renderFrame();
     // The container begins half a marker below the graph, so that the marker's middle is level.
     EXPECT_EQ(designFrame(graph.targetImage).center().y(), 462.0 - 110.0 - 11.0);
     EXPECT_LT(designFrame(graph.maxImage).bottom(), 0.0);
