@@ -89,21 +89,3 @@ TEST(TensioView, MarksSimulatedReadingsUntilTheNextConnection)
         EXPECT_EQ(desk.saving.isSimulated, isSimulated);
     }
 }
-
-TEST(TensioView, ShowsNothingOfTheLastSessionNorAHopeBehindTheAlertOfAFailedConnection)
-{
-    Desk desk;
-    auto& graph = find<QWidget>(desk.window, "graphView");
-    auto const empty = graph.grab().toImage();
-    desk.connect();
-    desk.press({20.0});
-    desk.finish();
-    desk.ports.ports.clear();
-    desk.alerts.whileOpen = [&] {
-        EXPECT_EQ(graph.grab().toImage(), empty);
-        EXPECT_EQ(textOf(desk.window, "statusLabel"), "未接続");
-        EXPECT_EQ(textOf(desk.window, "hintLabel"), "測定器に接続できませんでした");
-    };
-    desk.manager.connectAction.apply(Nothing {});
-    EXPECT_EQ(desk.alerts.messages.size(), 1U);
-}

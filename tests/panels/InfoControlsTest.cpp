@@ -14,7 +14,6 @@ using namespace tensio;
 namespace {
 
 struct Panel : Desk {
-    bool isDialogOpen() const { return manager.isShowingPopup.value(); }
     void expectState(bool isMeasuring) const
     {
         EXPECT_EQ(find(window, "startButton").isEnabled(), !isMeasuring);
@@ -81,7 +80,7 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
 {
     Panel panel;
     panel.click("startButton");
-    EXPECT_TRUE(panel.isDialogOpen()) << "nothing to discard";
+    EXPECT_TRUE(panel.manager.isShowingPopup.value()) << "nothing to discard";
     EXPECT_TRUE(find<QLabel>(panel.window, "percentNotice").isHidden());
     find<QWidget>(panel.window, "UserInfo").close();
     panel.connect();
@@ -95,19 +94,30 @@ TEST(InfoControls, StartAsksBeforeItDiscardsMeasurements)
     for (bool const isSure : {false, true}) {
         panel.alerts.answer = isSure ? 0 : 1;
         panel.click("startButton");
-        EXPECT_EQ(panel.isDialogOpen(), isSure);
+        EXPECT_EQ(panel.manager.isShowingPopup.value(), isSure);
     }
     EXPECT_EQ(panel.alerts.messages,
         std::vector<std::string>(2, "前回の舌圧測定データが削除されます。\nよろしいでしょうか？"));
 }
 
-TEST(InfoControls, ReportsAFailedAndALostConnectionOnce)
+TEST(InfoControls, ReportsAFailedConnectionBesideAnEmptyGraphAndALostOneOnce)
 {
     Panel panel;
-    panel.alerts.whileOpen = [&] { panel.expectState(panel.alerts.messages.size() == 1); };
+    auto& graph = find<QWidget>(panel.window, "graphView");
+    auto const empty = graph.grab().toImage();
+    panel.connect();
+    panel.press({20.0});
+    panel.finish();
     panel.ports.ports.clear();
+    panel.alerts.whileOpen = [&] {
+        EXPECT_EQ(graph.grab().toImage(), empty);
+        EXPECT_EQ(panel.text("statusLabel"), "未接続");
+        EXPECT_EQ(panel.text("hintLabel"), "測定器に接続できませんでした");
+        panel.expectState(true);
+    };
     panel.manager.connectAction.apply(Nothing {});
     panel.expectState(false);
+    panel.alerts.whileOpen = [&] { panel.expectState(false); };
     panel.ports.ports.push_back(panel.port);
     panel.connect();
     panel.port->playLoss();
