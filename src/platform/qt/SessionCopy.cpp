@@ -81,8 +81,12 @@ void SessionCopy::copyMeasurements(SessionId session, SessionId copy)
 
 QSqlQuery SessionCopy::query(QString const& statement, QVariantList const& values)
 {
-    auto query = m_database.query(statement, values);
-    note(query.isActive());
+    QSqlQuery query;
+    // What could not be written has ended the transaction: more would stay in the store.
+    if (canGoOn()) {
+        query = m_database.query(statement, values);
+        note(query.isActive());
+    }
     return query;
 }
 

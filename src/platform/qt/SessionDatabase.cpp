@@ -102,6 +102,7 @@ StoreProblem SessionDatabase::openFile()
         return problem;
     }
     m_fileNumber = fileNumber(m_path);
+    m_journalNumber = fileNumber(journalOf(m_path));
     rememberLastId();
     wipeMoved(m_path, {deleted});
     return isSalvaged ? DamagedSetAside : None;
@@ -128,7 +129,9 @@ StoreProblem SessionDatabase::openForWriting()
 StoreProblem SessionDatabase::openForReading()
 {
     bool const isReadable = connect(readOnlyUrl(m_path))
-        && number(u"PRAGMA user_version"_s) <= sessionTablesVersion && checkSessionTables(*this);
+        && number(u"PRAGMA user_version"_s).value_or(sessionTablesVersion + 1)
+            <= sessionTablesVersion
+        && checkSessionTables(*this);
     if (!isReadable)
         close();
     return isReadable ? StoreProblem::NotWritable : StoreProblem::NotOpened;
@@ -301,11 +304,13 @@ bool SessionDatabase::removeAll()
 
 bool SessionDatabase::reopenIfVanished()
 {
-    if (!isWritable() || fileNumber(m_path) == m_fileNumber)
+    bool const isEmpty = QFileInfo(m_path).size() == 0;
+    if (!isWritable() || (!isEmpty && fileNumber(m_path) == m_fileNumber))
         return false;
     close();
     // SQLite would put what is in it into the file that is there now.
-    QFile::remove(journalOf(m_path));
+    if (fileNumber(journalOf(m_path)) == m_journalNumber)
+        QFile::remove(journalOf(m_path));
     open();
     if (isOpen())
         m_problem = StoreProblem::Vanished;

@@ -92,6 +92,7 @@ private:
     int m_errorCode = 0;
     bool m_isAttached = false;
     quint64 m_fileNumber = 0;
+    quint64 m_journalNumber = 0;
     SessionId m_lastId = 0;
 };
 

@@ -95,10 +95,9 @@ quint64 fileNumber(QString const& path)
 {
 #ifdef Q_OS_UNIX
     struct stat status { };
-    bool const isThere = stat(QFile::encodeName(path).constData(), &status) == 0;
-    return isThere && status.st_size > 0 ? status.st_ino : 0;
+    return stat(QFile::encodeName(path).constData(), &status) == 0 ? status.st_ino : 0;
 #else
-    return QFileInfo(path).size() > 0 ? 1 : 0;
+    return QFileInfo::exists(path) ? 1 : 0;
 #endif
 }
 

@@ -30,7 +30,7 @@ bool flushFile(QString const& path);
 // In one step.
 bool replaceFile(QString const& from, QString const& to);
 
-// Another one, or 0, once the file was replaced, emptied or deleted.
+// 0 when there is no file; another one once it was replaced, but not on Windows.
 quint64 fileNumber(QString const& path);
 
 } // namespace tensio

@@ -6,8 +6,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 
 using namespace tensio;
 
@@ -293,4 +295,30 @@ TEST(QtSessionStore, CopiesItsSessionsToABackupAndBackAndListsTheNewestStartFirs
     }
     EXPECT_EQ(restored.unsavedSession().value().id, 1);
     EXPECT_TRUE(restored.markSaved(1));
+}
+
+TEST(QtSessionStore, KeepsNothingOfARestoreThatTheDiskRefusesInTheMiddle)
+{
+    Place const from;
+    auto const backup = from.folder.filePath("backup").toStdString();
+    // More than SQLite keeps in memory.
+    std::vector const points(300'000, 30.0f);
+    QtSessionStore other(from.path);
+    auto const another = other.begin({{}, "花子"}, {1, 30.0f, 20.0f, {}, true, 0, points});
+    EXPECT_TRUE(other.write(*another, {2, 30.0f, 20.0f, {}, true, 0, points}));
+    EXPECT_EQ(finish(other.backUp(backup)), TransferState::Done);
+    Place const place;
+    QtSessionStore store(place.path);
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit size {};
+    getrlimit(RLIMIT_FSIZE, &size);
+    auto const before = std::exchange(size.rlim_cur, 1'000'000);
+    setrlimit(RLIMIT_FSIZE, &size);
+    auto const end = finish(store.restore(backup));
+    size.rlim_cur = before;
+    setrlimit(RLIMIT_FSIZE, &size);
+    EXPECT_EQ(end, TransferState::NotWritable);
+    auto const id = store.begin({{}, "太郎"}, {1, 9.0f, 20.0f, {}, true, 0, std::vector {9.0f}});
+    auto const stored = store.load(*id, StoredPoints::Loaded).value();
+    EXPECT_EQ(stored.measurements.size(), 1U) << "none of another person";
 }
