@@ -26,5 +26,6 @@ TEST(Csv, PutsEveryMeasurementInABlockOfItsOwn)
     EXPECT_NE(
         csvFile("", "").buildSelected({measurements[0]}, 10.0f, 10.0f, 10.0f).find("①\t10.0\tmax"),
         std::string::npos);
+    EXPECT_NE(csvFile("", "").build({measurements[1]}).find("2回目"), std::string::npos);
     EXPECT_EQ(csvFile("", "").build({}), "氏名\t\r\n測定日時\t\r\n\r\n\r\n\r\n\r\n\r\n");
 }

@@ -45,6 +45,7 @@ TEST(Guide, EveryLinkAndPictureIsThere)
 TEST(Guide, ButtonsTurnToItsPagesAndBack)
 {
     HelpWindow help;
+    EXPECT_FALSE(help.testAttribute(Qt::WA_QuitOnClose)) << "the program ends without it";
     help.show();
     auto const& view = *help.findChild<GuideView*>();
     auto const buttons = help.findChildren<QPushButton*>();

@@ -133,6 +133,11 @@ TEST(CoursePrintView, PlotsAndListsAllSessionsOverPages)
         "2026年04月01日 10:30 0回 — — 30.0 kPa 2026年04月01日 11:00 3回 25.0 kPa inf kPa 30.0 kPa "
         "2026年04月01日 11:01 1回 26.0 kPa 26.0 kPa 30.0 kPa ");
 
+    CoursePrintView twoDays(
+        {"", false, {{at("2026-04-01 10:00:00"), 1}, {at("2026-05-02 10:00:00"), 1}}});
+    twoDays.paginate({}, Page());
+    EXPECT_EQ(found(twoDays, 1, "(2026.*〜.*)　"), "2026年04月01日 〜 2026年05月02日 ");
+
     constexpr PrintInfo landscape {842, 595};
     std::tuple<int, PrintInfo, int> const rows[] {{24, {}, 1}, {25, {}, 2}, {66, {}, 2},
         {67, {}, 3}, {13, landscape, 1}, {14, landscape, 2}, {1, {300, 842}, 0},

@@ -112,7 +112,9 @@ TEST(History, SaysTheStateTheNextStepAndTheCount)
         desk.manager.measurementList.measurements()[selected]->isCounted.setValue(true);
     }
     expect("待機中", "3つ選びました。保存・印刷できます", "全13回中 9〜13　選択 3/3");
-    desk.connect();
+    desk.manager.connectAction.apply(Nothing {});
+    expect("接続中…", "測定器に接続しています…", "");
+    desk.port->delegate->serialPortWasOpened();
     for (int press = 0; press < 101; ++press)
         desk.press({20.0});
     expect("測定待ち", "99回に達しました。これ以降は記録されません", "全99回中 95〜99");

@@ -128,6 +128,7 @@ TEST(SessionList, IsOfAPeriodLoadedInStepsAndSaysWhenDamageHidesSome)
     for (int page = 0; page < 2; ++page)
         QCoreApplication::sendPostedEvents();
     EXPECT_TRUE(find<QLabel>(window, "damageLabel").isVisible());
+    EXPECT_TRUE(desk.rows.currentIndex().row() == 0 && desk.rows.model()->rowCount() == 1001);
     find<QDateEdit>(window, "fromInput").setDate({2024, 3, 1});
     find<QDateEdit>(window, "toInput").setDate({2024, 2, 29});
     auto& period = find<QComboBox>(window, "periodInput");
