@@ -105,10 +105,14 @@ std::string const& CsvBuilder::buildSelected(
 
 std::string const& CsvBuilder::buildCourse(Course const& course)
 {
-    if (course.isSimulated)
-        appendLine({simulatedMessage + m_newline});
-    if (!course.isComplete)
-        appendLine({courseIncompleteMessage + m_newline});
+    if (course.isSimulated) {
+        appendLine({simulatedMessage});
+        appendLine({});
+    }
+    if (!course.isComplete) {
+        appendLine({courseIncompleteMessage});
+        appendLine({});
+    }
     appendLine({"測定日時", "回数", "最大圧（kPa）", "平均（kPa）", "目標圧（kPa）"});
     for (auto const& entry : course.entries) {
         auto const measured = [&](float pressure) {
