@@ -91,3 +91,25 @@ TEST(TensioManager, StepsOfTheTargetStayOnTheGridThatTheUserSees)
             << base << " × " << percent << " + " << step;
     }
 }
+
+TEST(TensioManager, OpensTheFirstPortOfTheDeviceWithItsSettings)
+{
+    Session session;
+    session.connect();
+    std::string failure;
+    auto const failing = session.manager.connectAction.observe([&](auto const& event) {
+        failure = std::get<FailedEvent<ErrorRef>>(event).error->localizedDescription();
+    });
+    session.port->delegate->serialPortDidEncounterError(std::make_shared<Error>("os", 2, "故障"));
+    EXPECT_EQ(failure, "故障");
+    session.ports.ports.clear();
+    for (auto const* name : {"cu.slab_usbtouart", "tty.SLAB_USBtoUART42", "SLAB_USBtoUART"})
+        session.ports.ports.push_back(std::make_shared<FakeSerialPort>(name));
+    session.manager.connectAction.apply(Nothing {});
+    EXPECT_EQ(session.port->delegate, nullptr) << "left by a failed attempt";
+    std::vector<std::vector<std::string>> calls;
+    for (auto const& port : session.ports.ports)
+        calls.push_back(dynamic_cast<FakeSerialPort&>(*port).calls);
+    EXPECT_EQ(
+        calls, (decltype(calls) {{}, {"baud rate 19200", "no parity", "stop bits 1", "open"}, {}}));
+}

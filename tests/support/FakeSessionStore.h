@@ -12,7 +12,6 @@ namespace tensio {
 struct FakeSessionStore : SessionStore {
     std::map<SessionId, StoredSession> stored;
     std::vector<SessionId> dismissed;
-    std::size_t finishedMeasurements = 0;
     std::size_t longestPart = 0;
     int checkpoints = 0;
     bool isComplete = true;
@@ -49,10 +48,9 @@ struct FakeSessionStore : SessionStore {
         summary.best = std::max(summary.best, part.best);
         measurements.resize(static_cast<std::size_t>(summary.count));
         auto& measurement = measurements.at(static_cast<std::size_t>(part.number) - 1);
-        auto points = std::move(measurement.points);
+        auto& points = measurement.points;
         points.insert(points.end(), part.points.begin(), part.points.end());
         measurement = {part.number, part.best, part.target, part.timeStamp, std::move(points)};
-        finishedMeasurements += part.isFinished ? 1 : 0;
         longestPart = std::max(longestPart, part.points.size());
         return true;
     }
@@ -128,8 +126,6 @@ private:
             : store(of)
         {
         }
-        Transfer(Transfer const&) = delete;
-        Transfer& operator=(Transfer const&) = delete;
         ~Transfer() override { store.transferred.clear(); }
 
         TransferState step() override
