@@ -13,13 +13,12 @@ using Points = std::vector<float>;
 
 struct Recorded : Session {
     FakeSessionStore store;
-    std::optional<SessionArchive> archive {std::in_place, manager, store, runLoop, clock};
+    SessionArchive archive {manager, store, runLoop, clock};
 
-    void begin(std::string const& name, bool isSimulated = true)
+    void begin()
     {
-        port->isSimulator = isSimulated;
+        port->isSimulator = true;
         connect(40.0f);
-        manager.username.setValue(name);
         manager.targetPressurePercent.setValue(0.5f);
     }
     StoredMeasurement const& stored(std::size_t index)
@@ -33,7 +32,7 @@ struct Recorded : Session {
 TEST(SessionArchive, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
 {
     Recorded session;
-    session.begin("");
+    session.begin();
     session.press({0.0, -3.0});
     EXPECT_TRUE(session.store.stored.empty()) << "nothing above 0 is no measurement";
     session.receive({20.0, 35.0});
@@ -57,9 +56,6 @@ TEST(SessionArchive, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
     session.runLoop.advance(Seconds(1.0));
     EXPECT_EQ(session.stored(1).points.size(), 1304U);
     EXPECT_EQ(session.store.longestPart, 1200U) << "a write must stay short";
-    session.receive({14.0});
-    session.archive.reset();
-    EXPECT_EQ(session.stored(1).points.size(), 1305U) << "the program ends";
     EXPECT_TRUE(session.store.stored.at(1).summary.isSimulated);
 }
 
@@ -67,9 +63,9 @@ TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
 {
     Recorded session;
     std::vector<StoreProblem> problems;
-    auto const observing = session.archive->problem.observeChanges(
+    auto const observing = session.archive.problem.observeChanges(
         [&](auto problem) { problems.push_back(problem); });
-    session.begin("");
+    session.begin();
     session.store.reason = StoreProblem::NoSpace;
     session.store.refusals = 100;
     session.receive({10.0});
@@ -84,16 +80,21 @@ TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
     session.store.refusals = 100;
     session.finish();
     auto const end = std::exchange(session.clock.date, session.clock.date + std::chrono::hours(1));
+    EXPECT_FALSE(session.archive.open(1)) << "what is not stored yet would be lost";
     session.store.refusals = 0;
     session.runLoop.advance(Seconds(1.0));
     EXPECT_EQ(session.store.stored.at(1).end, end) << "it ended in a press";
     EXPECT_EQ(problems.size(), 4U);
     EXPECT_EQ(problems.back(), StoreProblem::None);
-    session.begin("");
+    session.begin();
     session.store.reason = StoreProblem::Vanished;
     session.store.refusals = 1;
     session.press({20.0});
     session.finish();
     EXPECT_TRUE(session.store.stored.contains(2)) << "the store has gone on";
-    EXPECT_EQ(session.archive->problem.value(), StoreProblem::Vanished) << "to be read";
+    EXPECT_EQ(session.archive.problem.value(), StoreProblem::Vanished) << "to be read";
+    session.store.refusals = 3;
+    EXPECT_TRUE(session.archive.open(1) && session.archive.open(2));
+    session.runLoop.advance(Seconds(2.0));
+    EXPECT_EQ(session.store.dismissed, (std::vector<SessionId> {1, 2}));
 }

@@ -60,7 +60,6 @@ std::string play(std::vector<TimedBytes> const& writes, std::string const& end)
 
 TEST(Streams, YieldTheirMeasurements)
 {
-    int count = 0;
     for (auto const& entry : std::filesystem::directory_iterator(TENSIO_STREAMS)) {
         std::ifstream file(entry.path());
         auto const writes = readRecordedStream(file);
@@ -75,7 +74,5 @@ TEST(Streams, YieldTheirMeasurements)
                 end = line.substr(3);
         }
         EXPECT_EQ(play(writes, end), expected) << entry.path();
-        ++count;
     }
-    EXPECT_EQ(count, 28);
 }
