@@ -2,6 +2,7 @@
 
 #include "platform/qt/MainQueue.h"
 #include "platform/qt/QtScreen.h"
+#include "support/FullDisk.h"
 #include "support/UnprivilegedUser.h"
 
 #include <QApplication>
@@ -19,25 +20,11 @@
 #include <QTimer>
 #include <QWidget>
 
-#include <csignal>
 #include <fstream>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 using namespace tensio;
-
-namespace {
-
-// A disk that is full once a file has grown to the size.
-void limitFileSize(rlim_t bytes)
-{
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit const limit {bytes, RLIM_INFINITY};
-    setrlimit(RLIMIT_FSIZE, &limit);
-}
-
-} // namespace
 
 TEST(QtFileWriter, LeavesTheOldFileAndNothingElseWhereItCannotWriteTheNewOne)
 {

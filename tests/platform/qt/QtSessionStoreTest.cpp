@@ -1,15 +1,14 @@
 #include "platform/qt/QtSessionStore.h"
 
 #include "platform/qt/QtSaving.h"
+#include "support/FullDisk.h"
 
 #include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <csignal>
 #include <filesystem>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 using namespace tensio;
 
@@ -249,12 +248,11 @@ TEST(QtSessionStore, GoesOnInAnotherFileWhenItsOwnHasVanished)
 TEST(QtSessionStore, MovesItsLogIntoTheFileOnlyWhenToldAndLeavesNothingBehind)
 {
     Place const place;
-    auto const id = place.addSession("花子");
+    place.addSession("花子");
     QtSessionStore store(place.path);
     auto const size = QFile(place.path).size();
-    std::vector const points(20, 30.0f);
     for (std::size_t part = 0; part < 800; ++part)
-        EXPECT_TRUE(store.write(id, {3, 30.0f, 20.0f, {}, false, part * 20, points}));
+        EXPECT_TRUE(store.write(1, {3, 3.0f, 2.0f, {}, false, part * 20, std::vector(20, 3.0f)}));
     EXPECT_EQ(QFile(place.path).size(), size);
     EXPECT_TRUE(store.checkpoint());
     EXPECT_GT(QFile(place.path).size(), size);
@@ -321,16 +319,11 @@ TEST(QtSessionStore, KeepsNothingOfARestoreThatTheDiskRefusesInTheMiddle)
     EXPECT_EQ(finish(other.backUp(backup)), TransferState::Done);
     Place const place;
     QtSessionStore store(place.path);
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit size {};
-    getrlimit(RLIMIT_FSIZE, &size);
-    auto const before = std::exchange(size.rlim_cur, 1'000'000);
-    setrlimit(RLIMIT_FSIZE, &size);
+    limitFileSize(1'000'000);
     auto const end = finish(store.restore(backup));
-    size.rlim_cur = before;
-    setrlimit(RLIMIT_FSIZE, &size);
+    limitFileSize(RLIM_INFINITY);
     EXPECT_EQ(end, TransferState::NotWritable);
     auto const id = store.begin({{}, "太郎"}, {1, 9.0f, 20.0f, {}, true, 0, std::vector {9.0f}});
-    auto const stored = store.load(*id, StoredPoints::Loaded).value();
-    EXPECT_EQ(stored.measurements.size(), 1U) << "none of another person";
+    EXPECT_EQ(store.load(*id, StoredPoints::Loaded).value().measurements.size(), 1U)
+        << "none of another person";
 }
