@@ -12,7 +12,8 @@
 // Plays bytes through gathering, records and session in virtual time. The first byte is the set-up;
 // each write is a byte (three bits of pause, five of length) and as many bytes as the length says.
 
-extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size); // NOLINT(readability-identifier-naming)
+// NOLINTNEXTLINE(readability-identifier-naming): libFuzzer calls it.
+extern "C" int LLVMFuzzerTestOneInput(std::uint8_t const* data, std::size_t size);
 
 namespace tensio {
 
