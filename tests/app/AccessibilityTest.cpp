@@ -66,7 +66,8 @@ TEST(Accessibility, DescribesTheLiveAreaAndStepsWithTheArrowKeys)
     for (auto const& [label, name] : {std::pair {"currentPressureLabel", "現在の圧力 32.0 kPa"},
              {"targetPressureImage", "目標圧 30.0 kPa 達成"},
              {"maxPressureImage", "最大圧 35.0 kPa"}, {"statusLabel", "状態 記録中"},
-             {"percentPopup", "目標の割合 100%"}, {"statusImageView", "表示灯 点灯"},
+             {"gaugeView", "圧力ゲージ（kPa）"}, {"percentPopup", "目標の割合 100%"},
+             {"statusImageView", "表示灯 点灯"},
              {"hintLabel", "値が途切れると、1回分として記録されます"}})
         EXPECT_EQ(nameOf(find<QWidget>(desk.window, label)), name);
     for (auto const& [button, key] : {std::pair {"downButton", Qt::Key_Up},

@@ -2,7 +2,6 @@
 
 #include "core/TensioManager.h"
 #include "device-simulator/PressingStory.h"
-#include "support/FakeSerialPort.h"
 #include "support/Fakes.h"
 #include "support/ManualRunLoop.h"
 

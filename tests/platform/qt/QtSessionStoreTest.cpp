@@ -245,20 +245,6 @@ TEST(QtSessionStore, GoesOnInAnotherFileWhenItsOwnHasVanished)
     }
 }
 
-TEST(QtSessionStore, MovesItsLogIntoTheFileOnlyWhenToldAndLeavesNothingBehind)
-{
-    Place const place;
-    place.addSession("花子");
-    QtSessionStore store(place.path);
-    auto const size = QFile(place.path).size();
-    for (std::size_t part = 0; part < 800; ++part)
-        EXPECT_TRUE(store.write(1, {3, 3.0f, 2.0f, {}, false, part * 20, std::vector(20, 3.0f)}));
-    EXPECT_EQ(QFile(place.path).size(), size);
-    EXPECT_TRUE(store.checkpoint());
-    EXPECT_GT(QFile(place.path).size(), size);
-    EXPECT_LE(QFile(place.path + "-wal").size(), 4152) << "one page, which opened it again";
-}
-
 TEST(QtSessionStore, ReadsWhatItCannotWrite)
 {
     Place const place;
