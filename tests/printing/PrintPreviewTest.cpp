@@ -34,7 +34,7 @@ struct Preview : Desk {
             manager.measurementList.add(measurement);
     }
 
-    QWidget& dialog() const { return *QApplication::activeModalWidget(); }
+    QWidget& dialog() const { return find<PrintPreview>(window); }
     QAbstractButton& button(char const* name) const { return find(dialog(), name); }
     // The preview paints when its events are due.
     std::string position() const

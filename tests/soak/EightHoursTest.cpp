@@ -40,7 +40,7 @@ void passEightHours(double silenceSeconds, std::ptrdiff_t bytesPerReading)
         EXPECT_LE(liveBlocks - firstBlocks, 50) << "hour " << hour;
     }
     // Arrays grow by doubling; a sweep's place among the readings is 16 bytes in 600 readings.
-    EXPECT_LE(liveBytes - firstBytes, 8 * recordsPerHour * (2 * bytesPerReading + 1));
+    EXPECT_LE(liveBytes - firstBytes, (2 * bytesPerReading + 1) * 8 * recordsPerHour);
 }
 
 } // namespace

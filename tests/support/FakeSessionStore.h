@@ -118,7 +118,7 @@ struct FakeSessionStore : SessionStore {
     }
 
 private:
-    struct Transfer : SessionTransfer {
+    struct Transfer : SessionTransfer { // NOLINT(cppcoreguidelines-special-member-functions)
         FakeSessionStore& store;
         int steps = 0;
 

@@ -116,7 +116,7 @@ TEST(QtSerialPort, SetsTheLineAndDropsWhatCameBeforeTheOpeningOrWasNotDeliveredA
     line.port->setBaudRate(19200);
     line.write("+0999x");
     line.open();
-    line.pass(50);
+    Line::pass(50);
     // A pseudo-terminal has 8 bits and no parity, whatever is set.
     termios settings {};
     tcgetattr(line.watch.fd, &settings);
@@ -130,7 +130,7 @@ TEST(QtSerialPort, SetsTheLineAndDropsWhatCameBeforeTheOpeningOrWasNotDeliveredA
     hold.end();
     ASSERT_TRUE(line.hears(3));
     line.deliver("+0303c");
-    line.pass(50);
+    Line::pass(50);
     EXPECT_EQ(line.events, (Texts {"opened", "closed", "opened", "+0303c"}));
 }
 
@@ -141,16 +141,16 @@ TEST(QtSerialPort, ReportsALossOnceAfterAllBurstsThatArrivedEvenIfQtDoesNotNotic
         line.open();
         auto hold = line.queue.hold();
         line.deliver("+0101a+02");
-        line.pass(50); // longer than the silence that ends a burst
+        Line::pass(50); // longer than the silence that ends a burst
         line.deliver("+0303c+04");
         hold.end();
-        line.pass(50);
+        Line::pass(50);
         EXPECT_EQ(line.events.size(), 4U) << "still there";
         line.isHangUpNoticed = isNoticed;
         line.reads = 0;
         line.terminal.reset();
         ASSERT_TRUE(line.hears(7));
-        line.pass(50);
+        Line::pass(50);
         EXPECT_EQ(
             line.events, (Texts {"opened", "+0101a", "+02", "+0303c", "+04", "removed", "closed"}));
         EXPECT_LE(line.reads, 2);

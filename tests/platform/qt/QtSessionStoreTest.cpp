@@ -191,8 +191,8 @@ TEST(QtSessionStore, KeepsSessionsReadableWhenAWriteMeetsDamage)
     place.run({"UPDATE session SET count = 2147483647 WHERE id = 1",
         "DELETE FROM points WHERE session = 2 AND number = 2",
         "CREATE INDEX names ON session (name)", "PRAGMA writable_schema = ON",
-        "UPDATE sqlite_schema SET rootpage = (SELECT rootpage FROM sqlite_schema WHERE name = "
-        "'session') WHERE name = 'names'"});
+        ("UPDATE sqlite_schema SET rootpage = (SELECT rootpage FROM sqlite_schema WHERE name = "
+         "'session') WHERE name = 'names'")});
     {
         QtSessionStore store(place.path);
         EXPECT_FALSE(store.begin({}, {}));
