@@ -1,4 +1,3 @@
-#include "core/DateText.h"
 #include "output/Reports.h"
 #include "sessions/PastSessionsWindow.h"
 #include "sessions/SessionNotices.h"
@@ -23,7 +22,7 @@ TEST(PastSessions, ALineOffersTheUnsavedOneAndTheListAll)
     desk.store.stored.at(2).isComplete = false;
     auto const& line = find<QWidget>(desk.window, "unsavedSessionView");
     EXPECT_TRUE(line.isVisible());
-    EXPECT_EQ(textOf(desk.window, "unsavedDetailLabel"), "花子　" + dateAndMinute({}) + "　1回");
+    EXPECT_EQ(textOf(desk.window, "unsavedDetailLabel"), "花子　2024/03/05 14:07　1回");
     EXPECT_FALSE(find<QLabel>(desk.window, "unsavedSimulatedLabel").isVisible());
     click(desk.window, "openUnsavedButton");
     EXPECT_TRUE(desk.window.windowTitle().contains(u"花子"));

@@ -21,7 +21,8 @@ struct FilledSessionStore : FakeSessionStore {
     explicit FilledSessionStore(std::vector<std::string> const& names)
     {
         for (auto const& name : names)
-            begin({{}, name, 30.0f, 1.0f, stored.empty()}, {1, 20.0f, 30.0f, {}, true, 0, {}});
+            begin({ManualClock().date, name, 30.0f, 1.0f, stored.empty()},
+                {1, 20.0f, 30.0f, ManualClock().date, true, 0, {}});
     }
 };
 

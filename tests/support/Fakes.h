@@ -95,12 +95,14 @@ struct FakeAlerts : Alerts {
     {
     }
     std::vector<std::string> messages;
+    AlertStyle style {};
     std::size_t answer = 0;
     std::function<void()> whileOpen;
 
     std::size_t runModal(
-        AlertStyle, std::string const& message, std::vector<std::string> const&) override
+        AlertStyle newStyle, std::string const& message, std::vector<std::string> const&) override
     {
+        style = newStyle;
         messages.push_back(message);
         m_runLoop.willPause.observer.sendValue({});
         if (whileOpen)
