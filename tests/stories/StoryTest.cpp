@@ -4,6 +4,7 @@
 
 #include <QFileDialog>
 #include <QMenu>
+#include <QPrintPreviewWidget>
 #include <QStringDecoder>
 #include <QTreeView>
 
@@ -157,11 +158,13 @@ private:
         auto const file = QString::fromStdString((folder / name.toStdString()).string() + ".png");
         if (isAccepting)
             picture.save(file);
-        // At other ratios all sizes are rounded otherwise, and each Qt draws letters a little
-        // differently.
+        // At other ratios all sizes are rounded otherwise. Each Qt draws letters a little
+        // differently, and puts the page of a preview elsewhere.
         QImage const kept(file);
-        int const tolerance = kept.text("Qt") == qVersion() ? 4 : 40;
-        EXPECT_TRUE(window().devicePixelRatio() != 1.0 || farDifference(picture, kept) <= tolerance)
+        bool const isSameQt = kept.text("Qt") == qVersion();
+        bool const isKept = window().devicePixelRatio() == 1.0
+            && (isSameQt || !window().findChild<QPrintPreviewWidget*>());
+        EXPECT_TRUE(!isKept || farDifference(picture, kept) <= (isSameQt ? 4 : 16))
             << name.toStdString();
     }
 
