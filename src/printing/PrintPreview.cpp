@@ -202,7 +202,9 @@ void PrintPreview::showPosition()
     auto const position = u"%1 / %2 ページ"_s.arg(page).arg(count);
     m_ui->positionLabel->setText(position);
     setAccessibleDescriptionIfChanged(*m_pages, position);
-    enableButtonPair(*m_ui->previousButton, page > 1, *m_ui->nextButton, page < count);
+    bool const isDrawn = m_preview->isVisibleTo(this);
+    enableButtonPair(
+        *m_ui->previousButton, isDrawn && page > 1, *m_ui->nextButton, isDrawn && page < count);
     setLabelText(*m_ui->zoomLabel, u"%1%"_s.arg(qRound(m_preview->zoomFactor() * 100.0)));
 }
 
