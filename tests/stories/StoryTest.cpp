@@ -2,12 +2,17 @@
 #include "support/PdfText.h"
 #include "support/Sight.h"
 
+#include <QClipboard>
 #include <QFileDialog>
 #include <QMenu>
+#include <QPageRanges>
 #include <QPrintPreviewWidget>
 #include <QStringDecoder>
+#include <QTemporaryDir>
+#include <QTimer>
 #include <QTreeView>
 
+#include <array>
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>
@@ -57,21 +62,27 @@ public:
         told += "> " + line + u'\n';
         auto const name = line.section(u' ', 0, 0).toStdString();
         m_commands.at(name)(line.section(u' ', 1));
-        for (int turn = 0; turn < 10; ++turn)
-            QCoreApplication::processEvents();
+        processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QApplication::setActiveWindow(&window());
         tell();
     }
 
 private:
-    void start(QString const& names)
+    static void processEvents()
+    {
+        for (int turn = 0; turn < 10; ++turn)
+            QCoreApplication::processEvents();
+    }
+
+    void start(QString const& names, std::map<std::string, float> const& settings = {})
     {
         std::vector<std::string> all;
         for (auto const& name : names.split(u' ', Qt::SkipEmptyParts))
             all.push_back(name.toStdString());
         m_desk.reset();
-        auto& desk = m_desk.emplace(all);
+        QGuiApplication::clipboard()->clear();
+        auto& desk = m_desk.emplace(all, settings);
         desk.window.resize(1040, 692 + desk.window.menuBar()->height());
         desk.saving.answer = "/folder/file";
         desk.saving.picture = "picture";
@@ -84,7 +95,7 @@ private:
     {
         for (auto* window : {QApplication::activePopupWidget(), QApplication::activeModalWidget(),
                  QApplication::activeWindow()}) {
-            if (window)
+            if (window && window->isVisible())
                 return *window;
         }
         return m_desk->window;
@@ -96,13 +107,15 @@ private:
             return each.second->window() == &window() && each.first.section(u'/', -1) == name;
         });
         if (found == widgets.end())
-            throw std::invalid_argument("no " + name.toStdString());
+            throw std::invalid_argument((told.right(1000) + "no " + name).toStdString());
         return *found->second;
     }
     void press(QString const& text)
     {
         auto const key = QKeySequence(text)[0];
-        QTest::keyClick(QApplication::focusWidget(), key.key(), key.keyboardModifiers());
+        auto* const menu = QApplication::activePopupWidget();
+        QTest::keyClick(
+            menu ? menu : QApplication::focusWidget(), key.key(), key.keyboardModifiers());
     }
     void type(QString const& text)
     {
@@ -115,12 +128,45 @@ private:
         QContextMenuEvent event(QContextMenuEvent::Mouse, {}, {});
         QApplication::sendEvent(&part(name), &event);
     }
+    // Picture, button. Until its menu closes, the button does not return.
+    void openMenu(QString const& words)
+    {
+        QTimer::singleShot(0, qApp, [=, this] {
+            press("Down");
+            tell();
+            look({words.section(u' ', 0, 0)});
+            window().close();
+        });
+        QTest::mouseClick(&part(words.section(u' ', 1)), Qt::LeftButton);
+    }
     void choose(QString const& title)
     {
         auto const all = window().actions();
         (*std::ranges::find_if(all, [&](auto* item) {
             return item->text().startsWith(title);
         }))->trigger();
+    }
+    // "none", or the paper and the pages that the user asks for.
+    void setPrinter(QString const& text)
+    {
+        m_desk->hasPrinter = text != u"none";
+        m_desk->changePrinter = [=, this](QPrinter& printer) {
+            told += "panel of " + printer.docName() + u'\n';
+            printer.setOutputFileName(m_folder.filePath("printed"));
+            printer.setPageSize(QPageSize(text.startsWith("A7") ? QPageSize::A7 : QPageSize::A4));
+            if (auto const pages = text.section(u' ', 1); !pages.isEmpty())
+                printer.setPageRanges(QPageRanges::fromString(pages));
+        };
+    }
+    // Before the others: name, node, vendor, product, serial number, "other", "simulated", "open",
+    // obstacle.
+    void inspect(QStringList const& words)
+    {
+        std::array<std::string, 9> all;
+        std::ranges::transform(words, all.begin(), &QString::toStdString);
+        m_desk->inspected.insert(m_desk->inspected.begin(),
+            {all[0], all[1], all[2], all[3], all[4], !all[5].empty(), !all[6].empty(),
+                !all[7].empty(), all[8]});
     }
 
     void tell()
@@ -131,6 +177,10 @@ private:
             {"save panel", m_desk->saving.isSimulated ? "of simulated readings" : "usual"});
         for (auto const& [key, value] : m_desk->userDefaults.stored)
             sight.parts.push_back({QString::fromStdString(key), QString::number(value)});
+        if (auto const times = m_desk->userDefaults.synchronizations; times > 0)
+            sight.parts.push_back({"settings stored", QString::number(times)});
+        if (auto text = QGuiApplication::clipboard()->text(); !text.isEmpty())
+            sight.parts.push_back({"clipboard", text.replace(u'\n', u'⏎')});
         told += sight.changesSince(m_sight);
         m_sight = std::move(sight);
         for (auto const& call : std::exchange(m_desk->port->calls, {}))
@@ -140,22 +190,39 @@ private:
                 + QString::fromStdString(message).replace(u'\n', u'⏎') + u'\n';
         for (auto const& line : std::exchange(m_desk->saving.log, {}))
             told += QString::fromStdString(line) + u'\n';
+        if (QFile printed(m_folder.filePath("printed")); printed.open(QIODevice::ReadOnly)) {
+            told += "printed: " + QString::fromStdString(pdfText(printed.readAll().toStdString()))
+                + u'\n';
+            printed.remove();
+        }
         if (m_written == m_desk->saving.written)
             return;
         m_written = m_desk->saving.written;
         auto const bytes = QByteArray::fromStdString(m_written);
-        told += bytes.startsWith("%PDF") ? QString::fromStdString(pdfText(m_written))
-                                         : QStringDecoder(QStringDecoder::Utf16)(bytes);
+        if (bytes.startsWith("%PDF"))
+            told += QString::fromStdString(pdfText(m_written));
+        else
+            told += bytes.startsWith("\xff\xfe") ? QStringDecoder(QStringDecoder::Utf16)(bytes)
+                                                 : QString::fromUtf8(bytes);
         told += u'\n';
     }
 
-    void look(QString const& name)
+    // The window, or only the parts that are named after the picture.
+    void look(QStringList const& names)
     {
         QImage picture(window().size(), QImage::Format_RGB32);
+        // The guide reads a picture after it was to be drawn for the first time.
         window().render(&picture);
+        processEvents();
+        window().render(&picture);
+        QRect area;
+        for (auto const& each : names.mid(1))
+            area |= QRect(part(each).mapTo(&window(), QPoint()), part(each).size());
+        picture = picture.copy(area);
         picture = picture.scaled(picture.size() / 2, {}, Qt::SmoothTransformation);
         picture.setText("Qt", qVersion());
-        auto const file = QString::fromStdString((folder / name.toStdString()).string() + ".png");
+        auto const name = names[0].toStdString();
+        auto const file = QString::fromStdString((folder / name).string() + ".png");
         if (isAccepting)
             picture.save(file);
         // At other ratios all sizes are rounded otherwise. Each Qt draws letters a little
@@ -164,19 +231,21 @@ private:
         bool const isSameQt = kept.text("Qt") == qVersion();
         bool const isKept = window().devicePixelRatio() == 1.0
             && (isSameQt || !window().findChild<QPrintPreviewWidget*>());
-        EXPECT_TRUE(!isKept || farDifference(picture, kept) <= (isSameQt ? 4 : 16))
-            << name.toStdString();
+        EXPECT_TRUE(!isKept || farDifference(picture, kept) <= (isSameQt ? 4 : 16)) << name;
     }
 
+    QTemporaryDir const m_folder;
     std::optional<Desk> m_desk;
     Sight m_sight;
     std::string m_written;
     std::map<std::string, std::function<void(QString const&)>> const m_commands {
         {"start", [&](auto const& names) { start(names); }},
         {"everything", [&](auto const&) { m_sight.parts.clear(); }},
-        {"look", [&](auto const& name) { look(name); }},
+        {"restart", [&](auto const&) { start({}, std::map(m_desk->userDefaults.stored)); }},
+        {"look", [&](auto const& names) { look(names.split(u' ')); }},
         {"click", [&](auto const& name) { QTest::mouseClick(&part(name), Qt::LeftButton); }},
         {"clickRight", [&](auto const& name) { clickRight(name); }},
+        {"openMenu", [&](auto const& words) { openMenu(words); }},
         {"choose", [&](auto const& title) { choose(title); }},
         {"menu", [&](auto const& title) { m_desk->command(title.toUtf8()).trigger(); }},
         {"key", [&](auto const& text) { press(text); }},
@@ -208,6 +277,9 @@ private:
                 m_desk->port->isSimulator = kind == u"simulator";
                 m_desk->ports.ports = {m_desk->port};
             }},
+        {"printer", [&](auto const& text) { setPrinter(text); }},
+        {"port",
+            [&](auto const& text) { inspect(QString(text).replace(u'⏎', u'\n').split(u',')); }},
         {"wait", [&](auto const& text) { m_desk->runLoop.advance(Seconds(text.toDouble())); }},
         {"minutes",
             [&](auto const& text) { m_desk->clock.date += std::chrono::minutes(text.toInt()); }},

@@ -8,6 +8,9 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScrollBar>
+#include <QTextBlock>
+#include <QTextBrowser>
 
 #include <algorithm>
 
@@ -52,10 +55,10 @@ QString Sight::changesSince(Sight const& before) const
         return std::ranges::find(all, place, &Part::place);
     };
     QString text;
-    QString gone;
+    QString gone("none");
     for (auto const& [place, was] : before.parts) {
         // A window takes all of its parts along.
-        bool const isOfGone = !gone.isEmpty() && place.startsWith(gone);
+        bool const isOfGone = place.startsWith(gone);
         if (find(parts, place) == parts.end() && !isOfGone)
             text += "no " + (gone = place) + u'\n';
     }
@@ -83,6 +86,12 @@ void Sight::addWidget(QWidget& widget, QString const& place)
     for (auto const kind : {QAccessible::Name, QAccessible::Description, QAccessible::Value})
         words << spoken.text(kind).left(200);
     words << widget.toolTip();
+    if (auto const* text = qobject_cast<QTextBrowser*>(&widget)) {
+        // Qt lays out a long text bit by bit; this is the whole.
+        bool const isLong = text->document()->size().height() > text->viewport()->height();
+        if (isLong && text->verticalScrollBar()->value() > 0)
+            words << "from " + text->cursorForPosition({}).block().text();
+    }
     if (words.join(QString()).isEmpty() && widget.focusPolicy() == Qt::NoFocus)
         return addChildren(widget, place);
     auto const* button = qobject_cast<QPushButton*>(&widget);
@@ -120,12 +129,13 @@ void Sight::addChildren(QWidget const& widget, QString const& place)
 void Sight::addActions(QWidget const& widget, QString const& place)
 {
     for (auto const* action : widget.actions()) {
-        if (action->menu())
-            addActions(*action->menu(), place);
-        else if (!action->isSeparator() && action->isVisible() && m_actions.insert(action).second)
+        bool const isTold = action->isVisible() && !action->text().isEmpty();
+        if (isTold && m_actions.insert(action).second)
             add("» " + action->text(),
                 {action->shortcut().toString(), action->isEnabled() ? "" : "disabled",
                     action->isChecked() ? "checked" : ""});
+        if (action->menu())
+            addActions(*action->menu(), place);
     }
 }
 
