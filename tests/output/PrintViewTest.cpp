@@ -2,10 +2,8 @@
 #include "output/CurvesPrintView.h"
 #include "output/GridPrintView.h"
 #include "output/ListPrintView.h"
-#include "output/Reports.h"
 #include "support/Page.h"
 #include "support/Reports.h"
-#include "support/Session.h"
 
 #include <cmath>
 #include <gtest/gtest.h>
@@ -56,29 +54,6 @@ TEST(PrintViews, FillPagesWithoutGapsOrRepeatsAndRefuseAPaperThatHoldsNothing)
         // The sixth block, in the second row.
         EXPECT_TRUE(count < 9 || Page(grid, 1).lines.at(50) == "377.0 262.0 140.0 175.0 frame");
     }
-}
-
-TEST(GridPrintView, SumsUpASelection)
-{
-    Session session;
-    session.manager.username.setValue("山田");
-    for (auto const& measurement : finishedMeasurements(4)) {
-        session.manager.measurementList.add(measurement);
-        measurement->isCounted.setValue(measurement->number < 4);
-    }
-    auto const view = makeReport(ReportKind::Selected, session.manager);
-    ASSERT_EQ(view->paginate({}, Page()), 1);
-    EXPECT_EQ(found(*view, 1, " [|>] (.*)"),
-        "氏名：山田 測定日時：2024年 3月05日 14:09:09 測定データ ①   10.0 kPa ②   11.0 kPa "
-        "③   12.0 kPa 平均値: 11.0 kPa 最大値: 12.0 kPa 最小値: 10.0 kPa "
-        "＜ORV舌圧測定器での測定結果＞ ");
-
-    auto const pagesOfCurves
-        = [&] { return makeReport(ReportKind::Curves, session.manager)->paginate({}, Page()); };
-    EXPECT_EQ(pagesOfCurves(), 1) << "of the three selected";
-    for (auto const& measurement : session.manager.measurementList.counted())
-        measurement->isCounted.setValue(false);
-    EXPECT_EQ(pagesOfCurves(), 2) << "of all four";
 }
 
 TEST(CurvesPrintView, DrawsTheCurvesOfAPageOnOneScale)
