@@ -1,10 +1,8 @@
 #include "guide/GuideView.h"
 #include "guide/HelpWindow.h"
 
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QScrollBar>
-#include <QTest>
 #include <QTextBlock>
 
 #include <gtest/gtest.h>
@@ -42,36 +40,7 @@ TEST(Guide, EveryLinkAndPictureIsThere)
         EXPECT_TRUE(places.contains(link.toString())) << link.toString().toStdString();
 }
 
-TEST(Guide, ButtonsTurnToItsPagesAndBack)
+TEST(Guide, DoesNotKeepTheProgramFromEnding)
 {
-    HelpWindow help;
-    EXPECT_FALSE(help.testAttribute(Qt::WA_QuitOnClose)) << "the program ends without it";
-    help.show();
-    auto const& view = *help.findChild<GuideView*>();
-    auto const buttons = help.findChildren<QPushButton*>();
-    buttons.at(2)->click(); // 困ったとき
-    EXPECT_GT(view.verticalScrollBar()->value(), 0);
-    buttons.back()->click();
-    EXPECT_EQ(view.source().fileName(), "install.ja.md");
-    buttons.front()->click();
-    EXPECT_EQ(view.source().fileName(), "guide.ja.md");
-}
-
-TEST(Guide, PicturesComeIntoSightNoWiderThanTheView)
-{
-    GuideView view(nullptr);
-    view.resize(300, 2000);
-    view.setSource(QUrl("qrc:/help/guide.ja.md"));
-    view.show();
-    EXPECT_LE(view.document()->size().width(), view.viewport()->width() + 1);
-    // Only the pictures have green.
-    EXPECT_TRUE(QTest::qWaitFor([&] {
-        auto const page = view.grab().toImage();
-        int green = 0;
-        for (int at = 0; at < page.width() * page.height(); ++at) {
-            auto const pixel = page.pixel(at % page.width(), at / page.width());
-            green += qGreen(pixel) > qBlue(pixel) + 60;
-        }
-        return green > 0;
-    }));
+    EXPECT_FALSE(HelpWindow().testAttribute(Qt::WA_QuitOnClose));
 }
