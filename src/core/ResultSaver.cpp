@@ -90,7 +90,10 @@ void ResultSaver::saveViewAsPdf(PrintView& view)
         showError(paperTooSmallMessage);
         return;
     }
+    // Not always of what the window shows.
+    bool const before = m_services.savePanel.setSimulated(view.isSimulated());
     auto const path = m_services.savePanel.runModal("pdf");
+    m_services.savePanel.setSimulated(before);
     if (!path)
         return;
     auto const pdf = m_services.pdfRenderer.render(view);
