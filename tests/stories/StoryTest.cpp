@@ -80,14 +80,15 @@ private:
         std::vector<std::string> all;
         for (auto const& name : names.split(u' ', Qt::SkipEmptyParts))
             all.push_back(name.toStdString());
-        m_desk.reset();
+        m_desk.emplace();
+        // What differs from a first start is told.
+        m_sight = {};
         QGuiApplication::clipboard()->clear();
         auto& desk = m_desk.emplace(all, settings);
         desk.window.resize(1040, 692 + desk.window.menuBar()->height());
         desk.saving.answer = "/folder/file";
         desk.saving.picture = "picture";
         desk.alerts.whileOpen = [&] { tell(); };
-        m_sight = {};
         m_written.clear();
     }
 
@@ -141,7 +142,7 @@ private:
     }
     void choose(QString const& title)
     {
-        auto const all = window().actions();
+        auto const all = window().findChildren<QAction*>();
         (*std::ranges::find_if(all, [&](auto* item) {
             return item->text().startsWith(title);
         }))->trigger();
@@ -175,6 +176,12 @@ private:
         sight.parts.push_back({"screen", m_desk->isSleepInhibited ? "stays on" : "may sleep"});
         sight.parts.push_back(
             {"save panel", m_desk->saving.isSimulated ? "of simulated readings" : "usual"});
+        auto& store = m_desk->store;
+        if (auto const offered = store.unsavedSession())
+            sight.parts.push_back(
+                {"next start", "offers " + QString::fromStdString(offered->name)});
+        if (!store.transferred.empty())
+            sight.parts.push_back({"backup", QString::fromStdString(store.transferred)});
         for (auto const& [key, value] : m_desk->userDefaults.stored)
             sight.parts.push_back({QString::fromStdString(key), QString::number(value)});
         if (auto const times = m_desk->userDefaults.synchronizations; times > 0)
@@ -271,6 +278,29 @@ private:
                     m_desk->press({20.0});
             }},
         {"loss", [&](auto const&) { m_desk->port->playLoss(); }},
+        {"doubleClick",
+            [&](auto const& row) {
+                auto& list = find<QTreeView>(window());
+                auto const place = list.visualRect(list.model()->index(row.toInt() - 1, 0));
+                QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, place.center());
+                QTest::mouseDClick(list.viewport(), Qt::LeftButton, {}, place.center());
+            }},
+        {"damage",
+            [&](auto const& session) {
+                auto& stored = m_desk->store.stored.at(session.toInt());
+                stored.measurements.pop_back();
+                stored.isComplete = false;
+            }},
+        {"lose",
+            [&](auto const& session) {
+                m_desk->store.isComplete = m_desk->store.stored.erase(session.toInt()) == 0;
+            }},
+        {"transfer",
+            [&](auto const& text) {
+                auto const words = numbers(text);
+                m_desk->store.transferEnd = static_cast<TransferState>(words.at(0));
+                m_desk->store.transferCount = static_cast<int>(words.at(1));
+            }},
         {"unplug", [&](auto const&) { m_desk->ports.ports.clear(); }},
         {"plug",
             [&](auto const& kind) {

@@ -16,13 +16,22 @@
 
 namespace tensio {
 
-// A session of one measurement for each name, the first simulated; none is saved.
+// A session for each name, 20 days apart until now, the first simulated; none is saved. Of the
+// newest there is one measurement, of those before it two, three, one and so on.
 struct FilledSessionStore : FakeSessionStore {
     explicit FilledSessionStore(std::vector<std::string> const& names)
     {
-        for (auto const& name : names)
-            begin({ManualClock().date, name, 30.0f, 1.0f, stored.empty()},
-                {1, 20.0f, 30.0f, ManualClock().date, true, 0, {}});
+        for (auto const& name : names) {
+            auto const age = static_cast<int>(names.size() - stored.size()) - 1;
+            auto const date = ManualClock().date - age * std::chrono::hours(24 * 20);
+            auto pressure = 20.0f + 1.5f * static_cast<float>(age);
+            MeasurementPart part {1, pressure, 30.0f, date, true, 0, {&pressure, 1}};
+            auto const id = *begin({date, name, 30.0f, 1.0f, stored.empty()}, part);
+            for (part.number = 2; part.number <= 1 + age % 3; ++part.number) {
+                part.best = --pressure;
+                write(id, part);
+            }
+        }
     }
 };
 

@@ -132,7 +132,7 @@ private:
         {
             return ++steps < 3 ? TransferState::Running : store.transferEnd;
         }
-        double progress() const override { return steps / 3.0; }
+        double progress() const override { return std::min(steps, 2) / 3.0; }
         int count() const override { return store.transferCount; }
     };
 

@@ -143,6 +143,8 @@ struct FakeSaving
 
     std::optional<std::string> runModal(std::string const& fileType) override
     {
+        if (isSimulated)
+            log.emplace_back("of simulated readings:");
         log.push_back("panel " + fileType);
         clipboard = "copied meanwhile";
         return answer;

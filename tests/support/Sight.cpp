@@ -3,6 +3,7 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
+#include <QFileDialog>
 #include <QLabel>
 #include <QMainWindow>
 #include <QMenu>
@@ -28,8 +29,8 @@ QString nameOf(QObject const& object)
 bool hasPartsOfItsOwn(QWidget const& widget)
 {
     auto const inherits = [&](auto*... types) { return (... || widget.inherits(types)); };
-    return inherits("QFileDialog", "QProgressDialog", "QAbstractScrollArea", "QComboBox",
-        "QAbstractSpinBox", "QLineEdit", "QPrintPreviewWidget");
+    return inherits("QFileDialog", "QAbstractScrollArea", "QComboBox", "QAbstractSpinBox",
+        "QLineEdit", "QPrintPreviewWidget");
 }
 
 } // namespace
@@ -83,6 +84,8 @@ void Sight::addWidget(QWidget& widget, QString const& place)
         words << label->text();
     if (auto const* box = qobject_cast<QMessageBox*>(&widget))
         words << "icon " + QString::number(box->icon());
+    if (auto const* panel = qobject_cast<QFileDialog*>(&widget))
+        words << "mode " + QString::number(panel->fileMode()) << panel->nameFilters();
     for (auto const kind : {QAccessible::Name, QAccessible::Description, QAccessible::Value})
         words << spoken.text(kind).left(200);
     words << widget.toolTip();
@@ -114,9 +117,9 @@ void Sight::addChildren(QWidget const& widget, QString const& place)
             add(place + QString::number(row + 1), cells << (isSelected ? "selected" : ""));
         }
     }
-    addActions(widget, place);
     if (hasPartsOfItsOwn(widget))
         return;
+    addActions(widget, place);
     std::map<QString, int> counts;
     for (auto* child : widget.findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
         auto const name = nameOf(*child);
