@@ -1,4 +1,5 @@
 #include "core/CsvBuilder.h"
+#include "platform/SessionStore.h"
 #include "support/Reports.h"
 
 #include <gtest/gtest.h>
@@ -28,4 +29,46 @@ TEST(Csv, PutsEveryMeasurementInABlockOfItsOwn)
         std::string::npos);
     EXPECT_NE(csvFile("", "").build({measurements[1]}).find("2回目"), std::string::npos);
     EXPECT_EQ(csvFile("", "").build({}), "氏名\t\r\n測定日時\t\r\n\r\n\r\n\r\n\r\n\r\n");
+}
+
+TEST(Course, IsOfOneNameAndOfOneKindOfDevice)
+{
+    SessionSummary const real {1, {}, "山田"};
+    SessionSummary const other {2, {}, "山田 "};
+    SessionSummary const simulated {3, {}, "山田", 0, 0.0f, false, true};
+    for (auto const& [sessions, reason] :
+        std::initializer_list<std::pair<std::vector<SessionSummary>, std::optional<std::string>>> {
+            {{real}, {}}, {{simulated, simulated}, {}}, {{}, "経過を見る測定を選んでください。"},
+            {{real, real, other},
+                "氏名の異なる測定は、1つの経過にできません。同じ氏名の測定だけを選んでください。"},
+            {{real, simulated}, "模擬装置の測定と実際の測定は、1つの経過にできません。"},
+            {std::vector(1000, real), {}},
+            {std::vector(1001, real),
+                "1つの経過は1000件までです。期間を指定するなどして、測定を減らしてください。"}})
+        EXPECT_EQ(courseRefusal(sessions), reason);
+}
+
+TEST(Course, IsACsvFileToo)
+{
+    auto const session = [](char const* start, float target, std::vector<float> const& bests) {
+        StoredSession stored {
+            {0, ManualClock::localTime(start), "山\t田"}, {}, target, 0.5f, {}, !bests.empty()};
+        for (auto const best : bests)
+            stored.measurements.push_back({1, best, 99.0f, {}, {}});
+        return stored;
+    };
+    auto course = courseOf({session("2026-11-20 09:05:00", 70.0f, {}),
+        session("2026-04-01 10:30:00", 40.0f, {16.56f, 21.84f})});
+    EXPECT_FALSE(std::exchange(course.isComplete, true));
+    std::string const head
+        = "氏名\t山 田\r\n測定日時\t2026/04/01 10:30 〜 2026/11/20 09:05\r\n\r\n";
+    std::string const table
+        = "測定日時\t回数\t最大圧（kPa）\t平均（kPa）\t目標圧（kPa）\r\n"
+          "2026/04/01 10:30\t2\t21.8\t19.2\t20.0\r\n2026/11/20 09:05\t0\t\t\t35.0\r\n";
+    EXPECT_EQ(csvOfCourse(course), head + table);
+    course.isSimulated = true;
+    course.isComplete = false;
+    EXPECT_EQ(csvOfCourse(course),
+        head + "模擬装置の値です（実際の測定ではありません）\r\n\r\n"
+            + "記録の一部が壊れているため、含まれていない測定があります。\r\n\r\n" + table);
 }

@@ -16,6 +16,16 @@ using namespace tensio;
 
 namespace {
 
+struct Gathering {
+    ManualRunLoop runLoop;
+    int chunks = 0;
+    std::vector<float> read;
+    RecordGatherer gatherer {runLoop, deviceRecordFormat, [this](std::string_view chunk) {
+                                 ++chunks;
+                                 std::ranges::copy(readRecords(chunk), std::back_inserter(read));
+                             }};
+};
+
 std::string describe(Measurement const& measurement)
 {
     auto text = std::to_string(measurement.number) + ", best "
@@ -35,7 +45,8 @@ std::string describe(Measurement const& measurement)
 std::string play(std::vector<TimedBytes> const& writes, std::string const& end)
 {
     Session session;
-    session.connect();
+    session.connect(30.0f);
+    session.manager.changeTargetPressurePercentAction.apply(0.5f);
     RecordGatherer gatherer(session.runLoop, deviceRecordFormat,
         [&](std::string_view chunk) { session.port->delegate->serialPortDidReceiveData(chunk); });
     for (auto const& [pauseSeconds, bytes] : writes) {
@@ -45,14 +56,21 @@ std::string play(std::vector<TimedBytes> const& writes, std::string const& end)
     if (end == "pull") {
         gatherer.flush();
         session.port->playLoss();
-    } else if (end.empty()) {
-        session.runLoop.advance(Seconds(3.0));
-        EXPECT_EQ(session.runLoop.liveTimers(), 1U) << "the clock's";
+    } else {
+        session.runLoop.advance(Seconds(end.empty() ? 3.0 : 0.0));
+        EXPECT_TRUE(session.runLoop.liveTimers() == 1 || !end.empty()) << "the clock's";
+        gatherer.discard();
+        session.finish();
     }
-    session.finish();
+    EXPECT_FALSE(session.manager.isMeasuring.value() || session.manager.isRecording.value());
+    EXPECT_EQ(session.runLoop.liveTimers(), 1U);
+    EXPECT_EQ(session.port->calls.back(), "close");
+    EXPECT_EQ(session.port->delegate, nullptr) << "a closed port reports to nobody";
     std::string measurements;
-    for (auto const& measurement : session.manager.measurementList.measurements())
+    for (auto const& measurement : session.manager.measurementList.measurements()) {
         measurements += describe(*measurement);
+        EXPECT_EQ(measurement->targetPressure, 15.0f);
+    }
     return measurements;
 }
 
@@ -75,4 +93,31 @@ TEST(Streams, YieldTheirMeasurements)
         }
         EXPECT_EQ(play(writes, end), expected) << entry.path();
     }
+}
+
+TEST(RecordGatherer, LosesNoRecordHoweverTheReadsFall)
+{
+    std::string_view const stream = "+0101a-0202b+0303c";
+    for (unsigned cuts = 0; cuts < 1U << 17U; ++cuts) {
+        Gathering gathering;
+        std::size_t begin = 0;
+        for (std::size_t end = 1; end <= stream.size(); ++end) {
+            if (end < stream.size() && (cuts >> (end - 1) & 1U) == 0)
+                continue;
+            gathering.gatherer.receive(stream.substr(begin, end - begin));
+            gathering.runLoop.advance(Seconds(end % 2 == 0 ? 0.019 : 1.5));
+            begin = end;
+        }
+        ASSERT_EQ(gathering.read, (std::vector {10.1f, -20.2f, 30.3f})) << "cuts " << cuts;
+        ASSERT_EQ(gathering.runLoop.liveTimers(), 0U);
+    }
+}
+
+TEST(RecordGatherer, LimitsItsBuffer)
+{
+    Gathering gathering;
+    gathering.gatherer.receive("x");
+    for (std::size_t bytes = 0; bytes < RecordGatherer::maxBufferSize; bytes += 6)
+        gathering.gatherer.receive("xxxxxx");
+    EXPECT_EQ(gathering.chunks, 1) << "noise without a pause";
 }

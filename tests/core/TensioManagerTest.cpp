@@ -1,46 +1,11 @@
+#include "core/SavingMessages.h"
+#include "output/ListPrintView.h"
 #include "platform/SessionStore.h"
 #include "support/Session.h"
 
 #include <gtest/gtest.h>
 
 using namespace tensio;
-
-TEST(TensioManager, FinishAndLossKeepThePendingMeasurementUntilTheNextConnection)
-{
-    for (bool const isLoss : {false, true}) {
-        Session session;
-        auto& manager = session.manager;
-        std::size_t end = 0;
-        auto const ending
-            = manager.connectAction.observe([&](auto const& event) { end = event.index(); });
-        session.connect();
-        manager.changeTargetPressurePercentAction.apply(0.5f);
-        session.receive({15.0});
-        if (isLoss)
-            session.port->playLoss();
-        else
-            session.finish();
-        EXPECT_EQ(end, isLoss ? 3U : 2U) << "interrupted or completed";
-        ASSERT_EQ(manager.measurementList.measurements().size(), 1U);
-        auto const& pending = *manager.measurementList.measurements()[0];
-        EXPECT_EQ(pending.bestPressure, 15.0f);
-        EXPECT_EQ(pending.targetPressure, 30.0f * 0.5f);
-        EXPECT_FALSE(manager.isMeasuring.value());
-        EXPECT_FALSE(manager.isRecording.value());
-        EXPECT_EQ(session.port->calls.back(), "close");
-        EXPECT_EQ(session.port->delegate, nullptr) << "a closed port reports to nobody";
-        EXPECT_EQ(session.runLoop.liveTimers(), 1U);
-        EXPECT_EQ(manager.currentPressure.value(), 15.0f);
-
-        EXPECT_TRUE(manager.connectAction.apply(Nothing {}));
-        EXPECT_TRUE(manager.sliceOfMeasurements.value().empty());
-        for (auto const* live :
-            {&manager.currentPressure, &manager.targetPressure, &manager.maxPressure})
-            EXPECT_EQ(live->value(), 0.0f);
-        session.press({16.0});
-        EXPECT_EQ(manager.measurementList.measurements().at(0)->number, 1);
-    }
-}
 
 TEST(TensioManager, RestoresASessionInOneStepForAllWhoObserve)
 {
@@ -109,4 +74,22 @@ TEST(TensioManager, OpensTheFirstPortOfTheDeviceWithItsSettings)
         calls.push_back(dynamic_cast<FakeSerialPort&>(*port).calls);
     EXPECT_EQ(
         calls, (decltype(calls) {{}, {"baud rate 19200", "no parity", "stop bits 1", "open"}, {}}));
+}
+
+TEST(Saving, AsksForNoFileThatCannotBe)
+{
+    Session session;
+    ListPrintView view("", {});
+    session.manager.saveCsv();
+    session.manager.saveSelectedCsv();
+    session.pdfRenderer.hasRoom = false;
+    session.manager.saveViewAsPdf(view);
+    EXPECT_EQ(session.alerts.messages, std::vector<std::string> {paperTooSmallMessage});
+    EXPECT_TRUE(session.saving.log.empty());
+    session.pdfRenderer.hasRoom = session.pdfRenderer.fails = true;
+    session.saving.answer = "/folder/file";
+    session.manager.saveViewAsPdf(view);
+    session.manager.saveScreenshot();
+    EXPECT_EQ(session.saving.log.size(), 3U) << "PDF panel, capture, PNG panel; nothing to write";
+    EXPECT_EQ(session.alerts.messages.back(), saveFailedMessage);
 }

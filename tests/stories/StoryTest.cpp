@@ -88,6 +88,7 @@ private:
         desk.window.resize(1040, 692 + desk.window.menuBar()->height());
         desk.saving.answer = "/folder/file";
         desk.saving.picture = "picture";
+        desk.saving.frame = {57.5, 0.25, 1040.0, 692.5};
         desk.alerts.whileOpen = [&] { tell(); };
         m_written.clear();
     }
