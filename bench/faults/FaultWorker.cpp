@@ -1,7 +1,6 @@
 #include "FaultWorker.h"
 
 #include "Recording.h"
-#include "core/CsvBuilder.h"
 #include "platform/qt/QtSaving.h"
 
 #include <QCoreApplication>
@@ -56,31 +55,31 @@ int save(std::string const& path, bool isReplacing)
 }
 
 // Prints a dot for each record and a line break for each measurement. Returns how many messages the
-// user was shown; 100 when the session or the file is not whole.
+// user was shown; 100 when the session is not whole.
 int record(QDir const& folder)
 {
     mark(faultsBegin);
     std::optional<Recording> recording(folder.filePath(storeFile));
     auto& [session, store, archive] = *recording;
     int messages = archive.problem.value() == StoreProblem::None ? 0 : 1;
-    auto counting = archive.problem.observeChanges(
+    auto const counting = archive.problem.observeChanges(
         [&](StoreProblem problem) { messages += problem == StoreProblem::None ? 0 : 1; });
-    auto const print = [](char const* sign) { std::cout << sign << std::flush; };
     for (int burst = 0; burst < 3; ++burst) {
-        recording->press(3, [&] { print("."); });
-        print("\n");
+        for (int point = 1; point <= 60; ++point) {
+            session.receive({1.0 * point});
+            session.runLoop.advance(Seconds(0.05));
+            std::cout << "." << std::flush;
+        }
+        session.runLoop.advance(Seconds(2.0));
+        std::cout << "\n" << std::flush;
     }
     session.finish();
     auto const& measurements = session.manager.measurementList.measurements();
-    mark(faultsEnd);
-    bool const isWhole = measurements.size() == 3 && measurements[2]->pressurePoints->size() == 60
-        && QtFileWriter().writeAtomically(
-            folder.filePath(savedFile).toStdString(), csvFile("花子", "").build(measurements));
-    counting.end();
-    mark(faultsBegin);
+    bool const isWhole = measurements.size() == 3 && measurements[2]->pressurePoints->size() == 60;
+    auto const result = isWhole ? messages : 100;
     recording.reset();
     mark(faultsEnd);
-    return isWhole ? messages : 100;
+    return result;
 }
 
 bool storePress(QtSessionStore& store, std::string const& name, int number)

@@ -4,9 +4,11 @@
 
 #include <QElapsedTimer>
 
+#include <cstdlib>
 #include <ctime>
 #include <filesystem>
 #include <gtest/gtest.h>
+#include <unistd.h>
 
 // The serial line of the whole program in real time.
 
@@ -87,4 +89,22 @@ TEST(LineRuns, TenSecondsAtLineRateInRealTime)
     EXPECT_TRUE(QTest::qWaitFor([&] { return points.size() >= records; }, 30'000)) << points.size();
     EXPECT_EQ(points, sent);
     EXPECT_LT(longestWork, 0.05);
+}
+
+// As Qt does when the X server has gone.
+TEST(LineRuns, ALibraryThatEndsTheProcessLeavesNoLockOfThePort)
+{
+    GTEST_FLAG_SET(death_test_style, "threadsafe");
+    static std::string lock;
+    auto const measureAndExit = [] {
+        std::atexit(
+            [] { std::fputs(access(lock.c_str(), F_OK) == 0 ? "locked" : "free", stderr); });
+        Program program;
+        bool const isConnected = program.connect();
+        program.folder.remove();
+        auto const terminal = program.terminal->path();
+        lock = "/var/lock/LCK..pts_" + terminal.substr(terminal.rfind('/') + 1);
+        std::exit(isConnected && access(lock.c_str(), F_OK) == 0 ? 3 : 1);
+    };
+    EXPECT_EXIT(measureAndExit(), testing::ExitedWithCode(3), "free");
 }

@@ -15,18 +15,6 @@ struct Recording {
         session.connect();
     }
 
-    // Pressures that say their place, one in 50 ms, and the silence after them.
-    template<typename Observe>
-    void press(int seconds, Observe const& observe)
-    {
-        for (int point = 0; point < seconds * 20; ++point) {
-            session.receive({1.0 + point});
-            session.runLoop.advance(Seconds(0.05));
-            observe();
-        }
-        session.runLoop.advance(Seconds(2.0));
-    }
-
     Session session;
     QtSessionStore store;
     SessionArchive archive;
