@@ -89,11 +89,6 @@ struct Line : Session {
             finish();
         }
         require(runLoop.liveTimers() == 1, "no timer but the clock's is left");
-        checkMeasurements();
-    }
-
-    void checkMeasurements()
-    {
         std::vector<float> points;
         int number = 0;
         for (auto const& measurement : manager.measurementList.measurements()) {

@@ -113,16 +113,7 @@ TEST(StoreRuns, LosesOnlyWhatLiesOnADamagedPage)
 {
     QTemporaryDir const folder;
     auto const sound = folder.filePath("sessions.db");
-    {
-        SessionDatabase database(sound);
-        for (auto const* statement :
-            {"WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 150) "
-             "INSERT INTO session (start, name, count, best, identity) "
-             "SELECT i, 'somebody ' || i, 1, 30.0, hex(randomblob(16)) FROM n",
-                "INSERT INTO measurement SELECT id, 1, 30.0, 30.0, 0, 1 FROM session",
-                "INSERT INTO points SELECT id, 1, 0, zeroblob(80) FROM session"})
-            database.run(statement);
-    }
+    fill(sound, 150, 1);
     constexpr int pageSize = 4096;
     auto const pages = QFileInfo(sound).size() / pageSize;
     int damagedRoots = 0;

@@ -38,26 +38,6 @@ struct Place {
     QString path {folder.filePath("sessions.db")};
 };
 
-// Sessions of ten persons, each of 20 measurements of three seconds.
-void fill(QString const& path, int sessions)
-{
-    SessionDatabase database(path);
-    auto const insert = [&](int count, char const* rows) {
-        return database.run(QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 "
-                                    "FROM n WHERE i < %1) INSERT INTO ")
-                                .arg(count)
-            + rows);
-    };
-    database.change(SessionDatabase::Durability::ProgramEnd, [&] {
-        return insert(sessions,
-                   "session (start, name, simulated, count, best, identity) "
-                   "SELECT i, '被験者' || (i % 10), 0, 20, 30.0, hex(randomblob(16)) FROM n")
-            && insert(20, "measurement SELECT id, i, 30.0, 30.0, 0, 1 FROM session, n")
-            && insert(
-                3, "points SELECT session, number, 20 * i, randomblob(80) FROM measurement, n");
-    });
-}
-
 // Milliseconds of each step but the last, which waits for the disk.
 std::vector<double> stepsOf(SessionTransfer& transfer)
 {
@@ -109,7 +89,7 @@ TEST(StoreTimes, WithTenThousandSessions)
 {
     Place const place;
     Place const empty;
-    fill(place.path, 10'000);
+    fill(place.path, 10'000, 20);
     auto const startTime = [](Place const& of) {
         return timesOf(11, [&] { QtSessionStore(of.path).unsavedSession(); })[5];
     };
@@ -129,7 +109,7 @@ TEST(StoreTimes, WithTenThousandSessions)
 TEST(StoreTimes, WithAHundredThousandSessions)
 {
     Place const place;
-    fill(place.path, 100'000);
+    fill(place.path, 100'000, 20);
     Recording recording(place.path);
     std::optional<SessionSummary> last;
     auto const pages
