@@ -1,6 +1,7 @@
 #include "FaultWorker.h"
 
 #include "Recording.h"
+#include "core/CsvBuilder.h"
 #include "platform/qt/QtSaving.h"
 
 #include <QCoreApplication>
@@ -55,7 +56,7 @@ int save(std::string const& path, bool isReplacing)
 }
 
 // Prints a dot for each record and a line break for each measurement. Returns how many messages the
-// user was shown; 100 when the session is not whole.
+// user was shown; 100 when the session or the file is not whole.
 int record(QDir const& folder)
 {
     mark(faultsBegin);
@@ -74,12 +75,13 @@ int record(QDir const& folder)
         std::cout << "\n" << std::flush;
     }
     session.finish();
-    auto const& measurements = session.manager.measurementList.measurements();
-    bool const isWhole = measurements.size() == 3 && measurements[2]->pressurePoints->size() == 60;
-    auto const result = isWhole ? messages : 100;
+    auto const measurements = session.manager.measurementList.measurements();
     recording.reset();
     mark(faultsEnd);
-    return result;
+    bool const isWhole = measurements.size() == 3 && measurements[2]->pressurePoints->size() == 60
+        && QtFileWriter().writeAtomically(
+            folder.filePath(savedFile).toStdString(), csvFile("花子", "").build(measurements));
+    return isWhole ? messages : 100;
 }
 
 bool storePress(QtSessionStore& store, std::string const& name, int number)

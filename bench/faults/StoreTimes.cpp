@@ -11,7 +11,8 @@
 
 #include <gtest/gtest.h>
 
-// What storing costs the main thread, and what many stored sessions cost the start and the list.
+// What storing costs the main thread, what many stored sessions cost the start and the list, and
+// what damage costs.
 
 using namespace tensio;
 
@@ -37,6 +38,28 @@ struct Place {
     QTemporaryDir folder {QCoreApplication::applicationDirPath() + "/store-XXXXXX"};
     QString path {folder.filePath("sessions.db")};
 };
+
+// Sessions of ten persons, each of that many measurements of three seconds.
+void fill(QString const& path, int sessions, int measurements)
+{
+    SessionDatabase database(path);
+    auto const insert = [&](int count, QString const& rows) {
+        return database.run(QString("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 "
+                                    "FROM n WHERE i < %1) INSERT INTO ")
+                                .arg(count)
+            + rows);
+    };
+    database.change(SessionDatabase::Durability::ProgramEnd, [&] {
+        return insert(sessions,
+                   QString(
+                       "session (start, name, simulated, count, best, identity) "
+                       "SELECT i, '被験者' || (i % 10), 0, %1, 30.0, hex(randomblob(16)) FROM n")
+                       .arg(measurements))
+            && insert(measurements, "measurement SELECT id, i, 30.0, 30.0, 0, 1 FROM session, n")
+            && insert(
+                3, "points SELECT session, number, 20 * i, randomblob(80) FROM measurement, n");
+    });
+}
 
 // Milliseconds of each step but the last, which waits for the disk.
 std::vector<double> stepsOf(SessionTransfer& transfer)
@@ -65,6 +88,45 @@ std::unique_ptr<PastSessionsWindow> shownList(Recording& recording, QWidget& par
 }
 
 } // namespace
+
+TEST(StoreDamage, LosesOnlyWhatLiesOnADamagedPage)
+{
+    QTemporaryDir const folder;
+    auto const sound = folder.filePath("sessions.db");
+    fill(sound, 150, 1);
+    constexpr int pageSize = 4096;
+    auto const pages = QFileInfo(sound).size() / pageSize;
+    int damagedRoots = 0;
+    std::ptrdiff_t unnamed = 0;
+    // The first page tells what the tables are.
+    for (int page = 1; page < pages; ++page) {
+        QTemporaryDir const place;
+        auto const path = place.filePath("sessions.db");
+        ASSERT_TRUE(QFile::copy(sound, path));
+        QFile file(path);
+        EXPECT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(qint64 {page} * pageSize)
+            && file.write(QByteArray(pageSize, '\xff')));
+        file.close();
+        std::ptrdiff_t whole = 0;
+        // Damage that shows late is repaired at the next start.
+        for (int start = 0; start < 2; ++start) {
+            QtSessionStore store(path);
+            auto const found = store.sessions(std::nullopt, 1000);
+            whole = std::ranges::count_if(found.sessions, [&](auto const& session) {
+                return store.load(session.id, StoredPoints::Loaded).value().isComplete;
+            });
+            EXPECT_TRUE(whole == 150 || start == 1 || store.problem() != StoreProblem::None);
+            EXPECT_TRUE(found.isComplete && found.sessions.size() == 150) << page;
+            unnamed += std::ranges::count_if(found.sessions,
+                [](auto const& session) { return session.name.starts_with("氏名・装置不明 "); });
+            EXPECT_TRUE(start == 0 || store.problem() != StoreProblem::Damaged) << page;
+        }
+        damagedRoots += whole < 75 ? 1 : 0;
+    }
+    EXPECT_GT(pages, 15);
+    EXPECT_GE(unnamed, 150) << "when the table of the names is damaged";
+    EXPECT_EQ(damagedRoots, 2) << "of measurements and of points";
+}
 
 TEST(StoreTimes, OfTheMainThreadInAnHourAndAtTheEndOfMeasurements)
 {
