@@ -6,6 +6,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 
