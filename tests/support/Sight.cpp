@@ -79,16 +79,22 @@ void Sight::addWidget(QWidget& widget, QString const& place)
     auto const state = spoken.state();
     QStringList words;
     if (widget.isWindow())
-        words << widget.windowTitle();
+        words << widget.windowTitle() << (widget.isFullScreen() ? "full screen" : "");
     if (auto const* label = qobject_cast<QLabel*>(&widget))
         words << label->text();
+    if (auto const* button = qobject_cast<QAbstractButton*>(&widget))
+        words << button->text();
     if (auto const* box = qobject_cast<QMessageBox*>(&widget))
         words << "icon " + QString::number(box->icon());
     if (auto const* panel = qobject_cast<QFileDialog*>(&widget))
         words << "mode " + QString::number(panel->fileMode()) << panel->nameFilters();
     for (auto const kind : {QAccessible::Name, QAccessible::Description, QAccessible::Value})
         words << spoken.text(kind).left(200);
-    words << widget.toolTip();
+    auto const* value = spoken.valueInterface();
+    if (value && value->currentValue().canConvert<double>())
+        words << QString::number(value->currentValue().toDouble());
+    auto const tip = widget.toolTip();
+    words << (!tip.isEmpty() && words.contains(tip) ? "tip" : tip);
     if (auto const* text = qobject_cast<QTextBrowser*>(&widget)) {
         // Qt lays out a long text bit by bit; this is the whole.
         bool const isLong = text->document()->size().height() > text->viewport()->height();
@@ -99,7 +105,8 @@ void Sight::addWidget(QWidget& widget, QString const& place)
         return addChildren(widget, place);
     auto const* button = qobject_cast<QPushButton*>(&widget);
     words << (state.disabled ? "disabled" : "") << (state.checked ? "checked" : "")
-          << (button && button->isDefault() ? "default" : "");
+          << (state.selected ? "selected" : "") << (button && button->isDefault() ? "default" : "")
+          << (widget.property("refused").toBool() ? "refused" : "");
     widgets[m_window + place] = &widget;
     add(place, words);
     addChildren(widget, place);
