@@ -1,6 +1,6 @@
 #include "support/Desk.h"
 
-#include <QTest>
+#include <QScreen>
 
 #include <gtest/gtest.h>
 
@@ -45,47 +45,5 @@ TEST(TensioView, LongestTextsFitAtEveryScale)
                 << label->objectName().toStdString() << size.width();
         for (auto* item : desk.window.menuBar()->actions())
             EXPECT_LE(desk.window.menuBar()->actionGeometry(item).right(), desk.window.width());
-    }
-}
-
-TEST(TensioView, KeysOpenTheDialogFinishAndTurnTheHistoryWhenThatIsPossible)
-{
-    Desk desk;
-    auto const& cover = find<QWidget>(desk.window, "coverView");
-    auto const press = [&](Qt::Key key, Qt::KeyboardModifier modifier = Qt::NoModifier) {
-        QTest::keyClick(&desk.window, key, modifier);
-        return desk.manager.sliceOfMeasurements.value();
-    };
-    EXPECT_FALSE(desk.command("測定を終了").isEnabled());
-    press(Qt::Key_F5);
-    EXPECT_EQ(desk.window.childAt(1, 1), &cover) << "before the menu bar";
-    desk.window.resize(1500, 500);
-    EXPECT_EQ(cover.geometry(), QRect(0, 0, 1500, 500)) << "beside the design, too";
-    QApplication::activeModalWidget()->close();
-    EXPECT_FALSE(cover.isVisible());
-    QApplication::setActiveWindow(&desk.window);
-    desk.connect();
-    for (int measurement = 0; measurement < 7; ++measurement)
-        desk.press({10.0});
-    EXPECT_EQ(press(Qt::Key_Home).front()->number, 1);
-    EXPECT_EQ(press(Qt::Key_End).back()->number, 7);
-    press(Qt::Key_F5);
-    EXPECT_FALSE(cover.isVisible());
-    press(Qt::Key_F11);
-    EXPECT_TRUE(desk.window.isFullScreen());
-    press(Qt::Key_F5, Qt::ShiftModifier);
-    EXPECT_FALSE(desk.manager.isMeasuring.value());
-}
-
-TEST(TensioView, MarksSimulatedReadingsUntilTheNextConnection)
-{
-    Desk desk;
-    for (bool const isSimulated : {false, true, false}) {
-        desk.port->isSimulator = isSimulated;
-        desk.connect();
-        desk.finish();
-        EXPECT_EQ(desk.window.windowTitle().contains("模擬"), isSimulated);
-        EXPECT_EQ(find<QWidget>(desk.window, "simulationLabel").isVisible(), isSimulated);
-        EXPECT_EQ(desk.saving.isSimulated, isSimulated);
     }
 }

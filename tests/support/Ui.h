@@ -36,14 +36,6 @@ inline void click(QObject const& window, char const* name)
     find(window, name).click();
 }
 
-// The colour at a point of a picture, in the widget's units.
-inline QColor colorAt(QImage const& picture, double x, double y)
-{
-    auto const ratio = picture.devicePixelRatio();
-    return picture.pixelColor(
-        static_cast<int>((x + 0.5) * ratio), static_cast<int>((y + 0.5) * ratio));
-}
-
 // Where two pictures of one size differ, in their pixels.
 inline QRect difference(QImage const& picture, QImage const& other)
 {
