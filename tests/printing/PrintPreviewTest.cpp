@@ -6,6 +6,7 @@
 
 #include <QDialog>
 #include <QEvent>
+#include <QPrinterInfo>
 
 #include <gtest/gtest.h>
 
@@ -28,6 +29,7 @@ TEST(PrintPreview, ShowsAllOfItselfOnEveryScreenAndLeavesNothingBehind)
 
 TEST(QtPrintPanels, TellOfAgreementAlone)
 {
+    EXPECT_EQ(QtPrintPanels().hasPrinters(), !QPrinterInfo::availablePrinters().isEmpty());
     QPrinter printer;
     for (bool const agrees : {false, true}) {
         int agreements = 0;

@@ -123,6 +123,7 @@ TEST(PastSessions, AreSavedUnderFreeNamesUntilTheUserCancels)
     delete chooser;
     while (desk.saving.log.empty())
         QCoreApplication::processEvents();
+    EXPECT_GT(find<QProgressDialog>(list).value(), 0);
     find(find<QProgressDialog>(list)).click();
     EXPECT_EQ(
         closedMessage(list), u"キャンセルしました。\nそれまでに、1件の測定のCSVを保存しました。");

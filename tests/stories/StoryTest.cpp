@@ -1,7 +1,9 @@
+#include "controls/OrvMenuItemView.h"
 #include "support/Desk.h"
 #include "support/PdfText.h"
 #include "support/Sight.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QDesktopServices>
 #include <QFileDialog>
@@ -160,11 +162,27 @@ private:
     {
         QTimer::singleShot(0, qApp, [=, this] {
             press("Down");
+            QEnterEvent event({}, {}, {});
+            if (auto const rows = window().findChildren<OrvMenuItemView*>(); !rows.isEmpty())
+                QApplication::sendEvent(rows.back(), &event);
             tell();
             look({words.section(u' ', 0, 0)}, window());
             window().close();
         });
         QTest::mouseClick(&part(words.section(u' ', 1)), Qt::LeftButton);
+    }
+    // As a screen reader does: the first of its actions, which may open a menu.
+    void act(QString const& name)
+    {
+        auto& spoken = *QAccessible::queryAccessibleInterface(&part(name));
+        auto const actions = spoken.actionInterface()->actionNames();
+        spoken.actionInterface()->doAction(actions[0]);
+        QTimer::singleShot(0, qApp, [actions, &spoken, this] {
+            told += QString("can: %1, has %2\n").arg(actions.join(" ")).arg(spoken.childCount());
+            tell();
+            if (auto* menu = QApplication::activePopupWidget())
+                menu->close();
+        });
     }
     void choose(QString const& title)
     {
@@ -256,15 +274,14 @@ private:
         picture.setText("Qt", qVersion());
         auto const name = names[0].toStdString();
         auto const file = QString::fromStdString((folder / name).string() + ".png");
-        if (isAccepting)
-            picture.save(file);
         // At other ratios all sizes are rounded otherwise. Each Qt draws letters a little
         // differently, and puts the page of a preview elsewhere.
         QImage const kept(file);
-        bool const isSameQt = kept.text("Qt") == qVersion();
+        bool const isSameQt = kept.isNull() || kept.text("Qt") == qVersion();
         bool const isKept = window.devicePixelRatio() == 1.0
             && (isSameQt || !window.findChild<QPrintPreviewWidget*>());
-        EXPECT_TRUE(!isKept || farDifference(picture, kept) <= (isSameQt ? 4 : 16)) << name;
+        bool const isSame = !isKept || farDifference(picture, kept) <= (isSameQt ? 4 : 16);
+        EXPECT_TRUE(isSame || (isAccepting && picture.save(file))) << name;
     }
 
     QTemporaryDir const m_folder;
@@ -282,6 +299,7 @@ private:
         {"click", [&](auto const& words) { click(words); }},
         {"clickRight", [&](auto const& name) { clickRight(name); }},
         {"openMenu", [&](auto const& words) { openMenu(words); }},
+        {"act", [&](auto const& name) { act(name); }},
         {"choose", [&](auto const& title) { choose(title); }},
         {"menu", [&](auto const& title) { m_desk->command(title.toUtf8()).trigger(); }},
         {"key", [&](auto const& text) { press(text); }},

@@ -97,6 +97,7 @@ void Sight::addWidget(QWidget& widget, QString const& place)
     words << (!tip.isEmpty() && words.contains(tip) ? "tip" : tip);
     if (auto const* text = qobject_cast<QTextBrowser*>(&widget)) {
         // Qt lays out a long text bit by bit; this is the whole.
+        words << QString::number(text->fontInfo().pixelSize()) + " px";
         bool const isLong = text->document()->size().height() > text->viewport()->height();
         if (isLong && text->verticalScrollBar()->value() > 0)
             words << "from " + text->cursorForPosition({}).block().text();

@@ -159,15 +159,18 @@ TEST(QtSerialPort, ReportsALossOnceAfterAllBurstsThatArrivedEvenIfQtDoesNotNotic
 
 TEST(QtSerialPort, SaysWhatToDoWhenItDoesNotOpen)
 {
-    for (std::string const sentence :
-        {"測定器が見つかりません", "開く権限がありません", "他のプログラムが使用中です"}) {
+    // The last with the process that has locked the port.
+    for (auto const& [sentence, process] :
+        std::vector<std::pair<std::string, int>> {{"測定器が見つかりません", 0},
+            {"開く権限がありません", 0}, {"他のプログラムが使用中です", getppid()},
+            {"ロックしたままです", std::numeric_limits<int>::max()}}) {
         Line line;
         auto const lock = "/var/lock/LCK..pts_" + line.path.substr(line.path.rfind('/') + 1);
         chmod(line.path.c_str(), sentence.starts_with("開く") ? 0 : 0666);
         if (sentence.starts_with("測定器"))
             line.terminal.reset();
-        if (sentence.starts_with("他の"))
-            std::ofstream(lock) << std::setw(10) << getppid() << "\nother\nhost\n";
+        if (process != 0)
+            std::ofstream(lock) << std::setw(10) << process << "\nother\nhost\n";
         {
             // Root is refused nothing.
             UnprivilegedUser const user;
