@@ -129,23 +129,28 @@ TEST(QtSessionStore, ReportsWhyItDoesNotOpenOrRestoreAFile)
     struct {
         std::function<void(Place&)> plant;
         StoreProblem problem;
-        std::size_t kept;
+        // Whose session.
+        QString kept;
         char const* aside = "sessions.db.damaged";
     } const rows[] {
         {[](Place& place) { QtFileWriter().writeAtomically(place.path.toStdString(), "garbage"); },
-            DamagedSetAside, 0},
-        {[](Place& place) { place.run({"DROP TABLE points"}); }, DamagedSetAside, 1},
-        {[](Place& place) { QFile::resize(place.path, 7000); }, DamagedSetAside, 0},
+            DamagedSetAside, ""},
+        {[](Place& place) { place.run({"DROP TABLE points"}); }, DamagedSetAside, "花子"},
+        {[](Place& place) {
+             place.run({"PRAGMA foreign_keys = OFF", "DROP TABLE session"});
+         },
+            DamagedSetAside, "氏名・装置不明 1"},
+        {[](Place& place) { QFile::resize(place.path, 7000); }, DamagedSetAside, ""},
         {[](Place& place) {
              // As the end of the latest run left it.
              QFile::rename(place.path, place.path + ".damaged-1");
              QtFileWriter().writeAtomically(place.path.toStdString() + ".damaged-1-wal", "");
          },
-            DamagedSetAside, 1},
-        {[](Place& place) { place.run({"PRAGMA user_version = 3"}); }, NewerSetAside, 0,
+            DamagedSetAside, "花子"},
+        {[](Place& place) { place.run({"PRAGMA user_version = 3"}); }, NewerSetAside, "",
             "sessions.db.newer"},
         {[](Place& place) { QFile::remove(place.path) && place.data.mkdir("sessions.db"); },
-            NotOpened, 0, ""},
+            NotOpened, "", ""},
     };
     Place const sound;
     sound.addSession("鈴木");
@@ -161,7 +166,10 @@ TEST(QtSessionStore, ReportsWhyItDoesNotOpenOrRestoreAFile)
         QtSessionStore store(place.path);
         EXPECT_EQ(store.problem(), problem);
         EXPECT_EQ(store.isOpen(), problem != NotOpened);
-        EXPECT_EQ(store.sessions(std::nullopt, 9).sessions.size(), kept);
+        QString names;
+        for (auto const& session : store.sessions(std::nullopt, 9).sessions)
+            names += QString::fromStdString(session.name);
+        EXPECT_EQ(names, kept);
         EXPECT_EQ(store.begin({}, {}).has_value(), store.isOpen());
         EXPECT_EQ(place.filesAside().section('-', 0, 0), aside);
     }
@@ -272,7 +280,17 @@ TEST(QtSessionStore, CopiesItsSessionsToABackupAndBackAndListsTheNewestStartFirs
     EXPECT_EQ(finish(store.backUp(path + "/missing")), TransferState::NotWritable);
     EXPECT_EQ(finish(store.backUp(place.path.toStdString())), TransferState::NotWritable);
     QtFileWriter().writeAtomically(path, "an older one");
+    auto unflushed = store.backUp(path);
+    EXPECT_EQ(unflushed->step(), TransferState::Running);
+    QDir const folder(place.folder.path());
+    auto const part = folder.filePath(folder.entryList({"*.db.*"}, QDir::Files).value(0));
+    EXPECT_TRUE(QFile::remove(part) && QFile::link("/nowhere", part));
+    EXPECT_EQ(finish(std::move(unflushed)), TransferState::NotWritable) << "not on the disk";
     EXPECT_EQ(finish(store.backUp(path)), TransferState::Done);
+    {
+        QtSessionStore backup(QString::fromStdString(path));
+        EXPECT_EQ(contents(backup), contents(store));
+    }
     EXPECT_FALSE(QFile::permissions(QString::fromStdString(path)) & forOthers);
     QtSessionStore restored(other.path);
     auto const before = contents(restored);
