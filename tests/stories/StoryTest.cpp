@@ -42,13 +42,13 @@ std::vector<double> numbers(QString const& text)
     return all;
 }
 
-// The largest difference of a colour, where eight pixels of the window have become one.
+// The largest difference of a colour, where four pixels of the window have become one.
 int farDifference(QImage const& picture, QImage const& other)
 {
     if (picture.size() != other.size())
         return 255;
     auto const far = [](QImage const& image) {
-        return image.scaled(image.size() / 4, {}, Qt::SmoothTransformation)
+        return image.scaled(image.size() / 2, {}, Qt::SmoothTransformation)
             .convertToFormat(QImage::Format_RGBA8888);
     };
     auto const a = far(picture);
