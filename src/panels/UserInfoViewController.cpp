@@ -48,7 +48,8 @@ float clampedTarget(float pressure)
 
 std::optional<float> readPressure(QLineEdit const& input)
 {
-    return readNumber(input.text().toStdString());
+    auto const pressure = readNumber(input.text().toStdString());
+    return pressure && !std::isnan(*pressure) ? pressure : std::nullopt;
 }
 
 void setRefused(QLineEdit& input, QLabel& hint, bool isRefused)
@@ -187,10 +188,11 @@ bool UserInfoViewController::acceptPressure()
 {
     auto const pressure = readPressure(*m_ui->pressureInput);
     auto const valid = clampedTarget(pressure.value_or(0.0f));
-    if (pressure == valid)
+    if (pressure == valid) {
+        m_acceptedPressure = valid;
         return true;
-    bool const isNumber = pressure && !std::isnan(*pressure);
-    if (isNumber)
+    }
+    if (pressure)
         m_ui->pressureInput->setText(enteredPressure(valid));
     refuse(*m_ui->pressureInput, *m_ui->pressureHint);
     return false;
@@ -200,9 +202,8 @@ void UserInfoViewController::connectionOpened()
 {
     m_window->accept();
     // The text may have been edited while the port was opening.
-    auto const pressure = readPressure(*m_ui->pressureInput);
-    if (pressure && !std::isnan(*pressure))
-        m_tensioManager.targetPressure.setValue(clampedTarget(*pressure));
+    auto const pressure = readPressure(*m_ui->pressureInput).value_or(m_acceptedPressure);
+    m_tensioManager.targetPressure.setValue(clampedTarget(pressure));
     m_tensioManager.username.setValue(m_ui->nameInput->text().toStdString());
 }
 
