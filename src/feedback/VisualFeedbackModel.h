@@ -26,6 +26,7 @@ public:
     // The first change comes at the first tick. Calling it again does not restart the blinking.
     void startBlinking();
     void stopBlinking();
+    bool isBlinking() const { return m_state == STATE_ALT; }
 
 private:
     struct Look {

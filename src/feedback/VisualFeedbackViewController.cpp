@@ -80,7 +80,7 @@ void VisualFeedbackViewController::describe()
     auto const timeScale = u"時間目盛 %1秒"_s.arg(timeWindow);
     auto const maximum = QString::fromStdString(withUnit(m_viewModel.maxPressure.value()));
     auto target = QString::fromStdString(withUnit(m_viewModel.targetPressure.value()));
-    if (m_viewModel.isTargetReached())
+    if (m_viewModel.model.isBlinking() && m_viewModel.isTargetReached())
         target += u" 達成"_s;
     auto const lines = u"目標 %1、最大圧 %2"_s.arg(target, maximum);
     setAccessibleDescriptionIfChanged(*m_ui->gaugeView, u"%1、%2"_s.arg(pressureScale, lines));
