@@ -79,10 +79,14 @@ void InfoControlsViewController::showReadOuts()
 
 void InfoControlsViewController::showMeasuringState(bool isMeasuring)
 {
-    // Not to Finish: one more Space would end the session.
-    if (isMeasuring && m_view.window()->focusWidget() == m_ui->startButton)
+    auto const* const focused = m_view.window()->focusWidget();
+    bool const hasEnded = !isMeasuring && m_ui->finishButton->isEnabled();
+    // From Start and back, not to Finish: one more Space would end the session.
+    if (isMeasuring && focused == m_ui->startButton)
         m_ui->percentPopup->setFocus();
     enableButtonPair(*m_ui->startButton, !isMeasuring, *m_ui->finishButton, isMeasuring);
+    if (hasEnded && focused == m_ui->percentPopup)
+        m_ui->startButton->setFocus();
     m_ui->statusImageView->setPicture(Picture::named(isMeasuring ? u"ind_on"_s : u"ind_off"_s));
     setNameFromTemplate(*m_ui->statusImageView, isMeasuring ? u"点灯"_s : u"消灯"_s);
     m_ui->startButton->setToolTip(
