@@ -61,7 +61,7 @@ bool ResultSaver::saveAsCsv(std::string const& text)
         return false;
     bool const isWritten = write(*path, encodeUtf16(text));
     if (!isWritten)
-        showError(saveFailedMessage);
+        showFailure();
     return isWritten;
 }
 
@@ -87,7 +87,7 @@ void ResultSaver::saveScreenshot()
 void ResultSaver::saveViewAsPdf(PrintView& view)
 {
     if (!m_services.pdfRenderer.hasRoomFor(view)) {
-        showError(paperTooSmallMessage);
+        m_services.alerts.runModal(AlertStyle::Warning, paperTooSmallMessage, {"OK"});
         return;
     }
     // Not always of what the window shows.
@@ -98,12 +98,12 @@ void ResultSaver::saveViewAsPdf(PrintView& view)
         return;
     auto const pdf = m_services.pdfRenderer.render(view);
     if (!pdf || !write(*path, *pdf))
-        showError(saveFailedMessage);
+        showFailure();
 }
 
-void ResultSaver::showError(char const* message)
+void ResultSaver::showFailure()
 {
-    m_services.alerts.runModal(AlertStyle::Critical, message, {"OK"});
+    m_services.alerts.runModal(AlertStyle::Critical, saveFailedMessage, {"OK"});
 }
 
 } // namespace tensio

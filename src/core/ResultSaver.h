@@ -44,7 +44,7 @@ public:
 private:
     bool saveAsCsv(std::string const& text);
     bool write(std::string const& path, std::string const& bytes);
-    void showError(char const* message);
+    void showFailure();
 
     MutableProperty<std::string> const& m_username;
     MeasurementList const& m_measurementList;
