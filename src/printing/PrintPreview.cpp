@@ -23,6 +23,7 @@
 #include <QPrintPreviewWidget>
 #include <QPrinter>
 
+#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -62,6 +63,11 @@ private:
     QRectF m_paper;
     QBrush m_background;
 };
+
+std::array<QPushButton*, 4> zoomButtons(Ui::PrintPreview const& ui)
+{
+    return {ui.zoomOutButton, ui.zoomInButton, ui.fitPageButton, ui.fitWidthButton};
+}
 
 } // namespace
 
@@ -106,8 +112,7 @@ void PrintPreview::connectButtons()
         m_preview->fitInView();
     });
     onClick(m_ui->fitWidthButton, [this] { m_preview->fitToWidth(); });
-    for (auto* button :
-        {m_ui->zoomInButton, m_ui->zoomOutButton, m_ui->fitPageButton, m_ui->fitWidthButton})
+    for (auto* button : zoomButtons(*m_ui))
         onClick(button, [this] { showPosition(); });
     onClick(m_ui->pageSetupButton, [this] { setUpPage(); });
     onClick(m_ui->savePdfButton, [this] { m_services.tensioManager.saveViewAsPdf(*m_view); });
@@ -158,7 +163,13 @@ void PrintPreview::appear()
 {
     show();
     m_preview->fitToWidth();
-    m_ui->printButton->setFocus();
+    focusNextStep();
+}
+
+void PrintPreview::focusNextStep()
+{
+    bool const canPrint = m_ui->printButton->isEnabled();
+    (canPrint ? m_ui->printButton : m_ui->pageSetupButton)->setFocus();
 }
 
 void PrintPreview::choose(ReportKind kind)
@@ -193,6 +204,9 @@ void PrintPreview::showPages(QPrinter& printer)
     // Where nothing is drawn, the preview would keep the old pages.
     m_preview->setVisible(isDrawn);
     m_ui->positionLabel->setVisible(isDrawn);
+    m_ui->zoomLabel->setVisible(isDrawn);
+    for (auto* button : zoomButtons(*m_ui))
+        button->setEnabled(isDrawn);
 }
 
 void PrintPreview::showPosition()
@@ -241,6 +255,7 @@ void PrintPreview::print()
         }
         m_printer->setPageRanges({});
         refresh();
+        focusNextStep();
         m_services.alerts.runModal(
             AlertStyle::Warning, hasRoom ? printFailedMessage : paperTooSmallMessage, {"OK"});
     });

@@ -52,6 +52,8 @@ private:
     void choose(ReportKind kind);
     void setView(std::unique_ptr<PrintView> view);
     void appear();
+    // To print, or where nothing can be printed, to choose other paper.
+    void focusNextStep();
     void refresh();
     void showPages(QPrinter& printer);
     void showPosition();
