@@ -150,9 +150,9 @@ void Chart::drawValue(ChartPoint point, Ink ink)
     auto const text = pressureText(point.pressure);
     auto const dot = place(point);
     double const width = std::min(figureWidth * static_cast<double>(text.size()) + 1.0, 40.0);
-    // Beside the numbers of the scale.
-    double const left = m_plot.x - 5.0;
-    PrintRect const rect {std::clamp(dot.x - width / 2.0, left, m_plot.x + m_plot.width - width),
+    // Clear of the numbers and the unit of the scale.
+    PrintRect const rect {
+        std::clamp(dot.x - width / 2.0, m_plot.x, m_plot.x + m_plot.width - width),
         dot.y - dotRadius - textHeight, width, textHeight};
     if (std::ranges::any_of(m_taken, [&](auto const& taken) { return overlap(rect, taken); }))
         return;
