@@ -32,6 +32,8 @@ using namespace tensio;
 namespace {
 
 std::filesystem::path const folder(TENSIO_STORIES);
+// After which the screen shows what has come.
+constexpr Seconds frame {1.0 / 60.0};
 bool const isAccepting = qEnvironmentVariableIsSet("TENSIO_ACCEPT");
 
 std::vector<double> numbers(QString const& text)
@@ -261,6 +263,7 @@ private:
     // The window, or only the parts that are named after the picture.
     void look(QStringList const& names, QWidget& window)
     {
+        m_desk->runLoop.advance(frame);
         QImage picture(window.size(), QImage::Format_RGB32);
         // The guide reads a picture after it was to be drawn for the first time.
         window.render(&picture);
