@@ -238,9 +238,13 @@ private:
         m_sight = std::move(sight);
         for (auto const& call : std::exchange(m_desk->port->calls, {}))
             told += "port: " + QString::fromStdString(call) + u'\n';
-        for (auto const& message : std::exchange(m_desk->alerts.messages, {}))
+        for (auto const& message : std::exchange(m_desk->alerts.messages, {})) {
             told += QString("alert %1: ").arg(static_cast<int>(m_desk->alerts.style))
-                + QString::fromStdString(message).replace(u'\n', u'⏎') + u'\n';
+                + QString::fromStdString(message).replace(u'\n', u'⏎');
+            for (auto const& button : m_desk->alerts.buttons)
+                told += " [" + QString::fromStdString(button) + u']';
+            told += u'\n';
+        }
         for (auto const& line : std::exchange(m_desk->saving.log, {}))
             told += QString::fromStdString(line) + u'\n';
         if (QFile printed(m_folder.filePath("printed")); printed.open(QIODevice::ReadOnly)) {

@@ -96,13 +96,15 @@ struct FakeAlerts : Alerts {
     }
     std::vector<std::string> messages;
     AlertStyle style {};
+    std::vector<std::string> buttons;
     std::size_t answer = 0;
     std::function<void()> whileOpen;
 
-    std::size_t runModal(
-        AlertStyle newStyle, std::string const& message, std::vector<std::string> const&) override
+    std::size_t runModal(AlertStyle newStyle, std::string const& message,
+        std::vector<std::string> const& newButtons) override
     {
         style = newStyle;
+        buttons = newButtons;
         messages.push_back(message);
         m_runLoop.willPause.observer.sendValue({});
         if (whileOpen)
