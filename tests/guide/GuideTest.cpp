@@ -44,3 +44,12 @@ TEST(Guide, DoesNotKeepTheProgramFromEnding)
 {
     EXPECT_FALSE(HelpWindow().testAttribute(Qt::WA_QuitOnClose));
 }
+
+TEST(Guide, ItsPicturesAreNoWiderThanTheView)
+{
+    GuideView view(nullptr);
+    view.resize(300, 2000);
+    view.setSource(QUrl("qrc:/help/guide.ja.md"));
+    view.show();
+    EXPECT_LE(view.document()->size().width(), view.viewport()->width() + 1);
+}

@@ -56,6 +56,20 @@ TEST(PrintViews, FillPagesWithoutGapsOrRepeatsAndRefuseAPaperThatHoldsNothing)
     }
 }
 
+TEST(GridPrintView, DrawsABlockForEachMeasurement)
+{
+    GridPrintView grid("山田 花子", finishedMeasurements(1));
+    grid.paginate({}, Page());
+    EXPECT_EQ(Page(grid, 1).lines,
+        (Page::Lines {"77.0 77.0 140.0 175.0 frame", "77.0 77.0 140.0 14.1 10.0 | 氏名：山田 花子",
+            "77.0 91.1 140.0 14.1 10.0 | 測定日時：2024年 3月05日",
+            "77.0 105.2 140.0 14.1 10.0 | 14:07:09",
+            "77.0 126.4 140.0 14.1 10.0 | 計測回数：　1回目", "77.0 146.2 140.0 19.8 14.0 | 最大圧",
+            "77.0 166.0 140.0 19.8 14.0 | 10.0 kPa", "77.0 185.8 140.0 19.8 14.0 | 目標圧",
+            "77.0 205.5 140.0 19.8 14.0 | 30.0 kPa",
+            "77.0 230.3 140.0 11.3 8.0 | ＜ORV舌圧測定器での測定結果＞"}));
+}
+
 TEST(CurvesPrintView, DrawsTheCurvesOfAPageOnOneScale)
 {
     constexpr auto inf = std::numeric_limits<float>::infinity();

@@ -21,6 +21,20 @@ TEST(UserInfo, RefusesANameThatShowsNothing)
     }
 }
 
+TEST(UserInfo, CountsCharactersAsTheUserSeesThem)
+{
+    Desk desk;
+    desk.click("startButton");
+    auto& name = find<QLineEdit>(desk.window, "nameInput");
+    // A kanji of two units, a combining mark, a flag, a family, a skin tone, a dakuten.
+    QString const ten = "山𠮷e\u0301🇯🇵👨‍👩‍👧👍🏽か\u3099一二三";
+    name.setText(ten + "四");
+    desk.click("okButton");
+    EXPECT_EQ(name.text(), ten);
+    desk.click("okButton");
+    EXPECT_TRUE(desk.manager.connectAction.isExecuting());
+}
+
 TEST(UserInfo, ANameStaysOneCellOfATable)
 {
     Desk desk;

@@ -25,7 +25,8 @@ struct FilledSessionStore : FakeSessionStore {
             auto const age = static_cast<int>(names.size() - stored.size()) - 1;
             auto const date = ManualClock().date - age * std::chrono::hours(24 * 20);
             auto pressure = 20.0f + 1.5f * static_cast<float>(age);
-            MeasurementPart part {1, pressure, 30.0f, date, true, 0, {&pressure, 1}};
+            std::vector const points {1.0f, pressure / 2.0f, pressure, pressure};
+            MeasurementPart part {1, pressure, 30.0f, date, true, 0, points};
             auto const id = *begin({date, name, 30.0f, 1.0f, stored.empty()}, part);
             for (part.number = 2; part.number <= 1 + age % 3; ++part.number) {
                 part.best = --pressure;

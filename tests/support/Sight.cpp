@@ -14,6 +14,7 @@
 #include <QTextBrowser>
 
 #include <algorithm>
+#include <optional>
 
 namespace tensio {
 
@@ -56,12 +57,14 @@ QString Sight::changesSince(Sight const& before) const
         return std::ranges::find(all, place, &Part::place);
     };
     QString text;
-    QString gone("none");
+    std::optional<QString> gone;
     for (auto const& [place, was] : before.parts) {
-        // A window takes all of its parts along.
-        bool const isOfGone = place.startsWith(gone);
+        // A window takes all of its parts along; the main window has an empty place.
+        bool const isOfGone = gone
+            && (gone->isEmpty() ? !place.contains(u'/')
+                                : gone->endsWith(u'/') && place.startsWith(*gone));
         if (find(parts, place) == parts.end() && !isOfGone)
-            text += "no " + (gone = place) + u'\n';
+            text += "no " + *(gone = place) + u'\n';
     }
     for (auto const& [place, is] : parts) {
         auto const was = find(before.parts, place);
@@ -102,11 +105,14 @@ void Sight::addWidget(QWidget& widget, QString const& place)
         if (isLong && text->verticalScrollBar()->value() > 0)
             words << "from " + text->cursorForPosition({}).block().text();
     }
-    if (words.join(QString()).isEmpty() && widget.focusPolicy() == Qt::NoFocus)
+    bool const isSilent = words.join(QString()).isEmpty() && !widget.isWindow();
+    if (isSilent && widget.focusPolicy() == Qt::NoFocus)
         return addChildren(widget, place);
     auto const* button = qobject_cast<QPushButton*>(&widget);
     words << (state.disabled ? "disabled" : "") << (state.checked ? "checked" : "")
-          << (state.selected ? "selected" : "") << (button && button->isDefault() ? "default" : "")
+          << (state.selected ? "selected" : "") << (state.expanded ? "expanded" : "")
+          << (state.collapsed ? "collapsed" : "")
+          << (button && button->isDefault() ? "default" : "")
           << (widget.property("refused").toBool() ? "refused" : "");
     widgets[m_window + place] = &widget;
     add(place, words);
