@@ -64,7 +64,7 @@ function(tensio_test name)
     add_executable(${name} ${TEST_SOURCES} ${PROJECT_SOURCE_DIR}/tests/support/Locale.cpp)
     target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
     target_link_libraries(${name} PRIVATE ${TEST_LINKS} GTest::gtest project_warnings)
-    set(environment "QT_QPA_PLATFORM=offscreen;DBUS_SESSION_BUS_ADDRESS=disabled:;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0")
+    set(environment "QT_QPA_PLATFORM=offscreen;DBUS_SESSION_BUS_ADDRESS=disabled:;FONTCONFIG_FILE=${PROJECT_SOURCE_DIR}/tests/support/fonts.conf;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/leaks.supp:print_suppressions=0")
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(${name} PROPERTIES LABELS "${TEST_LABEL}"
         ENVIRONMENT "${environment};LC_ALL=C.UTF-8;TENSIO_DECIMAL_POINT=.;TZ=UTC")
