@@ -252,11 +252,14 @@ void PastSessionsWindow::removeAll()
 
 void PastSessionsWindow::showRemoval(StoreProblem problem)
 {
+    if (problem == StoreProblem::None) {
+        load();
+        return;
+    }
+    // What was selected stays so: another attempt concerns the same sessions.
     auto const why
         = problem == StoreProblem::NoSpace ? u"ディスクの空き容量を確かめてください。"_s : u""_s;
-    if (problem != StoreProblem::None)
-        tell(*this, QMessageBox::Critical, u"削除できませんでした。"_s + why);
-    load();
+    tell(*this, QMessageBox::Critical, u"削除できませんでした。"_s + why);
 }
 
 } // namespace tensio
