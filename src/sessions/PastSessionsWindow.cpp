@@ -47,7 +47,6 @@ PastSessionsWindow::PastSessionsWindow(
     setUpSearch();
     connectCommands();
     load();
-    m_ui->sessionList->setFocus();
 }
 
 PastSessionsWindow::~PastSessionsWindow() = default;
@@ -143,6 +142,8 @@ void PastSessionsWindow::load()
     m_ui->damageLabel->hide();
     loadPage();
     m_ui->sessionList->setCurrentIndex(m_model.index(0, 0));
+    // Loading disables the button that has the focus, which would pass to the one beside it.
+    m_ui->sessionList->setFocus();
 }
 
 void PastSessionsWindow::loadPage()
