@@ -53,7 +53,8 @@ SessionNotices::SessionNotices(SessionArchive& archive, QWidget& unsavedView, QW
     m_subscriptions += m_archive.problem.observe(
         [this](StoreProblem problem) { showProblem(textOf(problem)); });
     m_subscriptions += m_archive.shown.observeChanges([this](auto const& session) {
-        showDamage(session.has_value() && !m_archive.isShownWhole());
+        bool const isDamaged = session.has_value() && !m_archive.isShownWhole();
+        showDamage(isDamaged ? u"この測定の一部は、壊れていて読み込めませんでした。"_s : QString());
     });
     m_subscriptions
         += m_archive.unsaved.observe([this](auto const& session) { showUnsaved(session); });
@@ -79,16 +80,16 @@ void SessionNotices::showUnsaved(std::optional<SessionSummary> const& session)
 void SessionNotices::openUnsaved()
 {
     if (auto const session = m_archive.unsaved.value(); session && !m_archive.open(session->id))
-        showProblem(u"この測定は読み込めませんでした。管理者に知らせてください。"_s);
+        showDamage(u"この測定は読み込めませんでした。管理者に知らせてください。"_s);
 }
 
-void SessionNotices::showDamage(bool isDamaged)
+void SessionNotices::showDamage(QString const& damage)
 {
-    if (isDamaged)
-        showProblem(u"この測定の一部は、壊れていて読み込めませんでした。"_s);
+    if (!damage.isEmpty())
+        showProblem(damage);
     else if (m_isDamageShown)
         showProblem(textOf(m_archive.problem.value()));
-    m_isDamageShown = isDamaged;
+    m_isDamageShown = !damage.isEmpty();
 }
 
 void SessionNotices::showProblem(QString const& problem)

@@ -31,8 +31,8 @@ public:
 private:
     void showUnsaved(std::optional<SessionSummary> const& session);
     void openUnsaved();
-    // Of the session that has been opened.
-    void showDamage(bool isDamaged);
+    // Of the session that was to be opened, until the next; none if empty.
+    void showDamage(QString const& damage);
     void showProblem(QString const& problem);
 
     SessionArchive& m_archive;
