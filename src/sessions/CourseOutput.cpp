@@ -55,11 +55,14 @@ void saveCourse(std::vector<SessionSummary> const& sessions, SessionArchive& arc
     services.savePanel.setSimulated(before);
     if (!path)
         return;
-    if (services.fileWriter.writeAtomically(*path, encodeUtf16(csvOfCourse(*chosen))))
-        tell(window, QMessageBox::Information,
-            u"経過のCSVを保存しました。\n%1"_s.arg(QString::fromStdString(*path)));
-    else
+    if (!services.fileWriter.writeAtomically(*path, encodeUtf16(csvOfCourse(*chosen)))) {
         tell(window, QMessageBox::Critical, QString::fromUtf8(saveFailedMessage));
+        return;
+    }
+    auto text = u"経過のCSVを保存しました。\n%1"_s.arg(QString::fromStdString(*path));
+    if (!chosen->isComplete)
+        text += u'\n' + QString::fromUtf8(courseIncompleteMessage);
+    tell(window, QMessageBox::Information, text);
 }
 
 } // namespace tensio
