@@ -27,7 +27,8 @@ std::optional<Course> course(
             stored.push_back(*std::move(session));
     }
     if (stored.empty()) {
-        tell(window, QMessageBox::Warning, u"この測定は読み込めませんでした。"_s);
+        tell(window, QMessageBox::Critical,
+            u"選択した測定は読み込めませんでした。管理者に知らせてください。"_s);
         return std::nullopt;
     }
     auto course = courseOf(std::move(stored));

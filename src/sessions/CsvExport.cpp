@@ -108,9 +108,9 @@ QString CsvExport::messageOf(TransferState end) const
     auto const& failed = m_sessions.at(m_count);
     auto const what = QString::fromStdString(dateAndMinute(failed.start) + "　" + failed.name);
     auto const why = end == TransferState::Unreadable
-        ? u"の記録は壊れていて、読み込めませんでした。"_s
+        ? u"の記録は壊れていて、読み込めませんでした。\n管理者に知らせてください。"_s
         : u"のCSVを保存できませんでした。\n空き容量と書き込みの許可を確かめてください。"_s;
-    return what + why + u"\nその前の"_s + text;
+    return what + why + (m_count > 0 ? u"\nその前の"_s + text : u""_s);
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 #include "sessions/PastSessionsWindow.h"
 
 #include "core/DateText.h"
+#include "core/SavingMessages.h"
 #include "core/SessionArchive.h"
 #include "platform/Clock.h"
 #include "sessions/CourseOutput.h"
@@ -224,7 +225,7 @@ void PastSessionsWindow::openSelected()
     if (m_archive.open(sessions.front().id))
         close();
     else
-        tell(*this, QMessageBox::Critical, u"この測定は読み込めませんでした。"_s);
+        tell(*this, QMessageBox::Critical, QString::fromUtf8(unreadableMessage));
 }
 
 void PastSessionsWindow::removeSelected()
@@ -258,9 +259,10 @@ void PastSessionsWindow::showRemoval(StoreProblem problem)
         return;
     }
     // What was selected stays so: another attempt concerns the same sessions.
-    auto const why
-        = problem == StoreProblem::NoSpace ? u"ディスクの空き容量を確かめてください。"_s : u""_s;
-    tell(*this, QMessageBox::Critical, u"削除できませんでした。"_s + why);
+    auto const whatToDo = problem == StoreProblem::NoSpace
+        ? u"ディスクの空き容量を確かめてください。"_s
+        : u"管理者に知らせてください。"_s;
+    tell(*this, QMessageBox::Critical, u"削除できませんでした。"_s + whatToDo);
 }
 
 } // namespace tensio

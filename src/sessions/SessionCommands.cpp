@@ -22,7 +22,7 @@ QString textOf(TransferState state)
     case TransferState::Done:
         break;
     case TransferState::DoneInPart:
-        return u"壊れていて読み取れない測定を除いて、バックアップしました。管理者に知らせてください。"_s;
+        return u"\n壊れていて読み取れない測定は含まれません。管理者に知らせてください。"_s;
     case TransferState::NoSpace:
         return u"空き容量が足りません。何も変更していません。"_s;
     case TransferState::NotWritable:
@@ -86,10 +86,11 @@ void SessionCommands::runTransfer(std::unique_ptr<SessionTransfer> transfer, QSt
     new TransferDialog(
         std::move(transfer), text,
         [this, done](TransferState state, int count) {
-            if (state == TransferState::Done)
-                tell(m_window, QMessageBox::Information, done(count));
-            else if (state != TransferState::Running)
-                tell(m_window, QMessageBox::Critical, textOf(state));
+            bool const isDone = state == TransferState::Done;
+            bool const isDoneInPart = state == TransferState::DoneInPart;
+            if (state != TransferState::Running)
+                tell(m_window, isDone ? QMessageBox::Information : QMessageBox::Critical,
+                    (isDone || isDoneInPart ? done(count) : QString()) + textOf(state));
         },
         m_window);
 }

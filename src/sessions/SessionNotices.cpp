@@ -1,6 +1,7 @@
 #include "sessions/SessionNotices.h"
 
 #include "core/DateText.h"
+#include "core/SavingMessages.h"
 #include "core/SessionArchive.h"
 #include "toolkit/Accessible.h"
 #include "ui_StoreProblem.h"
@@ -80,7 +81,7 @@ void SessionNotices::showUnsaved(std::optional<SessionSummary> const& session)
 void SessionNotices::openUnsaved()
 {
     if (auto const session = m_archive.unsaved.value(); session && !m_archive.open(session->id))
-        showDamage(u"この測定は読み込めませんでした。管理者に知らせてください。"_s);
+        showDamage(QString::fromUtf8(unreadableMessage));
 }
 
 void SessionNotices::showDamage(QString const& damage)
