@@ -137,7 +137,7 @@ bool SessionArchive::open(SessionId session)
 {
     auto const stored
         = canOpen.value() ? m_store.load(session, StoredPoints::Loaded) : std::nullopt;
-    if (!stored)
+    if (!stored || stored->measurements.empty())
         return false;
     m_writer.reset();
     m_session = session;

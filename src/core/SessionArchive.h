@@ -32,8 +32,8 @@ public:
     // session has started or was opened.
     MutableProperty<std::optional<SessionSummary>> unsaved;
 
-    // Puts a stored session into the window and dismisses it; false when it cannot be read or
-    // canOpen is false.
+    // Puts a stored session into the window and dismisses it; false when no measurement of it can
+    // be read or canOpen is false.
     bool open(SessionId session);
     // The session is not offered again.
     void dismissUnsaved();
