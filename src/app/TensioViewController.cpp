@@ -37,10 +37,13 @@ TensioViewController::TensioViewController(TensioManager& tensioManager,
         tensioManager, runLoop, *m_ui->visualFeedbackView);
     m_infoControls = std::make_unique<InfoControlsViewController>(
         tensioManager, m_status, runLoop, alerts, *m_ui->infoControlsView);
-    m_history
-        = std::make_unique<HistoryViewController>(tensioManager, m_status, *m_ui->historyView);
     m_sessionNotices = std::make_unique<SessionNotices>(
         sessionArchive, *m_ui->unsavedSessionView, *m_ui->storeProblemView);
+    QObject::connect(m_sessionNotices.get(), &SessionNotices::willMoveFocus, m_view.get(),
+        [this] { m_infoControls->focusStart(); });
+    // After the notices: it lies around that of the unsaved session.
+    m_history
+        = std::make_unique<HistoryViewController>(tensioManager, m_status, *m_ui->historyView);
     m_subscriptions += sessionArchive.shown.observe([this](auto const& session) {
         m_ui->pastSessionLabel->setVisible(session.has_value());
         if (session)

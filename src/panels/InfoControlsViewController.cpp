@@ -59,6 +59,11 @@ void InfoControlsViewController::viewDidLoad()
     connect(m_ui->segueButton, &QAbstractButton::clicked, this,
         &InfoControlsViewController::openUserInfo);
     fillPercentPopup();
+    focusStart();
+}
+
+void InfoControlsViewController::focusStart()
+{
     m_ui->startButton->setFocus();
 }
 

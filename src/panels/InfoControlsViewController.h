@@ -34,6 +34,7 @@ public:
 
     // Start and Finish with their keys.
     void addCommands(QMenu& menu);
+    void focusStart();
 
 private:
     void viewDidLoad();

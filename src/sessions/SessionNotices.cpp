@@ -69,6 +69,8 @@ SessionNotices::~SessionNotices() = default;
 
 void SessionNotices::showUnsaved(std::optional<SessionSummary> const& session)
 {
+    if (!session && m_unsavedView.isAncestorOf(m_unsavedView.window()->focusWidget()))
+        Q_EMIT willMoveFocus();
     m_unsavedView.setVisible(session.has_value());
     if (!session)
         return;

@@ -28,6 +28,10 @@ public:
     SessionNotices(SessionArchive& archive, QWidget& unsavedView, QWidget& problemView);
     ~SessionNotices() override;
 
+Q_SIGNALS:
+    // The unsaved session is offered no longer, and its line had the focus.
+    void willMoveFocus();
+
 private:
     void showUnsaved(std::optional<SessionSummary> const& session);
     void openUnsaved();
