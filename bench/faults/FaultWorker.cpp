@@ -75,12 +75,15 @@ int record(QDir const& folder)
         std::cout << "\n" << std::flush;
     }
     session.finish();
-    auto const measurements = session.manager.measurementList.measurements();
-    recording.reset();
+    auto const& measurements = session.manager.measurementList.measurements();
+    // With the store still open, as after any session.
     mark(faultsEnd);
     bool const isWhole = measurements.size() == 3 && measurements[2]->pressurePoints->size() == 60
         && QtFileWriter().writeAtomically(
             folder.filePath(savedFile).toStdString(), csvFile("花子", "").build(measurements));
+    mark(faultsBegin);
+    recording.reset();
+    mark(faultsEnd);
     return isWhole ? messages : 100;
 }
 

@@ -20,10 +20,10 @@ struct Person {
     bool isCut = false;
 };
 
-struct Program : Session {
+struct Recorded : Session {
     SessionArchive archive;
 
-    explicit Program(FakeSessionStore& store)
+    explicit Recorded(FakeSessionStore& store)
         : archive(manager, store, runLoop, clock)
     {
     }
@@ -38,7 +38,7 @@ struct Walk {
     bool isPressing = false;
     // The store has refused, and not had a second since.
     bool isBehind = false;
-    std::optional<Program> program;
+    std::optional<Recorded> program;
 
     Walk() { kill(); }
 
@@ -173,7 +173,7 @@ struct Walk {
 TEST(SessionArchive, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
 {
     FakeSessionStore store;
-    Program session(store);
+    Recorded session(store);
     session.port->isSimulator = true;
     session.connect(40.0f);
     session.manager.changeTargetPressurePercentAction.apply(0.5f);
@@ -208,7 +208,7 @@ TEST(SessionArchive, WritesAFinishedMeasurementAtOnceAndARunningOneEverySecond)
 TEST(SessionArchive, OffersAgainWhatTheStoreRefusedAndReportsItOnce)
 {
     FakeSessionStore store;
-    Program session(store);
+    Recorded session(store);
     std::vector<StoreProblem> problems;
     auto const observing = session.archive.problem.observeChanges(
         [&](auto problem) { problems.push_back(problem); });
