@@ -145,12 +145,14 @@ void Sight::addChildren(QWidget const& widget, QString const& place)
 
 void Sight::addActions(QWidget const& widget, QString const& place)
 {
+    bool isAfterLine = false;
     for (auto const* action : widget.actions()) {
         bool const isTold = action->isVisible() && !action->text().isEmpty();
         if (isTold && m_actions.insert(action).second)
             add("» " + action->text(),
-                {action->shortcut().toString(), action->isEnabled() ? "" : "disabled",
-                    action->isChecked() ? "checked" : ""});
+                {isAfterLine ? "below a line" : "", action->shortcut().toString(),
+                    action->isEnabled() ? "" : "disabled", action->isChecked() ? "checked" : ""});
+        isAfterLine = action->isSeparator();
         if (action->menu())
             addActions(*action->menu(), place);
     }
