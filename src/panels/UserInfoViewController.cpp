@@ -177,8 +177,10 @@ bool UserInfoViewController::acceptName()
         return false;
     }
     auto const end = endOfCharacters(name, maxNameLength);
-    if (end == name.size())
+    if (end == name.size()) {
+        m_acceptedName = name;
         return true;
+    }
     m_ui->nameInput->setText(name.left(end));
     refuse(*m_ui->nameInput, *m_ui->nameHint);
     return false;
@@ -201,10 +203,13 @@ bool UserInfoViewController::acceptPressure()
 void UserInfoViewController::connectionOpened()
 {
     m_window->accept();
-    // The text may have been edited while the port was opening.
+    // The texts may have been edited while the port was opening.
     auto const pressure = readPressure(*m_ui->pressureInput).value_or(m_acceptedPressure);
     m_tensioManager.targetPressure.setValue(clampedTarget(pressure));
-    m_tensioManager.username.setValue(m_ui->nameInput->text().toStdString());
+    auto const text = m_ui->nameInput->text();
+    auto const& name = isBlank(text) ? m_acceptedName : text;
+    m_tensioManager.username.setValue(
+        name.left(endOfCharacters(name, maxNameLength)).toStdString());
 }
 
 void UserInfoViewController::didClose(int result)

@@ -55,6 +55,7 @@ private:
     TensioManager& m_tensioManager;
     std::unique_ptr<UserInfoWindow> m_window;
     std::unique_ptr<Ui::UserInfo> m_ui;
+    QString m_acceptedName;
     float m_acceptedPressure = 0.0f;
     Subscriptions m_subscriptions;
 };
