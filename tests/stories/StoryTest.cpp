@@ -243,7 +243,8 @@ private:
         if (!store.transferred.empty())
             sight.parts.push_back({"backup", QString::fromStdString(store.transferred)});
         for (auto const& [key, value] : m_desk->userDefaults.stored)
-            sight.parts.push_back({QString::fromStdString(key), QString::number(value)});
+            sight.parts.push_back(
+                {QString::fromStdString(key), QString::number(static_cast<double>(value))});
         if (auto const times = m_desk->userDefaults.synchronizations; times > 0)
             sight.parts.push_back({"settings stored", QString::number(times)});
         if (auto text = QGuiApplication::clipboard()->text(); !text.isEmpty())
