@@ -31,7 +31,7 @@ using namespace tensio;
 
 namespace {
 
-std::filesystem::path const folder(TENSIO_STORIES);
+std::filesystem::path const stories(TENSIO_STORIES);
 // After which the screen shows what has come.
 constexpr Seconds frame {1.0 / 60.0};
 bool const isAccepting = qgetenv("TENSIO_ACCEPT") == "1";
@@ -295,7 +295,7 @@ private:
         picture = picture.scaled(picture.size() / 2, {}, Qt::SmoothTransformation);
         picture.setText("Qt", qVersion());
         auto const name = names[0].toStdString();
-        auto const file = QString::fromStdString((folder / name).string() + ".png");
+        auto const file = QString::fromStdString((stories / name).string() + ".png");
         // At other ratios all sizes are rounded otherwise. Each Qt draws letters a little
         // differently, and puts the page of a preview elsewhere.
         QImage const kept(file);
@@ -425,7 +425,7 @@ TEST(Stories, GoAsTheyAreTold)
 {
     using Entries = std::filesystem::directory_iterator;
     int count = 0;
-    for (auto const& path : std::set<std::filesystem::path>(Entries(folder), Entries())) {
+    for (auto const& path : std::set<std::filesystem::path>(Entries(stories), Entries())) {
         if (path.extension() != ".txt")
             continue;
         ++count;
