@@ -22,6 +22,7 @@ TEST(QtAlerts, AnswersKeysWithTheLastButton)
         QTimer::singleShot(0, [&] {
             auto& box = dynamic_cast<QMessageBox&>(*QApplication::activeModalWidget());
             EXPECT_EQ(box.text(), "削除");
+            EXPECT_EQ(box.icon(), QMessageBox::Warning);
             QCoreApplication::processEvents();
             EXPECT_EQ(delivered, 0);
             if (isClick)
