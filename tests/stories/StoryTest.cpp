@@ -49,6 +49,14 @@ std::vector<double> numbers(QString const& text)
     return all;
 }
 
+// Of two words; any other is a mistake in the story.
+bool isFirst(QString const& word, char const* first, char const* second)
+{
+    if (word != QLatin1String(first) && word != QLatin1String(second))
+        throw std::invalid_argument("neither of the two words");
+    return word == QLatin1String(first);
+}
+
 // The largest difference of a colour, where four pixels of the window have become one.
 int farDifference(QImage const& picture, QImage const& other)
 {
@@ -406,7 +414,7 @@ private:
         {"unplug", [&](auto const&) { m_desk->ports.ports.clear(); }},
         {"plug",
             [&](auto const& kind) {
-                m_desk->port->isSimulator = kind == u"simulator";
+                m_desk->port->isSimulator = isFirst(kind, "simulator", "device");
                 m_desk->ports.ports = {m_desk->port};
             }},
         {"printer", [&](auto const& text) { setPrinter(text); }},
@@ -416,7 +424,8 @@ private:
         {"minutes",
             [&](auto const& text) { m_desk->clock.date += std::chrono::minutes(text.toInt()); }},
         {"answer", [&](auto const& text) { m_desk->alerts.answer = text.toUInt(); }},
-        {"disk", [&](auto const& text) { m_desk->saving.diskIsFull = text == u"full"; }},
+        {"disk",
+            [&](auto const& text) { m_desk->saving.diskIsFull = isFirst(text, "full", "free"); }},
         {"saveAs", [&](auto const& path) { m_desk->saving.answer = path.toStdString(); }},
         {"cancel", [&](auto const&) { m_desk->saving.answer.reset(); }},
         {"refuse",
